@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <memory>
+
+#include "app/app_settings.h"
+#include "base/display_clock.h"
+#include "base/drives.h"
+#include "base/run_state.h"
+#include "base/status_board.h"
+#include "crawl/date_file_list.h"
+#include "crawl/file_list.h"
+#include "crawl/file_list_generator.h"
+#include "download/run_driver.h"
+#include "jobs/job_editor.h"
+#include "jobs/log_file.h"
+#include "jobs/pattern_lists.h"
+#include "jobs/url_list.h"
+#include "net/my_xml_http_request.h"
+
+namespace zentorin {
+
+// What touches the world outside the process, as main.cpp or a test chooses it. Everything outlives
+// the workspace.
+struct World {
+  Clock& clock;
+  MessageBoxes& messages;
+  Opener& opener;
+  StreamCapture& capture;
+  PowerControl& power;
+};
+
+// The whole working state of one window and the commands on it, with no window: what a main window
+// binds to and what an unattended run drives. Members are built in the order in which they stand
+// and end in the reverse one.
+class Workspace {
+ public:
+  // `programFolder` is absolute. `connectTo` is the engine's host map, see CurlHttpEngine.
+  Workspace(const World& world, const QString& programFolder, const QString& connectTo);
+  ~Workspace();
+  Workspace(const Workspace&) = delete;
+  Workspace& operator=(const Workspace&) = delete;
+
+  World world;
+  Drives drives;
+  AppSettings settings;
+  RunState state;
+  StatusBoard board;
+  DisplayClock clock;
+  UrlList urlList;
+  JobEditor job;
+  FileList files;
+  DateFileList dateFiles;
+  PatternLists patterns;
+  LogFile log;
+  std::unique_ptr<HttpEngine> engine;
+  MyXMLHttpRequest http;
+  FileListGenerator generator;
+  RunDriver driver;
+};
+
+}  // namespace zentorin

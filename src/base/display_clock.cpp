@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#include "base/display_clock.h"
+
+#include "base/clock.h"
+
+namespace zentorin {
+
+DisplayClock::DisplayClock(const Clock& clock, const ClockOptions& options)
+    : clock_(clock), options_(options) {}
+
+QDateTime DisplayClock::Now() const {
+  QDateTime now = clock_.LocalNow();
+  const QTime time = now.time();
+  now.setTime(QTime(time.hour(), time.minute(), time.second()));
+  constexpr qint64 kSecondsPerHour = 3600;
+  return options_.useGmt ? now.addSecs(-options_.gmtDiffHours * kSecondsPerHour) : now;
+}
+
+QString DisplayClock::Text() const {
+  return Now().toString(QStringLiteral("yyyy/MM/dd hh:mm:ss"));
+}
+
+QString DisplayClock::Label() const {
+  return options_.useGmt ? QStringLiteral("GMT") : QStringLiteral("LocalTime");
+}
+
+QString DisplayClock::LabelHint() const {
+  return options_.useGmt ? QStringLiteral("グリニッジ標準時") : QStringLiteral("地域標準時");
+}
+
+}  // namespace zentorin

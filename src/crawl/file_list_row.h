@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <array>
+
+namespace zentorin {
+
+// One row of the file list: seven texts joined by tabs.
+class FileListRow {
+ public:
+  enum Column {
+    Mark,     // "o", "x", "-", "?", " " or empty
+    Date,     // "yyyy/mm/dd hh:nn:ss", "-" when unknown
+    Size,     // kilobytes of 1000 bytes, rounded up, right-aligned in six characters
+    Link,     // as written in the page
+    BaseDir,  // base directory of the page, no trailing "/"
+    Parent,   // address of the page
+    Address,  // absolute address
+  };
+  static constexpr int kColumnCount = 7;
+  // Sizes that are not known. The two texts differ on purpose.
+  static constexpr const char* kNoFileSize = "     -";
+  static constexpr const char* kNoPageSize = "    -";
+
+  static FileListRow FromText(const QString& text);
+  QString ToText() const;
+
+  const QString& operator[](Column column) const { return columns_[column]; }
+  void Set(Column column, const QString& value) { columns_[column] = value; }
+
+  bool operator==(const FileListRow&) const = default;
+
+ private:
+  std::array<QString, kColumnCount> columns_;
+};
+
+}  // namespace zentorin

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <QCoro/QCoroTask>
+
+namespace zentorin {
+
+class Drives;
+class FileList;
+class HttpEngine;
+class JobEditor;
+class LogFile;
+class MessageBoxes;
+class MyXMLHttpRequest;
+class Opener;
+class RunState;
+class StatusBoard;
+class StreamCapture;
+struct ClockOptions;
+
+// The settings that a download reads.
+struct DownloadOptions {
+  bool openFolder = true;
+  bool vlcShow = false;
+  bool wmaToMp3 = true;
+  int streamingTool = 0;  // 0 VLC media player, 1 StreamGet
+  bool addDate = false;
+  QString addDateFormat = QStringLiteral("yyyymmddhh_");
+};
+
+// What a run works on and with. All must outlive it.
+struct DownloadContext {
+  HttpEngine& engine;
+  MyXMLHttpRequest& http;
+  RunState& state;
+  StatusBoard& board;
+  MessageBoxes& messages;
+  StreamCapture& capture;
+  Opener& opener;
+  LogFile& log;
+  const Drives& drives;
+  const DownloadOptions& options;
+  const ClockOptions& clockOptions;
+  JobEditor& job;
+  FileList& files;
+};
+
+// Fetches the selected rows of the file list into the job's save folder, marks each row and logs
+// its outcome.
+class DownloadRun {
+ public:
+  explicit DownloadRun(const DownloadContext& context);
+
+  QCoro::Task<void> Run();
+
+  // True when the last Run() had at least one row that failed, also by a fatal error.
+  bool LastRunFailed() const { return lastRunFailed_; }
+
+ private:
+  DownloadContext context_;
+  bool lastRunFailed_ = false;
+};
+
+}  // namespace zentorin

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <QCoro/QCoroTask>
+
+#include "download/download_run.h"
+
+namespace zentorin {
+
+class FileListGenerator;
+class PowerControl;
+class UrlList;
+
+// The commands that start and stop work: generate, download, download everything, cancel.
+// One command runs at a time: a second call while one runs is refused. All references outlive it.
+class RunDriver : public QObject {
+  Q_OBJECT
+
+ public:
+  RunDriver(const DownloadContext& context, UrlList& urlList, FileListGenerator& generator,
+            PowerControl& power, QObject* parent = nullptr);
+
+  // `AfterBatchAction`: the action that the command line preset; empty when none.
+  void SetAfterBatchAction(const QString& action) { afterBatchAction_ = action; }
+  const QString& AfterBatchAction() const { return afterBatchAction_; }
+
+  bool IsRunning() const { return running_; }
+
+  // `cmdGo_All`: clears a stale cancel, generates, restores the cancel button.
+  QCoro::Task<void> GenerateCommand(bool listOnly);
+  // `cmdAllDownload`: with `batch` asks first and counts down at the end.
+  QCoro::Task<void> DownloadCommand(bool batch);
+  // The driver alone, as an armed unattended run calls it.
+  QCoro::Task<void> Drive(bool batch);
+  // The step after a batch: countdown and power action when the box is checked; asks the program to
+  // end when an action was preset.
+  QCoro::Task<void> PowerActionCountdown();
+  // `cmdCancel`.
+  void CancelCommand();
+
+  // Any job or row of the last Drive() failed.
+  bool AnyFailure() const { return anyFailure_; }
+
+ Q_SIGNALS:
+  void RunningChanged(bool running);
+  // The window is to be unloaded: after an action preset on the command line, or by "auto close".
+  void CloseRequested();
+
+ private:
+  QCoro::Task<void> BatchJob();
+
+  DownloadContext context_;
+  UrlList& urlList_;
+  FileListGenerator& generator_;
+  PowerControl& power_;
+  DownloadRun run_;
+  QString afterBatchAction_;
+  bool running_ = false;
+  bool anyFailure_ = false;
+};
+
+}  // namespace zentorin
