@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/fakes.h"
+
+#include <utility>
+
+namespace zentorin::test {
+
+QCoro::Task<MessageBox::Answer> RecordingMessageBoxes::Ask(MessageBox box) {
+  MessageBox::Answer answer = box.defaultAnswer;
+  boxes.push_back(std::move(box));
+  if (!answers.empty()) {
+    answer = answers.front();
+    answers.erase(answers.begin());
+  }
+  co_return answer;
+}
+
+QStringList RecordingMessageBoxes::Texts() const {
+  QStringList texts;
+  for (const MessageBox& box : boxes) texts.append(box.title + QLatin1Char('|') + box.text);
+  return texts;
+}
+
+void RecordingOpener::OpenWithDefaultHandler(const QString& target) {
+  opened.append(QStringLiteral("default:") + target);
+}
+
+void RecordingOpener::OpenFolder(const QString& path) {
+  opened.append(QStringLiteral("folder:") + path);
+}
+
+void RecordingOpener::ShowText(const QString& text, const QString& title) {
+  opened.append(QStringLiteral("text:") + title + QLatin1Char(':') + text);
+}
+
+QCoro::Task<int> FakeStreamCapture::Capture(QString url, QString path) {
+  captured.append(url + QStringLiteral(" -> ") + path);
+  if (during) during(path);
+  co_return result;
+}
+
+QCoro::Task<QString> RecordingPowerControl::Perform(QString action) {
+  performed.append(action);
+  co_return refusal;
+}
+
+}  // namespace zentorin::test

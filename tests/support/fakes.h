@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDateTime>
+#include <QStringList>
+#include <functional>
+#include <vector>
+
+#include "base/clock.h"
+#include "base/message_boxes.h"
+#include "download/power_control.h"
+#include "download/stream_capture.h"
+#include "launch/opener.h"
+
+namespace zentorin::test {
+
+// Keeps every box and answers from a queue, then with each box's default answer.
+class RecordingMessageBoxes : public MessageBoxes {
+ public:
+  QCoro::Task<MessageBox::Answer> Ask(MessageBox box) override;
+
+  // "title|text" of each box in order, line breaks as in the box.
+  QStringList Texts() const;
+
+  std::vector<MessageBox> boxes;
+  std::vector<MessageBox::Answer> answers;  // taken from the front
+};
+
+// Keeps what it was asked to open, as "default:target", "folder:path" and "text:title:text".
+class RecordingOpener : public Opener {
+ public:
+  void OpenWithDefaultHandler(const QString& target) override;
+  void OpenFolder(const QString& path) override;
+  void ShowText(const QString& text, const QString& title) override;
+
+  QStringList opened;
+};
+
+// Keeps the streams it was asked for, as "url -> path", and answers `result`. `during` runs in the
+// middle of each capture, where a test may write the file or press cancel.
+class FakeStreamCapture : public StreamCapture {
+ public:
+  void FindTool() override { ++lookUps; }
+  QCoro::Task<int> Capture(QString url, QString path) override;
+
+  int result = 0;
+  std::function<void(const QString& path)> during;
+  int lookUps = 0;
+  QStringList captured;
+};
+
+// Keeps the actions and answers `refusal` to each.
+class RecordingPowerControl : public PowerControl {
+ public:
+  QCoro::Task<QString> Perform(QString action) override;
+
+  QString refusal;
+  QStringList performed;
+};
+
+// Stands still at `now` until a test moves it.
+class SettableClock : public Clock {
+ public:
+  explicit SettableClock(const QDateTime& time = QDateTime({2024, 5, 1}, {23, 30, 5}, Qt::UTC))
+      : now(time) {}
+  QDateTime LocalNow() const override { return now; }
+
+  QDateTime now;
+};
+
+}  // namespace zentorin::test
