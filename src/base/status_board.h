@@ -8,6 +8,13 @@
 
 namespace zentorin {
 
+// Controls that a refused command asks the window to put the focus on.
+enum class FocusTarget {
+  UrlList,   // `lstTargetUrl`
+  RootUrl,   // `txtUrl_Root`
+  FileList,  // `lstUrl_All`
+};
+
 // Everything that the bottom of the main window shows, kept without a window: status line, current
 // file, progress, counters, busy state, the cancel button and the after-batch box. Commands write
 // here; a window or a terminal listens. Fast-changing values (progress, counter, current file) are
@@ -81,9 +88,13 @@ class StatusBoard : public QObject {
   void SetStandby(const Standby& standby);
   const Standby& GetStandby() const { return standby_; }
 
+  // Puts the focus on a control; without a window nothing happens.
+  void RequestFocus(FocusTarget target) { Q_EMIT FocusRequested(target); }
+
  Q_SIGNALS:
   void Changed();
   void ProgressChanged();
+  void FocusRequested(FocusTarget target);
 
  private:
   QString status_;
