@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <utility>
 #include <vector>
 
 #include "base/change_throttle.h"
@@ -28,11 +29,15 @@ class FileList : public QAbstractTableModel {
   // Adds a selected row; `makeCurrent` also makes it the current one.
   void Append(const FileListRow& row, bool makeCurrent = false);
   void SetRow(int row, const FileListRow& value);
-  void SetSelected(int row, bool selected);
+  void SetSelected(int row, bool selected) { SelectRange(row, row, selected); }
+  // The rows first to last, both included.
+  void SelectRange(int first, int last, bool selected);
   void SelectAll();
   void DeselectAll();
   void SetCurrentRow(int row);
-  // Removes every selected row in linear time.
+  // Removes every selected row in linear time. When the current row is among them, the next row
+  // that stays becomes current, else the last one. Views hear of a few removed ranges or of a
+  // reset.
   void RemoveSelected();
   // Puts the rows into the given order: order[i] is the old index of the row that comes to stand at
   // i. Selection and current row stay on their rows.
@@ -43,13 +48,20 @@ class FileList : public QAbstractTableModel {
   // Announces rows that views do not know yet. Called by whoever hands the list to a view.
   void Flush();
 
+  // The list's tooltip: "12個", nothing for an empty list.
+  QString ToolTip() const;
+
+  // Rows that views have been told of; Count() knows them all.
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   // DisplayRole: the column's text with harmless characters only.
   QVariant data(const QModelIndex& index, int role) const override;
+  // The captions of the columns and the hint that a click sorts.
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  Q_SIGNALS:
-  // Selection of the rows first to last changed otherwise than by the view.
+  // The selection of some of the rows first to last changed. Rows that come with rowsInserted() or
+  // a reset bring their selection along; so does a row that moves.
   void SelectionChanged(int first, int last);
   void CurrentRowChanged(int row);
   void Cleared();
@@ -60,8 +72,13 @@ class FileList : public QAbstractTableModel {
     bool selected = true;
   };
 
+  void AnnounceCurrentRow();
+  std::vector<std::pair<int, int>> SelectedRanges() const;
+  void EraseSelected();
+
   std::vector<Entry> rows_;
-  int announced_ = 0;  // rows that views know of
+  int announced_ = 0;          // rows that views know of
+  int announcedCurrent_ = -1;  // current row that views know of
   int selectedCount_ = 0;
   int currentRow_ = -1;
   ChangeThrottle throttle_;

@@ -6,7 +6,8 @@
 
 namespace zentorin {
 
-// One row of the file list: seven texts joined by tabs.
+// One row of the file list: seven texts joined by tabs. A row that was read from a shorter text is
+// written as that short text again until a further column is set.
 class FileListRow {
  public:
   enum Column {
@@ -23,16 +24,18 @@ class FileListRow {
   static constexpr const char* kNoFileSize = "     -";
   static constexpr const char* kNoPageSize = "    -";
 
+  // Missing columns are empty, further ones are dropped.
   static FileListRow FromText(const QString& text);
   QString ToText() const;
 
   const QString& operator[](Column column) const { return columns_[column]; }
-  void Set(Column column, const QString& value) { columns_[column] = value; }
+  void Set(Column column, const QString& value);
 
   bool operator==(const FileListRow&) const = default;
 
  private:
   std::array<QString, kColumnCount> columns_;
+  int written_ = kColumnCount;  // columns that ToText() writes
 };
 
 }  // namespace zentorin
