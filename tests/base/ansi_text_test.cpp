@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "base/ansi_text.h"
+
+#include <tuple>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace zentorin {
+namespace {
+
+const QChar kBad(QChar::ReplacementCharacter);
+
+TEST(AnsiText, DecodesTheCodePageAndMarksEveryByteThatIsNoCharacter) {
+  ASSERT_TRUE(AnsiCodecAvailable());
+  using Case = std::tuple<QByteArray, QString>;
+  const std::vector<Case> cases = {
+      {QByteArray("\x81\x60\x87\x40\xb1\x5c\x7e"), QStringLiteral("～①ｱ\\~")},
+      {QByteArray("\xf0\x40\xfa\xb1"), QStringLiteral("\uE000﨑")},
+      {QByteArray("\0\x01\x1a\x7f", 4), QString::fromUtf8("\0\x01\x1a\x7f", 4)},
+      {QByteArray("\x80\xa0\xfd\xff"), QString(4, kBad)},
+      {QByteArray("a\x82"), QStringLiteral("a") + kBad},
+      {QByteArray("\x82\x0a\x82\x82\x82"), kBad + QStringLiteral("\nｂ") + kBad},
+      {QByteArray("\x81\xff\x40"), QString(2, kBad) + QStringLiteral("@")},
+      {QByteArray(), QString()},
+  };
+  for (const auto& [bytes, text] : cases)
+    EXPECT_EQ(DecodeAnsi(bytes), text) << bytes.toHex().constData();
+}
+
+// Every text that is accepted comes back unchanged, and what cannot be kept is refused.
+TEST(AnsiText, EncodesExactlyOrNotAtAll) {
+  int accepted = 0;
+  for (char32_t unit = 0; unit <= 0xFFFF; ++unit) {
+    const QString text = QStringLiteral("あ") + QChar(static_cast<char16_t>(unit));
+    const AnsiBytes ansi = EncodeAnsi(text);
+    if (!ansi.fault) {
+      ++accepted;
+      EXPECT_EQ(DecodeAnsi(ansi.bytes), text) << "U+" << std::hex << static_cast<int>(unit);
+    }
+  }
+  EXPECT_EQ(accepted, 128 + 63 + 9206);  // ASCII, half-width katakana, characters of two bytes
+  EXPECT_EQ(EncodeAnsi(QStringLiteral("～①ｱ∪")).bytes, QByteArray("\x81\x60\x87\x40\xb1\x81\xbe"));
+}
+
+TEST(AnsiText, NamesTheFirstCharacterThatCannotBeKept) {
+  using Case = std::tuple<QString, qsizetype, QString>;
+  const std::vector<Case> cases = {
+      {QStringLiteral("a¥b"), 1, QStringLiteral("¥")},
+      {QStringLiteral("日本〜😀"), 2, QStringLiteral("〜")},
+      {QStringLiteral("日本😀€"), 2, QStringLiteral("😀")},
+      {QString(QChar(0xD83D)), 0, QString(QChar(0xD83D))},
+      {QString(QChar(0xDE00)) + QLatin1Char('a'), 0, QString(QChar(0xDE00))},
+      {QString(kBad), 0, QString(kBad)},
+  };
+  for (const auto& [text, position, character] : cases) {
+    const AnsiBytes ansi = EncodeAnsi(text);
+    const UnencodableCharacter fault = ansi.fault.value_or(UnencodableCharacter{});
+    EXPECT_TRUE(ansi.bytes.isEmpty());
+    EXPECT_EQ(fault.position, position) << text.toStdString();
+    EXPECT_EQ(fault.character, character) << text.toStdString();
+  }
+}
+
+TEST(AnsiText, SplitsLinesAtCrLfAndLf) {
+  EXPECT_EQ(SplitLines(QString()), QStringList());
+  EXPECT_EQ(SplitLines(QStringLiteral("\r\n")), QStringList({QString()}));
+  EXPECT_EQ(
+      SplitLines(QStringLiteral("a\r\n\nb\rc\r\r\nd")),
+      QStringList({QStringLiteral("a"), QString(), QStringLiteral("b\rc\r"), QStringLiteral("d")}));
+}
+
+}  // namespace
+}  // namespace zentorin
