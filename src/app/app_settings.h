@@ -19,7 +19,6 @@ struct AppSettings {
   QString defaultSavePath;
   ClockOptions clock;
   DownloadOptions download;
-  bool autoClose = false;
 
   // A missing file leaves the defaults and is no error. The lines of the clock are written but
   // never read back: the clock starts at its defaults in every run of the program.

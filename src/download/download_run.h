@@ -7,6 +7,7 @@
 
 namespace zentorin {
 
+class DisplayClock;
 class Drives;
 class FileList;
 class HttpEngine;
@@ -28,6 +29,7 @@ struct DownloadOptions {
   int streamingTool = 0;  // 0 VLC media player, 1 StreamGet
   bool addDate = false;
   QString addDateFormat = QStringLiteral("yyyymmddhh_");
+  bool autoClose = false;  // the program ends after a download command
 };
 
 // What a run works on and with. All must outlive it.
@@ -45,6 +47,7 @@ struct DownloadContext {
   const ClockOptions& clockOptions;
   JobEditor& job;
   FileList& files;
+  const DisplayClock& clock;  // base date of the root URL's templates
 };
 
 // Fetches the selected rows of the file list into the job's save folder, marks each row and logs
