@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "jobs/date_text.h"
+
+#include <QRegularExpression>
+#include <array>
+
+namespace zentorin {
+
+namespace {
+
+std::optional<QDateTime> WallTime(const QDate& date, const QTime& time) {
+  if (!date.isValid() || !time.isValid()) return std::nullopt;
+  return QDateTime(date, time, Qt::UTC);
+}
+
+// 1 to 12 for an English month name or its first three letters, else 0.
+int MonthNumber(const QString& name) {
+  static constexpr std::array kMonths = {"january",   "february", "march",    "april",
+                                         "may",       "june",     "july",     "august",
+                                         "september", "october",  "november", "december"};
+  const QString lower = name.toLower();
+  for (std::size_t i = 0; i < kMonths.size(); ++i) {
+    const QLatin1String month(kMonths[i]);
+    if (lower == month || lower == month.left(3)) return static_cast<int>(i) + 1;
+  }
+  return 0;
+}
+
+// Two digits mean 1970 to 2069.
+int FullYear(const QString& digits) {
+  const int year = digits.toInt();
+  if (digits.size() > 2) return year;
+  return year < 70 ? 2000 + year : 1900 + year;
+}
+
+std::optional<QDateTime> HttpDateOf(const QRegularExpressionMatch& match) {
+  const auto number = [&match](const char* group) {
+    return match.captured(QLatin1String(group)).toInt();
+  };
+  const QDate date(FullYear(match.captured(QStringLiteral("year"))),
+                   MonthNumber(match.captured(QStringLiteral("month"))), number("day"));
+  // A leap second is shown as the second before it.
+  return WallTime(date, QTime(number("hour"), number("minute"), qMin(number("second"), 59)));
+}
+
+// Full-width forms, as a Japanese keyboard gives them, become their ASCII ones.
+QString Narrow(QString text) {
+  for (QChar& c : text) {
+    if (c.unicode() >= 0xFF01 && c.unicode() <= 0xFF5E) c = QChar(c.unicode() - 0xFEE0);
+    if (c == QChar(0x3000)) c = u' ';
+  }
+  return text;
+}
+
+}  // namespace
+
+std::optional<QDateTime> ParseHttpDate(const QString& text) {
+  static const QString kWeekday =
+      QStringLiteral("(?:(?:mon|tues?|wed(?:nes)?|thu(?:rs)?|fri|sat(?:ur)?|sun)(?:day)?)");
+  static const QString kTime =
+      QStringLiteral("(?<hour>\\d{1,2}):(?<minute>\\d\\d)(?::(?<second>[0-5]\\d|60))?");
+  static const QString kZone = QStringLiteral("(?: *(?:gmt|utc?|z|[+-]00:?00))?");
+  // "Wed, 01 May 2024 12:34:56 GMT" and "Wednesday, 01-May-24 12:34:56 GMT"
+  static const QRegularExpression kDayFirst(
+      QStringLiteral("\\A\\s*(?:%1, *)?(?<day>\\d{1,2})([ "
+                     "-])(?<month>[a-z]+)\\g{-2}(?<year>\\d\\d(?:\\d\\d)?) +%2%3\\s*\\z")
+          .arg(kWeekday, kTime, kZone),
+      QRegularExpression::CaseInsensitiveOption);
+  // "Wed May  1 12:34:56 2024"
+  static const QRegularExpression kMonthFirst(
+      QStringLiteral("\\A\\s*%1 +(?<month>[a-z]+) +(?<day>\\d{1,2}) +%2 +(?<year>\\d{4})%3\\s*\\z")
+          .arg(kWeekday, kTime, kZone),
+      QRegularExpression::CaseInsensitiveOption);
+  for (const QRegularExpression* form : {&kDayFirst, &kMonthFirst}) {
+    const QRegularExpressionMatch match = form->match(text);
+    if (match.hasMatch()) return HttpDateOf(match);
+  }
+  return std::nullopt;
+}
+
+std::optional<QDateTime> ParseDateText(const QString& text) {
+  static const QRegularExpression kForm(QStringLiteral(
+      "\\A *(?:(?<year>\\d{4})([/.-])(?<month>\\d{1,2})\\g{-2}(?<day>\\d{1,2}))?"
+      "(?:(?<gap> +)?(?<hour>\\d{1,2}):(?<minute>\\d{1,2})(?::(?<second>\\d{1,2}))?)? *\\z"));
+  const QRegularExpressionMatch match = kForm.match(Narrow(text));
+  const bool hasDate = match.hasCaptured(QStringLiteral("year"));
+  const bool hasTime = match.hasCaptured(QStringLiteral("hour"));
+  if (!hasDate && !hasTime) return std::nullopt;
+  if (hasDate && hasTime && !match.hasCaptured(QStringLiteral("gap"))) return std::nullopt;
+  const auto number = [&match](const char* group) {
+    return match.captured(QLatin1String(group)).toInt();
+  };
+  const QDate date =
+      hasDate ? QDate(number("year"), number("month"), number("day")) : QDate(1899, 12, 30);
+  return WallTime(date, QTime(number("hour"), number("minute"), number("second")));
+}
+
+}  // namespace zentorin
