@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "jobs/job_editor.h"
+
+#include <array>
+
+#include "base/number_text.h"
+#include "jobs/url_list.h"
+
+namespace zentorin {
+
+namespace {
+
+constexpr int kDateWidth = 3;
+
+constexpr std::array kFlags = {TargetUrlItem::Opt,       TargetUrlItem::Skip,
+                               TargetUrlItem::OverWrite, TargetUrlItem::OnlyUnderRoot,
+                               TargetUrlItem::Modify,    TargetUrlItem::TreeFolder,
+                               TargetUrlItem::DispModify};
+
+// What the list's lines and their file cannot hold becomes a blank.
+QString OneLine(QString text) {
+  for (QChar& c : text) {
+    if (c == u'\t' || c == u'\r' || c == u'\n' || c.isNull()) c = u' ';
+  }
+  return text;
+}
+
+// A job as the fields show it.
+TargetUrlItem AsShown(TargetUrlItem item) {
+  // An empty window means all dates and is therefore not padded.
+  const QString date = item[TargetUrlItem::Date];
+  if (!date.isEmpty()) item.Set(TargetUrlItem::Date, PadLeft(date, kDateWidth));
+  item.Set(TargetUrlItem::Depth, QString::number(WholeNumber(item[TargetUrlItem::Depth])));
+  item.SetBeforeElement(0, item.BeforeElement(0));  // exactly two elements
+  for (const TargetUrlItem::Field flag : kFlags) item.SetFlag(flag, item.Flag(flag));
+  return item;
+}
+
+}  // namespace
+
+JobEditor::JobEditor(UrlList& list, QObject* parent) : QObject(parent), list_(list) {
+  connect(&list_, &UrlList::Selected, this, &JobEditor::Load);
+  if (list_.SelectedRow() >= 0) Load(list_.SelectedRow());
+}
+
+void JobEditor::Edit(TargetUrlItem::Field field, const QString& value) {
+  const QString text = OneLine(value);
+  // The display number is the list's own.
+  if (field == TargetUrlItem::Number || fields_[field] == text) return;
+  fields_.Set(field, text);
+  Q_EMIT FieldEdited(field);
+  Store();
+}
+
+void JobEditor::EditFlag(TargetUrlItem::Field field, bool on) {
+  Edit(field, on ? QStringLiteral("1") : QStringLiteral("0"));
+}
+
+void JobEditor::EditBefore(int element, const QString& text) {
+  TargetUrlItem changed = fields_;
+  // A comma would move the border between the two elements.
+  changed.SetBeforeElement(element, QString(text).replace(u',', u' '));
+  Edit(TargetUrlItem::Before, changed[TargetUrlItem::Before]);
+}
+
+void JobEditor::Store() {
+  const int row = list_.SelectedRow();
+  if (row < 0) return;
+  fields_.Set(TargetUrlItem::Number, DisplayNumber(row));
+  list_.SetLine(row, fields_.ToLine());
+  list_.SetDirty(true);
+}
+
+int JobEditor::Depth() const {
+  return WholeNumber(fields_[TargetUrlItem::Depth]);
+}
+
+void JobEditor::SetRootBase(const QString& address) {
+  if (address == rootBase_) return;
+  rootBase_ = address;
+  Q_EMIT RootBaseChanged();
+}
+
+void JobEditor::SetBeforeDate(const QString& text) {
+  if (text == beforeDate_) return;
+  beforeDate_ = text;
+  Q_EMIT BeforeDateChanged();
+}
+
+void JobEditor::Load(int row) {
+  fields_ = row < 0 ? TargetUrlItem() : AsShown(list_.Item(row));
+  Q_EMIT Loaded();
+}
+
+}  // namespace zentorin
