@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QObject>
 #include <QString>
 
 #include <QCoro/QCoroTask>
+
+#include "download/finished_row.h"
 
 namespace zentorin {
 
@@ -52,14 +55,20 @@ struct DownloadContext {
 
 // Fetches the selected rows of the file list into the job's save folder, marks each row and logs
 // its outcome.
-class DownloadRun {
+class DownloadRun : public QObject {
+  Q_OBJECT
+
  public:
-  explicit DownloadRun(const DownloadContext& context);
+  explicit DownloadRun(const DownloadContext& context, QObject* parent = nullptr);
 
   QCoro::Task<void> Run();
 
   // True when the last Run() had at least one row that failed, also by a fatal error.
   bool LastRunFailed() const { return lastRunFailed_; }
+
+ Q_SIGNALS:
+  // After each row whose result was reported, with its mark and log text in place.
+  void RowFinished(const zentorin::FinishedRow& row);
 
  private:
   DownloadContext context_;

@@ -46,6 +46,8 @@ class RunDriver : public QObject {
 
  Q_SIGNALS:
   void RunningChanged(bool running);
+  // Passed on from the download run.
+  void RowFinished(const zentorin::FinishedRow& row);
   // The window is to be unloaded: after an action preset on the command line, or by "auto close".
   void CloseRequested();
 

@@ -19,6 +19,9 @@ class StreamCapture {
   virtual void FindTool() = 0;
   // `path` is a path of this system. Result: a ResultCode.
   virtual QCoro::Task<int> Capture(QString url, QString path) = 0;
+  // Asks the program's window to close when one is still open as this program ends. True when there
+  // was one: it is given a moment then.
+  virtual bool AskToolToClose() { return false; }
 };
 
 }  // namespace zentorin
