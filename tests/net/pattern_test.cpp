@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "net/pattern.h"
+
+#include <gtest/gtest.h>
+
+namespace zentorin {
+namespace {
+
+QStringList Found(const QString& expression, const QString& text) {
+  return Pattern(expression).Candidates(text);
+}
+
+TEST(Pattern, GivesTheFirstGroupOfEveryMatchOrTheWholeMatch) {
+  EXPECT_EQ(Found("href=\"(.+?)\"", "<a HREF=\"a.htm\" href=\"b.htm\">"),
+            QStringList({"a.htm", "b.htm"}));
+  EXPECT_EQ(Found("[a-z]+\\.mp3", "A.MP3 b.mp3"), QStringList({"A.MP3", "b.mp3"}));
+  EXPECT_EQ(Found("a(b)?(c)", "ac abc"), QStringList({"", "b"}));
+  EXPECT_EQ(Found("^(\\w)", "ab\ncd"), QStringList({"a", "c"}));
+  EXPECT_EQ(Found("x", "abc"), QStringList());
+}
+
+TEST(Pattern, AnEmptyMatchMovesOnByOneCharacter) {
+  EXPECT_EQ(Found("b*", "abb"), QStringList({"", "bb", ""}));
+  EXPECT_EQ(Found("(?=.)", QStringLiteral("a𠮷b")), QStringList({"", "", ""}));
+}
+
+TEST(Pattern, LongTextsGiveTheSameMatchesAsShortOnes) {
+  const QString filler(10'000, u'-');
+  EXPECT_EQ(Found("(?<=b)a+|x*?", "baa𠮷"), QStringList({"", "aa", "", ""}));
+  const QStringList found = Found("(?<=b)(a+)", filler + "baa aa ba" + filler);
+  EXPECT_EQ(found, QStringList({"aa", "a"}));
+  EXPECT_EQ(Found("end", QString(Pattern::kMaxTextLength, u'-') + "end"), QStringList());
+}
+
+TEST(Pattern, AFaultNamesTheExpressionAndThePlace) {
+  const Pattern pattern(QStringLiteral("a(b"));
+  EXPECT_FALSE(pattern.IsValid());
+  EXPECT_TRUE(
+      pattern.Fault().startsWith(QStringLiteral("正規表現「a(b」に誤りがあります（4 文字目")))
+      << pattern.Fault().toStdString();
+  EXPECT_TRUE(Found("a(b", "ab").isEmpty());
+  EXPECT_EQ(Pattern("a").Fault(), u"");
+}
+
+TEST(Pattern, HalfASurrogatePairIsNoRunaway) {
+  Pattern pattern(QStringLiteral("b+"));
+  EXPECT_EQ(pattern.Candidates(QChar(0xD800) + QStringLiteral("bb") + QChar(0xDC00)),
+            QStringList({"bb"}));
+  EXPECT_EQ(pattern.First(QChar(0xDC00) + QStringLiteral("b")), u"b");
+  EXPECT_FALSE(pattern.RanAway());
+}
+
+// Each of these costs minutes or more without the bound.
+TEST(Pattern, ARunawayIsStoppedAndReportedAndGivesUpAfterSome) {
+  const struct {
+    const char* expression;
+    qsizetype length;
+  } rows[] = {{"(a+)+$", 50'000}, {"(a+)+$", 500}, {"(?:q?a.*){4}[x-z]", 60'000}};
+  for (const auto& row : rows) {
+    Pattern pattern(QString::fromUtf8(row.expression));
+    const QString text = QString(row.length, u'a') + u'b';
+    for (int i = 0; i < Pattern::kMaxRunaways; ++i) {
+      EXPECT_FALSE(pattern.GaveUp());
+      EXPECT_TRUE(pattern.Candidates(text).isEmpty());
+      EXPECT_TRUE(pattern.Fault().contains(QString::fromUtf8(row.expression)));
+    }
+    EXPECT_TRUE(pattern.GaveUp()) << row.expression;
+    EXPECT_TRUE(pattern.Candidates(QStringLiteral("a")).isEmpty());
+  }
+}
+
+TEST(Pattern, DeepExpressionsNeitherCrashNorCountAsRunaways) {
+  Pattern pattern(QStringLiteral("^((a|b)(a|b))*$"));
+  EXPECT_EQ(pattern.Candidates(QString(50'000, u'a')).size(), 1);
+  EXPECT_FALSE(pattern.RanAway());
+}
+
+}  // namespace
+}  // namespace zentorin
