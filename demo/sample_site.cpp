@@ -7,7 +7,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <algorithm>
-#include <memory>
+#include <cstdint>
 #include <utility>
 
 #include <iconv.h>
@@ -40,9 +40,9 @@ QString FillTemplates(QString text, const QDateTime& date) {
 
 // `charset` is a name that iconv knows. Empty when the text does not fit into it.
 QByteArray Encode(const QString& text, const QByteArray& charset) {
-  const iconv_t converter = iconv_open(charset.constData(), "UTF-8");
+  iconv_t converter = iconv_open(charset.constData(), "UTF-8");
   // iconv_open answers -1 for a character set that it does not know.
-  if (std::make_signed_t<std::uintptr_t>(converter) == -1) return {};
+  if (reinterpret_cast<std::intptr_t>(converter) == -1) return {};
   QByteArray in = text.toUtf8();
   QByteArray out(in.size() * 2 + 16, '\0');
   char* from = in.data();
@@ -73,7 +73,7 @@ std::optional<QByteArray> ReadAll(const QString& path) {
 
 }  // namespace
 
-SampleSite::SampleSite(const QString& folder, const QDateTime& today) : today_(today) {
+SampleSite::SampleSite(const QString& folder, QDateTime today) : today_(std::move(today)) {
   const QDir root(QFileInfo(folder).absoluteFilePath());
   for (const QString& host : root.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
     QDirIterator files(root.filePath(host), QDir::Files, QDirIterator::Subdirectories);
@@ -100,8 +100,8 @@ void SampleSite::ReadTable(const QString& path) {
     if (line.startsWith(u'#')) continue;
     const QStringList words = line.split(u' ', Qt::SkipEmptyParts);
     const QString file = root.filePath(words.value(0));
-    const auto entry = std::find_if(entries_.begin(), entries_.end(),
-                                    [&](const Entry& candidate) { return candidate.file == file; });
+    const auto entry = std::ranges::find_if(
+        entries_, [&](const Entry& candidate) { return candidate.file == file; });
     if (words.size() != 4 || entry == entries_.end()) {
       fault_ = QStringLiteral("%1: a line that fits no file: %2").arg(path, line);
       return;
@@ -115,9 +115,8 @@ void SampleSite::ReadTable(const QString& path) {
 std::optional<SampleFile> SampleSite::Find(const QString& host, const QString& path) const {
   const QString encoded = path.section(u'?', 0, 0);
   const QString url = host + QString::fromUtf8(QByteArray::fromPercentEncoding(encoded.toLatin1()));
-  const auto entry = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& candidate) {
-    return candidate.url.match(url).hasMatch();
-  });
+  const auto entry = std::ranges::find_if(
+      entries_, [&](const Entry& candidate) { return candidate.url.match(url).hasMatch(); });
   if (entry == entries_.end()) return std::nullopt;
   std::optional<QByteArray> bytes = ReadAll(entry->file);
   if (!bytes) return std::nullopt;

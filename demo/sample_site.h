@@ -23,7 +23,7 @@ struct SampleFile {
 class SampleSite {
  public:
   // `today` dates the files and fills the templates of pages.
-  SampleSite(const QString& folder, const QDateTime& today);
+  SampleSite(const QString& folder, QDateTime today);
 
   // Empty when the folder was read, else what is wrong with it.
   const QString& Fault() const { return fault_; }
