@@ -16,12 +16,15 @@ class Drives {
 
   // "\\" becomes "/"; a path that begins with a single "/" is already one; "X:\\…" lies in
   // drives/x/ of the program's folder, "\\\\server\\share\\…" in drives/unc/server/share/; any
-  // other path is relative to the program's folder. "." and ".." segments are resolved; a drive
-  // path never climbs above its drive. The result is absolute, without a trailing "/".
+  // other path is relative to the program's folder. "X:name" and "X:" count from the drive's root:
+  // there is no current folder of a drive here. "." and ".." segments are resolved by their text
+  // alone; a drive path never climbs above its drive (a server's share is a drive), a relative path
+  // may climb out of the program's folder. The result is absolute, without a trailing "/".
   QString ToSystemPath(const QString& path) const;
 
-  // The stored form of a system path: relative to the program's folder when it lies below it, with
-  // one trailing "\\" or "/" removed unless the path is a root.
+  // The stored form of a system path: relative to the program's folder when it lies below it (then
+  // with "\\" between its folders), with one trailing "\\" or "/" removed unless the path is a
+  // root. Paths that already have the program's form ("C:\\…") lose only that trailing separator.
   QString ToStoredPath(const QString& systemPath) const;
 
  private:

@@ -1,22 +1,188 @@
 // SPDX-License-Identifier: MIT
 #include "base/file_names.h"
 
+#include <QFile>
+#include <QStringDecoder>
+#include <QStringList>
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+
+#include <sys/stat.h>
+
 namespace zentorin {
 namespace {
+
+constexpr int kMaxBytes = 255;
+constexpr int kMaxExtensionBytes = 32;
 
 bool IsBetween(char16_t unit, char16_t first, char16_t last) {
   return unit >= first && unit <= last;
 }
 
 // Characters that act on a terminal or a list instead of showing: control characters, line and
-// paragraph separators, and the marks that turn the direction of writing.
+// paragraph separators, the marks that turn the direction of writing, and the byte-order mark,
+// which readers of UTF-8 drop at the start of a text.
 bool IsHarmfulToShow(char16_t unit) {
   return unit < 0x20 || IsBetween(unit, 0x7F, 0x9F) || unit == 0x061C ||
          IsBetween(unit, 0x200E, 0x200F) || IsBetween(unit, 0x2028, 0x202E) ||
-         IsBetween(unit, 0x2066, 0x2069);
+         IsBetween(unit, 0x2066, 0x2069) || unit == 0xFEFF;
+}
+
+bool IsPairAt(const QString& text, qsizetype at) {
+  return text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
+}
+
+int HexDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  return -1;
+}
+
+// A "%" that no two hexadecimal digits follow stands for itself.
+QByteArray DecodePercent(const QByteArray& bytes) {
+  QByteArray decoded;
+  decoded.reserve(bytes.size());
+  for (qsizetype at = 0; at < bytes.size(); ++at) {
+    const bool room = bytes[at] == '%' && at + 2 < bytes.size();
+    const int high = room ? HexDigit(bytes[at + 1]) : -1;
+    const int low = room ? HexDigit(bytes[at + 2]) : -1;
+    if (high >= 0 && low >= 0) {
+      decoded.append(static_cast<char>(high << 4 | low));
+      at += 2;
+    } else {
+      decoded.append(bytes[at]);
+    }
+  }
+  return decoded;
+}
+
+QString DecodeName(const QString& name) {
+  if (!name.contains(QLatin1Char('%'))) return name;
+  QStringDecoder utf8(QStringDecoder::Utf8,
+                      QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+  const QString decoded = utf8.decode(DecodePercent(name.toUtf8()));
+  return utf8.hasError() ? name : decoded;
+}
+
+QString ReplaceUnsafe(const QString& name) {
+  QString safe = name;
+  for (qsizetype at = 0; at < safe.size(); ++at) {
+    if (IsPairAt(safe, at)) {
+      ++at;
+      continue;
+    }
+    const QChar c = safe[at];
+    const bool separator = c == QLatin1Char('/') || c == QLatin1Char('\\');
+    if (separator || c.isSurrogate() || IsHarmfulToShow(c.unicode())) safe[at] = QLatin1Char('_');
+  }
+  return safe;
+}
+
+QString Trimmed(const QString& name) {
+  qsizetype begin = 0;
+  while (begin < name.size() && name[begin] == QLatin1Char(' ')) ++begin;
+  qsizetype end = name.size();
+  while (end > begin && (name[end - 1] == QLatin1Char(' ') || name[end - 1] == QLatin1Char('.')))
+    --end;
+  return name.sliced(begin, end - begin);
+}
+
+// The longest beginning of the text, whole characters only, that takes at most `bytes` of UTF-8.
+QString FirstBytes(const QString& text, qsizetype bytes) {
+  qsizetype at = 0;
+  while (at < text.size()) {
+    const bool pair = IsPairAt(text, at);
+    const char16_t unit = text[at].unicode();
+    const int threeOrLess = unit < 0x80 ? 1 : (unit < 0x800 ? 2 : 3);
+    bytes -= pair ? 4 : threeOrLess;
+    if (bytes < 0) break;
+    at += pair ? 2 : 1;
+  }
+  return text.first(at);
+}
+
+QString Cut(const QString& name) {
+  if (FirstBytes(name, kMaxBytes).size() == name.size()) return name;
+  const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
+  QString extension = dot > 0 ? name.sliced(dot) : QString();
+  if (FirstBytes(extension, kMaxExtensionBytes).size() < extension.size()) extension.clear();
+  const QString stem = name.first(name.size() - extension.size());
+  return Trimmed(FirstBytes(stem, kMaxBytes - extension.toUtf8().size()) + extension);
+}
+
+// Names that stand for devices on the file systems that a drive or a share may have.
+bool IsDeviceName(const QString& name) {
+  const QString stem = Trimmed(name.section(QLatin1Char('.'), 0, 0)).toUpper();
+  for (const char* device : {"CON", "PRN", "AUX", "NUL"}) {
+    if (stem == QLatin1String(device)) return true;
+  }
+  const bool port =
+      stem.startsWith(QStringLiteral("COM")) || stem.startsWith(QStringLiteral("LPT"));
+  return port && stem.size() == 4 && IsBetween(stem[3].unicode(), u'1', u'9');
+}
+
+// Replaces the colon of a name that would be read as a path on a drive.
+QString WithoutDrive(QString name) {
+  const bool letter = !name.isEmpty() && IsBetween(name[0].unicode() | 0x20, u'a', u'z');
+  if (letter && name.size() > 1 && name[1] == QLatin1Char(':')) name[1] = QLatin1Char('_');
+  return name;
+}
+
+struct FreeMemory {
+  void operator()(char* memory) const { std::free(memory); }  // NOLINT: realpath() asks for it
+};
+
+// Follows every link of an absolute path; nothing when a link dangles or a part cannot be read.
+std::optional<QString> FollowLinks(const QString& path) {
+  if (!path.startsWith(QLatin1Char('/')) || path.contains(QChar(QChar::Null))) return {};
+  QString real;  // the folder reached so far; empty is the root
+  for (const QString& segment : path.split(QLatin1Char('/'), Qt::SkipEmptyParts)) {
+    if (segment == QStringLiteral(".")) continue;
+    if (segment == QStringLiteral("..")) {
+      real.truncate(std::max<qsizetype>(real.lastIndexOf(QLatin1Char('/')), 0));
+      continue;
+    }
+    real += QLatin1Char('/') + segment;
+    const QByteArray name = QFile::encodeName(real);
+    struct stat status{};
+    if (lstat(name.constData(), &status) != 0) {
+      if (errno != ENOENT) return {};
+    } else if (S_ISLNK(status.st_mode)) {
+      const std::unique_ptr<char, FreeMemory> target(realpath(name.constData(), nullptr));
+      if (!target) return {};
+      real = QFile::decodeName(target.get());
+      if (real == QStringLiteral("/")) real.clear();
+    }
+  }
+  return real;
 }
 
 }  // namespace
+
+QString CleanFileName(const QString& name) {
+  QString clean = Cut(WithoutDrive(Trimmed(ReplaceUnsafe(DecodeName(ReplaceUnsafe(name))))));
+  if (IsDeviceName(clean)) clean = Cut(QLatin1Char('_') + clean);
+  return clean.isEmpty() ? QStringLiteral("_") : clean;
+}
+
+QString CleanRelativePath(const QString& path) {
+  QStringList clean;
+  const QString text = QString(path).replace(QLatin1Char('\\'), QLatin1Char('/'));
+  for (const QString& segment : text.split(QLatin1Char('/'), Qt::SkipEmptyParts))
+    clean.append(CleanFileName(segment));
+  return clean.join(QLatin1Char('\\'));
+}
+
+bool StaysInside(const QString& folder, const QString& path) {
+  const std::optional<QString> realFolder = FollowLinks(folder);
+  const std::optional<QString> realPath = FollowLinks(path);
+  if (!realFolder || !realPath) return false;
+  return *realPath == *realFolder || realPath->startsWith(*realFolder + QLatin1Char('/'));
+}
 
 QString EscapeForDisplay(const QString& text) {
   QString shown;

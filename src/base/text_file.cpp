@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/file_names.h"
+
 namespace zentorin {
 namespace {
 
@@ -18,7 +20,7 @@ FileOutcome Failure(const QString& what, const QString& path, RunTimeError error
   const int number = static_cast<int>(error);
   return {.error = number,
           .message = QStringLiteral("ファイル「%1」を%2。%3（エラー %4）。")
-                         .arg(path, what, reason, QString::number(number))};
+                         .arg(EscapeForDisplay(path), what, reason, QString::number(number))};
 }
 
 FileOutcome ReadFailure(const QString& path, RunTimeError error, const QString& reason = {}) {

@@ -19,7 +19,10 @@ struct FileOutcome {
 // failing read are errors; `bytes` is then left as it was.
 FileOutcome ReadWholeFile(const QString& path, qint64 maxBytes, QByteArray& bytes);
 
-// Replaces the file as a whole: after a crash or a failure the old content is still there.
+// Replaces the file as a whole: after a crash or a failure the old content is still there. A
+// symbolic link stays a link, the file that it leads to is replaced (and made when it is missing
+// but its folder exists). Needs leave to make files in that folder: writing in place, which could
+// leave half a file, is never tried instead.
 FileOutcome WriteWholeFile(const QString& path, const QByteArray& bytes);
 
 }  // namespace zentorin

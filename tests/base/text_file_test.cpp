@@ -13,6 +13,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+#include "base/file_names.h"
 #include "tests/support/temp_dir.h"
 
 namespace zentorin {
@@ -40,7 +41,7 @@ class FileSizeLimit {
 
 void ExpectFailure(const FileOutcome& outcome, RunTimeError error, const QString& path) {
   EXPECT_EQ(outcome.error, static_cast<int>(error)) << outcome.message.toStdString();
-  EXPECT_TRUE(outcome.message.contains(path)) << outcome.message.toStdString();
+  EXPECT_TRUE(outcome.message.contains(EscapeForDisplay(path))) << outcome.message.toStdString();
 }
 
 TEST(TextFile, RefusesWhatCannotBeReadAndLeavesTheBytesAlone) {

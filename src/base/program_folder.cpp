@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "base/program_folder.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace zentorin {
+namespace {
+
+bool Holds(const QString& folder, const QString& file) {
+  return QFileInfo::exists(QDir(folder).filePath(file));
+}
+
+QString DataFolder() {
+  const QString data = qEnvironmentVariable("XDG_DATA_HOME");
+  // A relative $XDG_DATA_HOME is to be ignored, its standard says.
+  return QDir::isAbsolutePath(data) ? data : QDir::home().filePath(QStringLiteral(".local/share"));
+}
+
+QString ChooseFolder(const QString& executableFolder) {
+  const QString home = qEnvironmentVariable("ZENTORIN_HOME");
+  if (!home.isEmpty()) return home;
+  if (!executableFolder.isEmpty() && (Holds(executableFolder, QStringLiteral("Conf.txt")) ||
+                                      Holds(executableFolder, QStringLiteral("portable"))))
+    return executableFolder;
+  return QDir(DataFolder()).filePath(QStringLiteral("zentorin"));
+}
+
+}  // namespace
+
+QString FindProgramFolder(const QString& executableFolder) {
+  const QString folder = QDir::cleanPath(QDir(ChooseFolder(executableFolder)).absolutePath());
+  return QDir().mkpath(folder) && QFileInfo(folder).isDir() ? folder : QString();
+}
+
+}  // namespace zentorin

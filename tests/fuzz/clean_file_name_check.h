@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+namespace zentorin::test {
+
+// Cleans a name, as file name and as relative path, and checks all that must hold of the results.
+// Answers what is wrong, empty when nothing is.
+QString FaultOfCleanedName(const QString& name);
+
+}  // namespace zentorin::test
