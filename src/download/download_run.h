@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QString>
+#include <memory>
 
 #include <QCoro/QCoroTask>
 
@@ -19,10 +20,13 @@ class LogFile;
 class MessageBoxes;
 class MyXMLHttpRequest;
 class Opener;
+class RowCursor;
+class RowDownload;
 class RunState;
 class StatusBoard;
 class StreamCapture;
 struct ClockOptions;
+struct RowOutcome;
 
 // The settings that a download reads.
 struct DownloadOptions {
@@ -60,19 +64,42 @@ class DownloadRun : public QObject {
 
  public:
   explicit DownloadRun(const DownloadContext& context, QObject* parent = nullptr);
+  ~DownloadRun() override;
 
   QCoro::Task<void> Run();
 
-  // True when the last Run() had at least one row that failed, also by a fatal error.
+  // True when the last Run() had at least one row that failed, ended by a fatal error or could not
+  // write its log.
   bool LastRunFailed() const { return lastRunFailed_; }
+  // True when a fatal error ended the last Run(). Then the cancel flag is set without the user
+  // having asked for it.
+  bool LastRunWasFatal() const { return lastRunWasFatal_; }
 
  Q_SIGNALS:
   // After each row whose result was reported, with its mark and log text in place.
   void RowFinished(const zentorin::FinishedRow& row);
 
  private:
+  void Start();
+  QCoro::Task<void> TellNothingSelected();
+  QCoro::Task<void> WalkRows();
+  QCoro::Task<bool> TakeRow(RowCursor& rows, int index);
+  bool Report(const RowOutcome& outcome, const QString& address);
+  QCoro::Task<void> TellFatal(RowOutcome outcome);
+  void EndOfRun();
+  void CleanUp();
+
   DownloadContext context_;
+  std::unique_ptr<RowDownload> download_;  // of the run under way
+  QString root_;                           // its root URL, date templates expanded
+  QString logText_;
+  QString lastStatusText_;
+  int total_ = 0;
+  int counter_ = 0;
+  int completed_ = 0;
+  int lastResult_ = 0;
   bool lastRunFailed_ = false;
+  bool lastRunWasFatal_ = false;
 };
 
 }  // namespace zentorin

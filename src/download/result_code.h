@@ -34,4 +34,9 @@ struct ResultReport {
 
 ResultReport ReportFor(int code, bool cancelRequested);
 
+// What a row adds to the log. Every code ends its lines in its own way. `folderPrefix`: the local
+// folder with its trailing separator.
+QString LogTextFor(int code, const ResultReport& report, const QString& address,
+                   const QString& folderPrefix);
+
 }  // namespace zentorin

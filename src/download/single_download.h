@@ -3,13 +3,16 @@
 
 #include <QByteArray>
 #include <QString>
-#include <functional>
 
 #include <QCoro/QCoroTask>
+#include <unistd.h>
+
+#include "download/local_file.h"
 
 namespace zentorin {
 
 class HttpEngine;
+class HttpTransfer;
 class MyXMLHttpRequest;
 class RunState;
 
@@ -28,7 +31,12 @@ class DownloadProgress {
 // Fetches one address into one file. All references must outlive it.
 class SingleDownload {
  public:
-  SingleDownload(HttpEngine& engine, MyXMLHttpRequest& http, RunState& state);
+  // Longest body that HTTPDownloadFile() takes.
+  static constexpr qint64 kMaxWholeBodyBytes = 64LL * 1024 * 1024;
+
+  // `write`: what puts the bytes on disk; tests bring their own.
+  SingleDownload(HttpEngine& engine, MyXMLHttpRequest& http, RunState& state,
+                 LocalFile::WriteCall write = ::write);
 
   // `path` is a path of this system whose folder exists. An existing file is written over from its
   // start and never truncated: a longer one keeps its tail. A file that a cancel or an error leaves
@@ -36,14 +44,24 @@ class SingleDownload {
   // cancelled, -1 not available (nothing is opened then), else a run-time error number.
   QCoro::Task<int> DownloadToFile(QString url, QString path, DownloadProgress* progress);
 
+  // True when the last DownloadToFile() was refused the file: it is a link, a folder, not
+  // permitted. Whatever lies at that path is none of the download's making.
+  bool FileRefused() const { return fileRefused_; }
+
   // A second, whole-body way: no progress, no cancel, no error result (always 0). Writes nothing
-  // when the answer's headers contain "404 Not Found".
+  // when the answer's headers contain "404 Not Found", when no whole answer came or when it is
+  // longer than kMaxWholeBodyBytes.
   QCoro::Task<int> HTTPDownloadFile(QString url, QString path);
 
  private:
+  QCoro::Task<int> CopyBody(HttpTransfer& transfer, LocalFile& file, double expected,
+                            DownloadProgress* progress);
+
   HttpEngine& engine_;
   MyXMLHttpRequest& http_;
   RunState& state_;
+  LocalFile::WriteCall write_;
+  bool fileRefused_ = false;
   QByteArray wholeBody_;  // of the last HTTPDownloadFile()
 };
 

@@ -46,6 +46,7 @@ struct HttpHead {
   int status = 0;    // 0 when no answer came
   QString finalUrl;  // address of the final answer
   QList<HttpHeader> headers;
+  QByteArray rawHeaders;  // status line and headers as they came, line ends included
 
   // First header of that name, letter case ignored; null when there is none.
   QByteArray Header(const char* name) const;

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include "download/local_target.h"
+
+#include "base/file_names.h"
+#include "net/api_web.h"
+
+namespace zentorin {
+namespace {
+
+const QLatin1String kSchemeEnd("://");
+
+bool HasKnownScheme(const QString& address) {
+  for (const char* scheme : {"mms://", "http://", "https://"}) {
+    if (address.startsWith(QLatin1String(scheme), Qt::CaseInsensitive)) return true;
+  }
+  return false;
+}
+
+bool LiesDirectlyIn(const QString& directory, const QString& root) {
+  return !root.isEmpty() && directory == API_Web::DirectoryOf(root);
+}
+
+// A file outside both roots: its site and folders under a folder of their own.
+QString ExternalFolder(const QString& directory) {
+  const QString external = QStringLiteral("zz-External");
+  const qsizetype scheme = directory.indexOf(kSchemeEnd);
+  if (scheme < 0) return external;
+  return external + QLatin1Char('\\') + directory.mid(scheme + kSchemeEnd.size());
+}
+
+}  // namespace
+
+QString RowAddress(const FileListRow& row, const QString& root) {
+  const QString& base = row[FileListRow::BaseDir];
+  QString address = row[FileListRow::Address];
+  if (address.isEmpty()) address = row[FileListRow::Link];
+  // An address outside its page's directory is worked out anew from the link as written.
+  if (!address.startsWith(base)) address = row[FileListRow::Link];
+  if (HasKnownScheme(address)) return address;
+  return API_Web::Resolve(base.isEmpty() ? root : base, address);
+}
+
+QString SuffixOf(const QString& address) {
+  const qsizetype dot = address.lastIndexOf(QLatin1Char('.'));
+  return dot < 0 ? QString() : address.mid(dot).toLower();
+}
+
+bool IsStreamSuffix(const QString& suffix) {
+  return suffix == QLatin1String(".php") || suffix == QLatin1String(".asx") ||
+         suffix == QLatin1String(".wmv");
+}
+
+QString LastSegment(const QString& address) {
+  return address.mid(address.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+QString TreeFolder(const QString& address, const QString& rootBase, const QString& root) {
+  const QString directory = API_Web::DirectoryOf(address);
+  if (LiesDirectlyIn(directory, rootBase)) return {};
+  // An empty root would contain every address, so that only known roots are asked.
+  const QString& first = rootBase.isEmpty() ? root : rootBase;
+  const QString& second = root.isEmpty() ? first : root;
+  QString folder = first.isEmpty() ? QString() : API_Web::PathUnder(address, first, second);
+  if (folder.isEmpty()) {
+    if (LiesDirectlyIn(directory, root)) return {};
+    folder = ExternalFolder(directory);
+  }
+  return CleanRelativePath(folder);
+}
+
+QString LocalName(const QString& prefix, const QString& address) {
+  const QString name = prefix + LastSegment(address);
+  return name.isEmpty() ? QString() : CleanFileName(name);
+}
+
+QString WithMp3Suffix(const QString& name) {
+  const QLatin1String suffix(".wma");
+  if (!name.endsWith(suffix, Qt::CaseInsensitive)) return name;
+  return name.chopped(suffix.size()) + QStringLiteral(".mp3");
+}
+
+}  // namespace zentorin

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "download/row_cursor.h"
+
+namespace zentorin {
+
+RowCursor::RowCursor(FileList& files) : files_(files) {
+  connect(&files, &FileList::rowsRemoved, this, &RowCursor::Restart);
+  connect(&files, &FileList::layoutChanged, this, &RowCursor::Restart);
+  connect(&files, &FileList::modelReset, this, &RowCursor::Restart);
+}
+
+int RowCursor::Next() {
+  while (next_ < files_.Count() && !files_.IsSelected(next_)) ++next_;
+  last_ = next_ < files_.Count() ? next_++ : -1;
+  return last_;
+}
+
+int RowCursor::Find(const FileListRow& row) const {
+  if (last_ >= 0 && last_ < files_.Count() && files_.Row(last_) == row) return last_;
+  for (int index = 0; index < files_.Count(); ++index) {
+    if (files_.Row(index) == row) return index;
+  }
+  return -1;
+}
+
+}  // namespace zentorin

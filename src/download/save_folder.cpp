@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "download/save_folder.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+#include <cerrno>
+#include <climits>
+#include <utility>
+
+#include <sys/stat.h>
+
+#include "base/file_names.h"
+#include "base/run_time_error.h"
+
+namespace zentorin {
+namespace {
+
+constexpr mode_t kNewFolderMode = 0777;
+
+int Number(RunTimeError error) {
+  return static_cast<int>(error);
+}
+
+// 0 when `path` is a folder, else the system's error code.
+int FolderError(const QString& path) {
+  struct stat status = {};
+  if (::stat(QFile::encodeName(path).constData(), &status) != 0) return errno;
+  return S_ISDIR(status.st_mode) ? 0 : ENOTDIR;
+}
+
+// Makes an absolute folder with its parents; links are followed. A path that is a file or a
+// dangling link is an error.
+SaveFolder::Made MakeWithParents(const QString& path) {
+  QStringList missing;
+  QString folder = path;
+  int error = FolderError(folder);
+  while (error == ENOENT && folder.size() > 1) {
+    missing.prepend(folder);
+    folder = folder.left(std::max<qsizetype>(1, folder.lastIndexOf(QLatin1Char('/'))));
+    error = FolderError(folder);
+  }
+  if (error != 0) return {Number(RunTimeErrorFromErrno(error)), false, folder};
+  for (const QString& next : std::as_const(missing)) {
+    if (::mkdir(QFile::encodeName(next).constData(), kNewFolderMode) == 0) continue;
+    // What was not there a moment ago and is there now dangles.
+    if (errno == EEXIST) return {Number(RunTimeError::PathAccess), false, next};
+    return {Number(RunTimeErrorFromErrno(errno)), false, next};
+  }
+  return {0, false, path};
+}
+
+}  // namespace
+
+SaveFolder::SaveFolder(QString path, const QString& programFolder)
+    : path_(std::move(path)),
+      isProgramFolder_(QFileInfo(path_).canonicalFilePath() ==
+                       QFileInfo(programFolder).canonicalFilePath()) {}
+
+SaveFolder::Made SaveFolder::Make(const QString& subFolder) const {
+  Made own = MakeWithParents(path_);
+  if (own.error != 0 || subFolder.isEmpty()) return own;
+  const QString wanted =
+      path_ + QLatin1Char('/') + QString(subFolder).replace(QLatin1Char('\\'), QLatin1Char('/'));
+  if (const int forbidden = Forbids(wanted)) return {forbidden, true, wanted};
+  return MakeWithParents(wanted);
+}
+
+int SaveFolder::Forbids(const QString& path) const {
+  if (QFile::encodeName(path).size() >= PATH_MAX) return Number(RunTimeError::BadFileName);
+  if (IsOwnFile(path) || !StaysInside(path_, path)) return Number(RunTimeError::PathAccess);
+  return 0;
+}
+
+// Without a save folder files go to the program's folder. No page may replace what lies there.
+bool SaveFolder::IsOwnFile(const QString& path) const {
+  if (!isProgramFolder_) return false;
+  const QFileInfo file(path);
+  if (file.path() != path_ || !file.exists()) return false;
+  const QString name = file.fileName();
+  return name == QLatin1String("Conf.txt") || name == QLatin1String("reglist.txt") ||
+         name == QLatin1String("log.txt") || name.endsWith(QLatin1String(".dat"));
+}
+
+}  // namespace zentorin
