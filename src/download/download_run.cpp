@@ -210,6 +210,7 @@ void DownloadRun::CleanUp() {
   const FileOutcome logged = context_.log.Append(logText_);
   if (logged.Ok()) return;
   lastRunFailed_ = true;
+  context_.state.SetErrorFlag(true);
   if (!lastRunWasFatal_) board.SetStatus(logged.message, StatusBoard::kRed);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QString>
+#include <chrono>
 
 #include <QCoro/QCoroTask>
 
@@ -23,6 +24,9 @@ class RunDriver : public QObject {
   RunDriver(const DownloadContext& context, UrlList& urlList, FileListGenerator& generator,
             PowerControl& power, QObject* parent = nullptr);
 
+  // Milliseconds between two steps of the countdown; tests shorten them.
+  void SetCountdownStep(std::chrono::milliseconds step) { countdownStep_ = step; }
+
   // `AfterBatchAction`: the action that the command line preset; empty when none.
   void SetAfterBatchAction(const QString& action) { afterBatchAction_ = action; }
   const QString& AfterBatchAction() const { return afterBatchAction_; }
@@ -41,18 +45,37 @@ class RunDriver : public QObject {
   // `cmdCancel`.
   void CancelCommand();
 
-  // Any job or row of the last Drive() failed.
+  // Any row or job of the last Drive() failed, a list could not be made, a fatal error ended it or
+  // the log could not be written.
   bool AnyFailure() const { return anyFailure_; }
+  // The user ended the last Drive() or the countdown after it. A fatal error, which sets the cancel
+  // flag too, does not count.
+  bool WasCancelled() const { return wasCancelled_; }
 
  Q_SIGNALS:
   void RunningChanged(bool running);
   // Passed on from the download run.
   void RowFinished(const zentorin::FinishedRow& row);
   // The window is to be unloaded: after an action preset on the command line, or by "auto close".
+  // Emitted when nothing runs any more.
   void CloseRequested();
 
  private:
+  enum class Unload { No, Yes };
+
+  bool Begin();
+  void End();
+  QCoro::Task<void> DriveSteps(bool batch);
+  QCoro::Task<void> SingleRun();
+  QCoro::Task<void> AllJobs();
   QCoro::Task<void> BatchJob();
+  QCoro::Task<Unload> CountdownSteps();
+  QCoro::Task<bool> CountDown();
+  QCoro::Task<void> RunDownload();
+  void OfferStandby();
+  void ShowCancel();
+  void HideCancel();
+  void RefreshCounts();
 
   DownloadContext context_;
   UrlList& urlList_;
@@ -60,8 +83,11 @@ class RunDriver : public QObject {
   PowerControl& power_;
   DownloadRun run_;
   QString afterBatchAction_;
+  std::chrono::milliseconds countdownStep_{100};
   bool running_ = false;
   bool anyFailure_ = false;
+  bool wasCancelled_ = false;
+  bool endedByFatal_ = false;
 };
 
 }  // namespace zentorin
