@@ -17,14 +17,6 @@ constexpr std::array kFlags = {TargetUrlItem::Opt,       TargetUrlItem::Skip,
                                TargetUrlItem::Modify,    TargetUrlItem::TreeFolder,
                                TargetUrlItem::DispModify};
 
-// What the list's lines and their file cannot hold becomes a blank.
-QString OneLine(QString text) {
-  for (QChar& c : text) {
-    if (c == u'\t' || c == u'\r' || c == u'\n' || c.isNull()) c = u' ';
-  }
-  return text;
-}
-
 // A job as the fields show it.
 TargetUrlItem AsShown(TargetUrlItem item) {
   // An empty window means all dates and is therefore not padded.
@@ -44,7 +36,7 @@ JobEditor::JobEditor(UrlList& list, QObject* parent) : QObject(parent), list_(li
 }
 
 void JobEditor::Edit(TargetUrlItem::Field field, const QString& value) {
-  const QString text = OneLine(value);
+  const QString text = FieldText(value);
   // The display number is the list's own.
   if (field == TargetUrlItem::Number || fields_[field] == text) return;
   fields_.Set(field, text);

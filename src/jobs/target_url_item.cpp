@@ -35,6 +35,13 @@ void TargetUrlItem::SetBeforeElement(int element, const QString& text) {
   fields_[Before] = first + u',' + second;
 }
 
+QString FieldText(QString text) {
+  for (QChar& c : text) {
+    if (c == u'\t' || c == u'\r' || c == u'\n' || c.isNull()) c = u' ';
+  }
+  return text;
+}
+
 QString DisplayNumber(int row) {
   return QString::number(row + 1).rightJustified(2);
 }

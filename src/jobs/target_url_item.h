@@ -51,6 +51,10 @@ class TargetUrlItem {
   std::array<QString, kFieldCount> fields_;
 };
 
+// A text as a field can hold it: tabs, line breaks and NUL, which a job's line and the list's file
+// keep for themselves, become blanks.
+QString FieldText(QString text);
+
 // " 1", "12": a job's display number for its 0-based row.
 QString DisplayNumber(int row);
 

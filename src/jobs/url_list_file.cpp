@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include "jobs/url_list_file.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "base/ansi_text.h"
+#include "base/file_names.h"
+#include "base/number_text.h"
+#include "jobs/url_list.h"
+
+namespace zentorin {
+
+namespace {
+
+struct Key {
+  QLatin1String name;
+  TargetUrlItem::Field field = TargetUrlItem::Number;
+};
+
+// In the order in which they are written.
+constexpr std::array kKeys = {
+    Key{.name = QLatin1String("description"), .field = TargetUrlItem::Description},
+    Key{.name = QLatin1String("skip"), .field = TargetUrlItem::Skip},
+    Key{.name = QLatin1String("over_write"), .field = TargetUrlItem::OverWrite},
+    Key{.name = QLatin1String("only_under_root"), .field = TargetUrlItem::OnlyUnderRoot},
+    Key{.name = QLatin1String("root"), .field = TargetUrlItem::Root},
+    Key{.name = QLatin1String("sub_pattern"), .field = TargetUrlItem::SubPattern},
+    Key{.name = QLatin1String("depth"), .field = TargetUrlItem::Depth},
+    Key{.name = QLatin1String("file_pattern"), .field = TargetUrlItem::FilePattern},
+    Key{.name = QLatin1String("save_path"), .field = TargetUrlItem::SavePath},
+    Key{.name = QLatin1String("tree_folder"), .field = TargetUrlItem::TreeFolder},
+    Key{.name = QLatin1String("disp_date"), .field = TargetUrlItem::DispModify},
+    Key{.name = QLatin1String("disp_modify"), .field = TargetUrlItem::Modify},
+    Key{.name = QLatin1String("date"), .field = TargetUrlItem::Date},
+    Key{.name = QLatin1String("format"), .field = TargetUrlItem::Format},
+    Key{.name = QLatin1String("before"), .field = TargetUrlItem::Before},
+    Key{.name = QLatin1String("opt"), .field = TargetUrlItem::Opt},
+};
+constexpr qsizetype kLinesPerJob = kKeys.size() + 1;
+
+constexpr QByteArrayView kSeparator(" = ");
+constexpr int kMaxQuoted = 40;  // characters of a faulty text that a message repeats
+
+FileOutcome FileFailure(const QString& what) {
+  const int number = static_cast<int>(RunTimeError::Other);
+  return {.error = number,
+          .message = QStringLiteral("%1（エラー %2）。").arg(what, QString::number(number))};
+}
+
+FileOutcome LineFailure(const QString& path, qsizetype line, const QString& reason) {
+  return FileFailure(QStringLiteral("ファイル「%1」の %2 行目を読み込めません。%3")
+                         .arg(path, QString::number(line), reason));
+}
+
+// True for Japanese text that someone saved as UTF-8. Read as Shift_JIS it would mostly be valid
+// and mean nothing; a text of Shift_JIS is hardly ever valid UTF-8.
+bool LooksLikeUtf8(const QByteArray& bytes) {
+  constexpr char kFirstLead = '\xE3';  // of the kana, the kanji, the full-width forms and the mark
+  constexpr char kLastLead = '\xEF';
+  return std::any_of(bytes.begin(), bytes.end(),
+                     [](char byte) { return byte >= kFirstLead && byte <= kLastLead; }) &&
+         bytes.isValidUtf8();
+}
+
+// The jobs of a file while its lines come in, in any order.
+class ListReader {
+ public:
+  // Empty, or why the line cannot be taken. Lines that are none of the format are passed over.
+  QString TakeLine(QByteArrayView line) {
+    // No trail byte of the code page is a blank or "=", so the bytes can be searched as they are.
+    const qsizetype separator = line.indexOf(kSeparator);
+    if (separator < 0) return {};
+    const QByteArrayView rest = line.sliced(separator + kSeparator.size());
+    // A value that holds the separator itself is lost: the format has no way to write it.
+    if (rest.indexOf(kSeparator) >= 0) return {};
+    const QStringList words = DecodeAnsi(line.first(separator)).split(u' ', Qt::SkipEmptyParts);
+    const QString number = words.value(0);
+    const int job = WholeNumber(number);
+    if (job < 1 || job > kMaxJobs) {
+      return QStringLiteral("ジョブ番号「%1」は 1 から %2 までの数ではありません")
+          .arg(EscapeForDisplay(number.left(kMaxQuoted)), QString::number(kMaxJobs));
+    }
+    return SetField(job, words.value(1), DecodeAnsi(rest));
+  }
+
+  // A number that no line names is an empty line, without a display number.
+  QStringList Lines() const {
+    QStringList lines;
+    lines.reserve(static_cast<qsizetype>(items_.size()));
+    for (const TargetUrlItem& item : items_) {
+      lines += item[TargetUrlItem::Number].isEmpty() ? QString() : item.ToLine();
+    }
+    return lines;
+  }
+
+ private:
+  QString SetField(int job, const QString& key, const QString& value) {
+    if (items_.size() < static_cast<std::size_t>(job)) items_.resize(job);
+    TargetUrlItem& item = items_[job - 1];
+    item.Set(TargetUrlItem::Number, DisplayNumber(job - 1));
+    for (const Key& known : kKeys) {
+      if (key != known.name) continue;
+      if (value.contains(QChar(QChar::ReplacementCharacter))) {
+        return QStringLiteral("「%1」に Shift_JIS として読めない文字があります").arg(key);
+      }
+      item.Set(known.field, TrimLeadingBlanks(FieldText(value)));
+    }
+    return {};
+  }
+
+  std::vector<TargetUrlItem> items_;
+};
+
+// The job, key and character that stand at a place of the text of a list.
+QString DescribeFault(const QString& text, const UnencodableCharacter& fault) {
+  const qsizetype line = QStringView(text).first(fault.position).count(u'\n');
+  return QStringLiteral(
+             "%1 番目のジョブの「%2」に Shift_JIS で表せない文字「%3」（U+%4）があります")
+      .arg(
+          QString::number(line / kLinesPerJob + 1), kKeys[line % kLinesPerJob].name,
+          EscapeForDisplay(fault.character),
+          QString::number(fault.character.toUcs4().value(0), 16).toUpper().rightJustified(4, u'0'));
+}
+
+QString ListText(const UrlList& list) {
+  QString text;
+  for (int row = 0; row < list.Count(); ++row) {
+    const TargetUrlItem item = list.Item(row);
+    const QString number = QString::number(row + 1);
+    for (const Key& key : kKeys) {
+      text += number + u' ' + key.name + QLatin1String(" = ") + FieldText(item[key.field]) +
+              QLatin1String("\r\n");
+    }
+    text += QLatin1String("\r\n");
+  }
+  return text;
+}
+
+}  // namespace
+
+FileOutcome ReadUrlListFile(const QString& systemPath, UrlList& list) {
+  QByteArray bytes;
+  const FileOutcome outcome = ReadWholeFile(systemPath, kMaxListFileBytes, bytes);
+  if (!outcome.Ok()) return outcome;
+  if (LooksLikeUtf8(bytes)) {
+    return FileFailure(
+        QStringLiteral("ファイル「%1」を読み込めません。文字コードが Shift_JIS ではなく UTF-8 です")
+            .arg(systemPath));
+  }
+  ListReader reader;
+  qsizetype number = 0;
+  for (qsizetype begin = 0; begin < bytes.size();) {
+    const qsizetype found = bytes.indexOf('\n', begin);
+    const qsizetype end = found < 0 ? bytes.size() : found;
+    QByteArrayView line = QByteArrayView(bytes).sliced(begin, end - begin);
+    if (line.endsWith('\r')) line.chop(1);
+    begin = end + 1;
+    ++number;
+    // A text holds no NUL; a picture or a text in UTF-16 does.
+    const QString fault = line.contains('\0')
+                              ? QStringLiteral("テキストではありません（NUL があります）")
+                              : reader.TakeLine(line);
+    if (!fault.isEmpty()) return LineFailure(systemPath, number, fault);
+  }
+  list.ReplaceAll(reader.Lines());
+  return {};
+}
+
+FileOutcome WriteUrlListFile(const QString& systemPath, const UrlList& list) {
+  const QString failure = QStringLiteral("ファイル「%1」を書き込めません。%2");
+  // What could not be read back is not written.
+  if (list.Count() > kMaxJobs) {
+    return FileFailure(
+        failure.arg(systemPath, QStringLiteral("ジョブは %1 件までです").arg(kMaxJobs)));
+  }
+  const QString text = ListText(list);
+  const AnsiBytes encoded = EncodeAnsi(text);
+  if (encoded.fault)
+    return FileFailure(failure.arg(systemPath, DescribeFault(text, *encoded.fault)));
+  if (LooksLikeUtf8(encoded.bytes)) {
+    return FileFailure(failure.arg(systemPath, QStringLiteral("文字化けした文字しかありません")));
+  }
+  if (encoded.bytes.size() > kMaxListFileBytes) {
+    return FileFailure(failure.arg(
+        systemPath, QStringLiteral("上限の %1 バイトを超えます").arg(kMaxListFileBytes)));
+  }
+  return WriteWholeFile(systemPath, encoded.bytes);
+}
+
+}  // namespace zentorin

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include "jobs/url_list_file.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include "jobs/url_list.h"
+#include "tests/support/temp_dir.h"
+
+namespace zentorin {
+namespace {
+
+using Field = TargetUrlItem::Field;
+using test::TempDir;
+
+QString FieldValue(int field) {
+  return QStringLiteral("v%1").arg(field);
+}
+
+const QByteArray kSample =
+    "1 description = v1\r\n1 skip = v10\r\n1 over_write = v11\r\n1 only_under_root = v12\r\n"
+    "1 root = v2\r\n1 sub_pattern = v3\r\n1 depth = v14\r\n1 file_pattern = v4\r\n"
+    "1 save_path = v5\r\n1 tree_folder = v15\r\n1 disp_date = v16\r\n1 disp_modify = v13\r\n"
+    "1 date = \r\n1 format = v7\r\n1 before = ,\r\n1 opt = v9\r\n\r\n";
+
+TEST(UrlListFile, WritesAndReadsEveryKeyOfAJobToTheByte) {
+  TargetUrlItem item;
+  for (int field = 1; field < TargetUrlItem::kFieldCount; ++field) {
+    item.Set(static_cast<Field>(field), FieldValue(field));
+  }
+  item.Set(Field::Date, {});
+  item.Set(Field::Before, QStringLiteral(","));
+  UrlList list;
+  list.InsertBelow(-1, item);
+  const TempDir dir;
+  const QString path = dir.Write(QStringLiteral("a.dat"), "old");
+  ASSERT_TRUE(WriteUrlListFile(path, list).Ok());
+  EXPECT_EQ(dir.Read(QStringLiteral("a.dat")), kSample);
+
+  UrlList again;
+  again.SetDirty(true);
+  ASSERT_TRUE(ReadUrlListFile(path, again).Ok());
+  EXPECT_EQ(again.Line(0), list.Line(0));
+  EXPECT_EQ(again.SelectedRow(), -1);
+  EXPECT_TRUE(again.IsDirty());
+}
+
+TEST(UrlListFile, ReadsWhatOtherHandsWrote) {
+  struct Case {
+    const char* bytes;
+    const char* lines;  // joined by "|", tabs shown as "/", those at the end left out
+  };
+  const Case cases[] = {
+      {"", ""},
+      {"3 root = c\r\n1 root = a\n",
+       " 1//a||"
+       " 3//c"},
+      {"1 root = a\r\n1 future_key = x\r\n2 other = y", " 1//a| 2"},
+      {"1 root = a = b\r\n1 description = d\r\n", " 1/d"},
+      {"1 root = = b\r\n", " 1//= b"},
+      {"1 root =   a  \r\n1 format =\r\n", " 1//a  "},
+      {"  1   root  = a\r\n1 root x = b\r\nno separator\r\n", " 1//b"},
+      {"1 root = a\tb\rc\r\n1 save_path = C:\\\x95\x5c\r\n", " 1//a b c///C:\\表"},
+      {"12 root = \r\n", "|||||||||||12"},
+  };
+  const TempDir dir;
+  for (const Case& c : cases) {
+    UrlList list;
+    const FileOutcome outcome = ReadUrlListFile(dir.Write(QStringLiteral("a.dat"), c.bytes), list);
+    ASSERT_TRUE(outcome.Ok()) << outcome.message.toStdString();
+    QStringList lines;
+    for (int row = 0; row < list.Count(); ++row) {
+      QString line = list.Line(row);
+      while (line.endsWith(u'\t')) line.chop(1);
+      lines += line.replace(u'\t', u'/');
+    }
+    EXPECT_EQ(lines.join(u'|').toStdString(), c.lines) << c.bytes;
+  }
+}
+
+TEST(UrlListFile, KeepsTheListWhenAFileIsBadAndNamesTheLine) {
+  const std::pair<QByteArray, const char*> cases[] = {
+      {"1 root = a\r\n0 root = b\r\n", "2 行目"},
+      {"-1 root = b\r\n", "ジョブ番号「-1」"},
+      {"1000000000 root = b\r\n", "1 行目"},
+      {"10001 root = b\r\n", "10001"},
+      {"1e99 root = b\r\n", "1e99"},
+      {"\r\n\r\nx root = b\r\n", "3 行目"},
+      {" = b\r\n", "ジョブ番号「」"},
+      {"1 root = a\r\n1 description = \x82\xA0\x82\r\n", "2 行目"},
+      {"1 root = a\r\n1 description = あい\r\n", "UTF-8"},
+      {"\xEF\xBB\xBF\x31 root = a\r\n", "UTF-8"},
+      {QByteArray("1 root = a\r\n\xFF\xFE\0=\0", 18), "2 行目"},
+  };
+  const TempDir dir;
+  for (const auto& [bytes, named] : cases) {
+    UrlList list;
+    list.ReplaceAll({QStringLiteral("kept")});
+    list.Select(0);
+    const QString path = dir.Write(QStringLiteral("bad.dat"), bytes);
+    const FileOutcome outcome = ReadUrlListFile(path, list);
+    EXPECT_EQ(outcome.error, 51) << bytes.constData();
+    EXPECT_TRUE(outcome.message.contains(path)) << outcome.message.toStdString();
+    EXPECT_TRUE(outcome.message.contains(QString::fromUtf8(named)))
+        << outcome.message.toStdString();
+    EXPECT_EQ(list.Line(0), QStringLiteral("kept"));
+    EXPECT_EQ(list.SelectedRow(), 0);
+  }
+  UrlList list;
+  EXPECT_EQ(ReadUrlListFile(dir.Path(QStringLiteral("missing.dat")), list).error,
+            static_cast<int>(RunTimeError::PathMissing));
+  QFile huge(dir.Path(QStringLiteral("huge.dat")));
+  ASSERT_TRUE(huge.open(QIODevice::WriteOnly) && huge.resize(kMaxListFileBytes + 1));
+  EXPECT_FALSE(ReadUrlListFile(huge.fileName(), list).Ok());
+}
+
+TEST(UrlListFile, LeavesTheFileAloneWhenAJobCannotBeWritten) {
+  const TempDir dir;
+  const QString name = QStringLiteral("a.dat");
+  const QString path = dir.Write(name, "old");
+  UrlList list;
+  list.ReplaceAll({{}, QStringLiteral(" 2\td\thttp://x/\U0001F600")});
+  const QString message = WriteUrlListFile(path, list).message;
+  for (const char* named : {"2 番目のジョブ", "「root」", "U+1F600"}) {
+    EXPECT_TRUE(message.contains(QString::fromUtf8(named))) << message.toStdString();
+  }
+  list.ReplaceAll(QStringList(kMaxJobs + 1));
+  EXPECT_FALSE(WriteUrlListFile(path, list).Ok()) << "more jobs than can be read";
+  EXPECT_EQ(dir.Read(name), "old");
+  list.ReplaceAll({QStringLiteral(" 1\tline\r\nbreaks\tin\n2 root = x")});
+  ASSERT_TRUE(WriteUrlListFile(path, list).Ok());
+  EXPECT_TRUE(dir.Read(name).startsWith("1 description = line  breaks\r\n1 skip"));
+}
+
+TEST(UrlListFile, ReadsBackWhatItWrote) {
+  const QStringList parts = {QStringLiteral("="),  QStringLiteral(" "),   QStringLiteral("1"),
+                             QStringLiteral("表"), QStringLiteral("～①"), QStringLiteral("\\"),
+                             QStringLiteral(","),  QStringLiteral("　"),  QStringLiteral("ｱ")};
+  quint32 random = 7;
+  const auto next = [&random](qsizetype below) {
+    random = random * 1'664'525 + 1'013'904'223;
+    return static_cast<qsizetype>(random >> 16) % below;
+  };
+  UrlList list;
+  for (int row = 0; row < 1'000; ++row) {
+    TargetUrlItem item;
+    for (int field = 1; field < TargetUrlItem::kFieldCount; ++field) {
+      QString value;
+      for (qsizetype i = next(6); i > 0; --i) value += parts[next(parts.size())];
+      while (value.startsWith(u' ')) value.remove(0, 1);
+      // The separator itself is the one text that the format loses.
+      if (!value.contains(QStringLiteral(" = "))) item.Set(static_cast<Field>(field), value);
+    }
+    list.InsertBelow(row - 1, item);
+  }
+  const TempDir dir;
+  const QString path = dir.Path(QStringLiteral("a.dat"));
+  ASSERT_TRUE(WriteUrlListFile(path, list).Ok());
+  UrlList again;
+  ASSERT_TRUE(ReadUrlListFile(path, again).Ok());
+  ASSERT_EQ(again.Count(), list.Count());
+  for (int row = 0; row < list.Count(); ++row) ASSERT_EQ(again.Line(row), list.Line(row));
+}
+
+}  // namespace
+}  // namespace zentorin
