@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "jobs/log_file.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <cerrno>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "base/ansi_text.h"
+#include "base/clock.h"
+#include "jobs/date_format.h"
+
+namespace zentorin {
+
+namespace {
+
+constexpr qint64 kMaxLogBytes = 64LL * 1024 * 1024;
+constexpr int kOpenFlags = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;  // never waits for a pipe's reader
+
+FileOutcome WriteFailure(const QString& path, RunTimeError error) {
+  const int number = static_cast<int>(error);
+  return {.error = number,
+          .message = QStringLiteral("ファイル「%1」を書き込めません。%2（エラー %3）。")
+                         .arg(path, DescribeRunTimeError(error), QString::number(number))};
+}
+
+FileOutcome WriteFailure(const QString& path) {
+  return WriteFailure(path, RunTimeErrorFromErrno(errno));
+}
+
+// An open file or folder of the system, closed with its object.
+class Descriptor {
+ public:
+  Descriptor(const QString& path, int flags)
+      : number_(open(QFile::encodeName(path).constData(), flags | kOpenFlags, 0666)) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (number_ >= 0) close(number_);
+  }
+
+  // Negative when opening failed, with errno set.
+  int Number() const { return number_; }
+
+ private:
+  int number_;
+};
+
+bool IsPlain(QChar c) {
+  return c == u'\r' || c == u'\n' || c == u'\t' || (c.unicode() >= 0x20 && c.unicode() < 0x7F);
+}
+
+// Every text can be logged: what the code page lacks, and control characters from outside, are
+// written by their numbers.
+QByteArray LogBytes(const QString& text) {
+  QByteArray bytes;
+  bytes.reserve(2 * text.size());
+  for (qsizetype at = 0; at < text.size();) {
+    const bool pair =
+        text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
+    const QStringView character = QStringView(text).sliced(at, pair ? 2 : 1);
+    at += character.size();
+    if (IsPlain(character.front())) {
+      bytes += static_cast<char>(character.front().unicode());
+      continue;
+    }
+    const AnsiBytes encoded = EncodeAnsi(character);
+    if (!encoded.fault && character.front().category() != QChar::Other_Control) {
+      bytes += encoded.bytes;
+    } else {
+      const char32_t code =
+          pair ? QChar::surrogateToUcs4(character[0], character[1]) : character.front().unicode();
+      bytes += "\\u{" + QByteArray::number(static_cast<uint>(code), 16) + '}';
+    }
+  }
+  return bytes;
+}
+
+// Adds the bytes at the end, or leaves the file as it was. False with errno set.
+bool AppendWhole(const Descriptor& file, const QByteArray& bytes) {
+  struct stat status{};
+  if (fstat(file.Number(), &status) != 0) return false;
+  for (qsizetype done = 0; done < bytes.size();) {
+    const ssize_t written = write(file.Number(), bytes.constData() + done, bytes.size() - done);
+    if (written > 0) {
+      done += written;
+    } else if (errno != EINTR) {
+      const int error = errno;
+      // Half an entry is taken back; when even that fails, the first error is the one to tell.
+      if (done > 0 && ftruncate(file.Number(), status.st_size) != 0) errno = error;
+      errno = error;
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+LogFile::LogFile(QString path, const Clock& clock) : path_(std::move(path)), clock_(clock) {}
+
+bool LogFile::Exists() const {
+  return QFileInfo::exists(path_);
+}
+
+FileOutcome LogFile::Append(const QString& text, bool startNew) {
+  const QString time = FormatDate(clock_.LocalNow(), QStringLiteral("yyyy/mm/dd hh:nn:ss"));
+  const QByteArray entry =
+      LogBytes(QStringLiteral("-- %1 ----\r\n").arg(time) + text + QStringLiteral("\r\n\r\n\r\n"));
+  if (startNew) return WriteWholeFile(path_, entry);
+  // What is there must be a regular file, or a link to one that the user made.
+  const QFileInfo there(path_);
+  if (there.exists() && !there.isFile()) return WriteFailure(path_, RunTimeError::PathAccess);
+  const Descriptor file(path_, O_WRONLY | O_CREAT | O_APPEND);
+  if (file.Number() < 0 || !AppendWhole(file, entry)) return WriteFailure(path_);
+  return {};
+}
+
+FileOutcome LogFile::Sync() {
+  if (!Exists()) return {};  // nothing was appended
+  // The folder holds the file's name: without it a new file may be missing after a power cut.
+  for (const QString& path : {path_, QFileInfo(path_).path()}) {
+    const Descriptor place(path, O_RDONLY);
+    if (place.Number() < 0 || fsync(place.Number()) != 0) return WriteFailure(path);
+  }
+  return {};
+}
+
+FileOutcome LogFile::Read(QString& text) const {
+  QByteArray bytes;
+  const FileOutcome outcome = ReadWholeFile(path_, kMaxLogBytes, bytes);
+  if (outcome.Ok()) text = DecodeAnsi(bytes);
+  return outcome;
+}
+
+}  // namespace zentorin
