@@ -8,21 +8,22 @@
 
 namespace zentorin {
 
+class CurlMultiLoop;
 class RunState;
 
 // libcurl's multi interface on Qt's event loop: socket notifiers and one timer, no polling.
 class CurlHttpEngine : public HttpEngine {
  public:
-  // `connectTo`: "host:port:address:port[,…]" as curl's --connect-to; empty means none. `state`
-  // must outlive the engine.
+  // `connectTo`: "host:port:address:port[,…]" as curl's --connect-to; empty means none. Where
+  // a map is given, no proxy is asked. `state` must outlive the engine, and the engine its
+  // transfers.
   CurlHttpEngine(RunState& state, const QString& connectTo);
   ~CurlHttpEngine() override;
 
   std::unique_ptr<HttpTransfer> Open(HttpRequest request) override;
 
  private:
-  class Private;
-  std::unique_ptr<Private> d_;
+  std::unique_ptr<CurlMultiLoop> loop_;
 };
 
 }  // namespace zentorin

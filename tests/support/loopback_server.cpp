@@ -9,9 +9,9 @@
 namespace zentorin::test {
 namespace {
 
-constexpr qsizetype kChunkBytes = 65536;
+constexpr qsizetype kChunkBytes = 65'536;
 // Bytes that may wait in the socket before more are made.
-constexpr qint64 kMaxWaitingBytes = 256 * 1024;
+constexpr qint64 kMaxWaitingBytes = 262'144;
 constexpr int kPatternPeriod = 251;
 
 QByteArray FindHeader(const QList<QPair<QByteArray, QByteArray>>& headers, const QByteArray& name) {
@@ -92,6 +92,8 @@ class LoopbackConnection : public QObject {
   LoopbackConnection(LoopbackServer& server, QTcpSocket* socket, int number)
       : QObject(&server), server_(server), socket_(socket), number_(number) {
     socket_->setParent(this);
+    // Else a body waits 40 ms for the acknowledgement of its head.
+    socket_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     timer_.setSingleShot(true);
     connect(&timer_, &QTimer::timeout, this, [this] { started_ ? Pump() : Start(); });
     connect(socket_, &QTcpSocket::readyRead, this, &LoopbackConnection::Read);
@@ -233,9 +235,16 @@ QString LoopbackServer::Url(const QString& target) const {
 }
 
 QByteArray LoopbackServer::GeneratedBytes(qint64 from, qsizetype count) {
-  QByteArray bytes(count, Qt::Uninitialized);
-  for (qsizetype i = 0; i < count; ++i) {
-    bytes[i] = static_cast<char>((from + i) % kPatternPeriod);
+  static const QByteArray pattern = [] {
+    QByteArray bytes(kChunkBytes + kPatternPeriod, Qt::Uninitialized);
+    for (qsizetype i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i % kPatternPeriod);
+    return bytes;
+  }();
+  QByteArray bytes;
+  bytes.reserve(count);
+  while (bytes.size() < count) {
+    const qsizetype at = (from + bytes.size()) % kPatternPeriod;
+    bytes += pattern.mid(at, std::min(kChunkBytes, count - bytes.size()));
   }
   return bytes;
 }

@@ -1,0 +1,307 @@
+// SPDX-License-Identifier: MIT
+#include "net/curl_exchange.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "net/request_address.h"
+
+namespace zentorin {
+namespace {
+
+constexpr long kMaxRedirects = 10;
+// libcurl reads once for each time that the socket is ready: as much as a block, so that a large
+// file costs few turns of the event loop.
+constexpr long kReceiveBytes = 102'400;
+
+HttpFailure FailureOf(CURLcode code, bool answered) {
+  switch (code) {
+    case CURLE_OK:
+      return HttpFailure::None;
+    case CURLE_URL_MALFORMAT:
+      return answered ? HttpFailure::BadAnswer : HttpFailure::BadAddress;
+    case CURLE_OPERATION_TIMEDOUT:
+      return HttpFailure::TimedOut;
+    case CURLE_PARTIAL_FILE:
+    case CURLE_GOT_NOTHING:
+    case CURLE_RECV_ERROR:
+    case CURLE_SEND_ERROR:
+      return HttpFailure::CutOff;
+    case CURLE_COULDNT_RESOLVE_PROXY:
+    case CURLE_COULDNT_RESOLVE_HOST:
+    case CURLE_COULDNT_CONNECT:
+    case CURLE_SSL_CONNECT_ERROR:
+    case CURLE_SSL_CACERT_BADFILE:
+    case CURLE_SSL_CIPHER:
+    case CURLE_PEER_FAILED_VERIFICATION:
+    case CURLE_PROXY:
+      return HttpFailure::Unreachable;
+    default:
+      return HttpFailure::BadAnswer;
+  }
+}
+
+bool IsRedirect(const HttpHead& head) {
+  return head.status >= 300 && head.status < 400 && !head.Header("Location").isEmpty();
+}
+
+bool HasUnequalLengths(const HttpHead& head) {
+  const QByteArray first = head.Header("Content-Length");
+  return std::any_of(head.headers.begin(), head.headers.end(), [&first](const HttpHeader& header) {
+    return header.name.compare("Content-Length", Qt::CaseInsensitive) == 0 && header.value != first;
+  });
+}
+
+bool HasLineBreak(const QByteArray& text) {
+  return text.contains('\r') || text.contains('\n') || text.contains('\0');
+}
+
+}  // namespace
+
+void CurlExchange::Waiter::await_suspend(std::coroutine_handle<> coroutine) {
+  Q_ASSERT(!exchange.waiter_);  // one at a time waits for a transfer
+  exchange.waiter_ = coroutine;
+  exchange.awaited_ = event;
+}
+
+CurlExchange::CurlExchange(HttpRequest request, std::vector<CURL*>& touched)
+    : request_(std::move(request)),
+      touched_(&touched),
+      errorText_(CURL_ERROR_SIZE, '\0'),
+      lastByteAt_(std::chrono::steady_clock::now()) {
+  deadline_.setSingleShot(true);
+}
+
+bool CurlExchange::Prepare(curl_slist* connectTo) {
+  const QByteArray address = WireAddress(request_.url);
+  if (address.isEmpty()) {
+    Finish(HttpFailure::BadAddress, QStringLiteral("not an http or https address"));
+    return false;
+  }
+  easy_.reset(curl_easy_init());
+  if (!easy_) {
+    Finish(HttpFailure::Unreachable, QStringLiteral("out of memory"));
+    return false;
+  }
+  SetOptions(address);
+  SetRoute(connectTo);
+  SetHeaders();
+  return true;
+}
+
+void CurlExchange::SetOptions(const QByteArray& address) {
+  CURL* easy = easy_.get();
+  curl_easy_setopt(easy, CURLOPT_URL, address.constData());
+  curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
+  curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+  curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
+  curl_easy_setopt(easy, CURLOPT_MAXREDIRS, kMaxRedirects);
+  curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+  curl_easy_setopt(easy, CURLOPT_NETRC, static_cast<long>(CURL_NETRC_IGNORED));
+  curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
+  curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
+  curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
+  // Without it a cancel would wait for the thread that looks a name up.
+  curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
+  curl_easy_setopt(easy, CURLOPT_BUFFERSIZE, kReceiveBytes);
+  curl_easy_setopt(easy, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+  curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS,
+                   static_cast<long>(request_.connectTimeout.count()));
+  curl_easy_setopt(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(request_.totalTimeout.count()));
+  if (request_.acceptCompressed) curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, "");
+
+  curl_easy_setopt(easy, CURLOPT_ERRORBUFFER, errorText_.data());
+  curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &CurlExchange::OnHeader);
+  curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
+  curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &CurlExchange::OnBody);
+  curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
+}
+
+// A map leads hosts elsewhere, which a proxy would undo: with one, every request is direct.
+void CurlExchange::SetRoute(curl_slist* connectTo) {
+  if (connectTo != nullptr) curl_easy_setopt(easy_.get(), CURLOPT_CONNECT_TO, connectTo);
+  if (request_.useSystemProxy && connectTo == nullptr) return;
+  curl_easy_setopt(easy_.get(), CURLOPT_PROXY, "");
+  curl_easy_setopt(easy_.get(), CURLOPT_NOPROXY, "*");
+}
+
+void CurlExchange::SetHeaders() {
+  for (const HttpHeader& header : std::as_const(request_.headers)) {
+    if (HasLineBreak(header.name) || HasLineBreak(header.value)) continue;
+    // "Name:" would take the header away; "Name;" sends it empty.
+    const QByteArray line =
+        header.value.isEmpty() ? header.name + ';' : header.name + ": " + header.value;
+    AppendTo(requestHeaders_, line.constData());
+  }
+  curl_easy_setopt(easy_.get(), CURLOPT_HTTPHEADER, requestHeaders_.get());
+  if (!request_.userAgent.isEmpty()) {
+    curl_easy_setopt(easy_.get(), CURLOPT_USERAGENT, request_.userAgent.constData());
+  }
+}
+
+bool CurlExchange::Has(Event event) const {
+  if (finished_) return true;
+  return event == Event::Head ? headIsFinal_ : !blocks_.empty();
+}
+
+std::coroutine_handle<> CurlExchange::TakeReadyWaiter() {
+  if (!waiter_ || !Has(awaited_)) return nullptr;
+  return std::exchange(waiter_, nullptr);
+}
+
+QByteArray CurlExchange::TakeBlock() {
+  if (blocks_.empty()) return finished_ ? std::exchange(rest_, {}) : QByteArray();
+  QByteArray block = std::move(blocks_.front());
+  blocks_.pop_front();
+  return block;
+}
+
+bool CurlExchange::ShouldPause() const {
+  return !finished_ && !paused_ && !draining_ && !blocks_.empty() && !waiter_;
+}
+
+void CurlExchange::SetPaused(bool paused) {
+  paused_ = paused;
+  lastByteAt_ = std::chrono::steady_clock::now();
+  curl_easy_pause(easy_.get(), paused ? CURLPAUSE_RECV : CURLPAUSE_CONT);
+}
+
+void CurlExchange::Finish(HttpFailure failure, const QString& text) {
+  if (finished_) return;
+  finished_ = true;
+  failure_ = failure;
+  failureText_ = text;
+  if (failure == HttpFailure::Cancelled) {
+    blocks_.clear();
+    rest_.clear();
+  }
+  if (!headIsFinal_) head_ = {};
+  deadline_.stop();
+  easy_.reset();
+}
+
+void CurlExchange::FinishWith(CURLcode code) {
+  if (failure_ != HttpFailure::None) {  // a callback refused the answer
+    Finish(failure_, failureText_);
+    return;
+  }
+  const char* text = errorText_.front() != '\0' ? errorText_.constData() : curl_easy_strerror(code);
+  if (code == CURLE_OK) headIsFinal_ = head_.status != 0;
+  // A length beyond all numbers makes libcurl read to the end of the connection: never whole.
+  const bool isShort =
+      code == CURLE_OK && !head_.Header("Content-Length").isEmpty() && !AnnouncedBytes();
+  if (isShort) {
+    Finish(HttpFailure::CutOff, QStringLiteral("the announced length was not reached"));
+  } else {
+    Finish(FailureOf(code, head_.status != 0),
+           code == CURLE_OK ? QString() : QString::fromLocal8Bit(text));
+  }
+}
+
+std::optional<qint64> CurlExchange::AnnouncedBytes() const {
+  bool isNumber = false;
+  const qint64 bytes = head_.Header("Content-Length").toLongLong(&isNumber);
+  return isNumber ? std::optional(bytes) : std::nullopt;
+}
+
+bool CurlExchange::IsWorthDraining() const {
+  if (finished_ || !headIsFinal_) return false;
+  const std::optional<qint64> announced = AnnouncedBytes();
+  if (announced) return *announced - bodyBytes_ <= kMaxDrainBytes;
+  return head_.Header("Transfer-Encoding").toLower().contains("chunked");
+}
+
+void CurlExchange::StartDraining() {
+  draining_ = true;
+  blocks_.clear();
+  rest_.clear();
+  if (paused_) SetPaused(false);
+}
+
+std::chrono::milliseconds CurlExchange::IdleTimeLeft() const {
+  if (draining_) return std::chrono::milliseconds(0);
+  if (paused_) return request_.idleTimeout;  // the wait is ours, not the server's
+  const auto idle = std::chrono::steady_clock::now() - lastByteAt_;
+  return request_.idleTimeout - std::chrono::duration_cast<std::chrono::milliseconds>(idle);
+}
+
+size_t CurlExchange::OnHeader(char* bytes, size_t size, size_t count, void* exchange) {
+  auto* self = static_cast<CurlExchange*>(exchange);
+  const size_t length = size * count;
+  return self->TakeHeaderLine({bytes, static_cast<qsizetype>(length)}) ? length : 0;
+}
+
+size_t CurlExchange::OnBody(char* bytes, size_t size, size_t count, void* exchange) {
+  auto* self = static_cast<CurlExchange*>(exchange);
+  const size_t length = size * count;
+  return self->TakeBody({bytes, static_cast<qsizetype>(length)}) ? length : 0;
+}
+
+void CurlExchange::Touch() {
+  lastByteAt_ = std::chrono::steady_clock::now();
+  if (isTouched_) return;
+  isTouched_ = true;
+  touched_->push_back(easy_.get());
+}
+
+bool CurlExchange::Refuse(HttpFailure failure, const char* text) {
+  failure_ = failure;
+  failureText_ = QString::fromLatin1(text);
+  return false;
+}
+
+bool CurlExchange::TakeHeaderLine(QByteArrayView line) {
+  Touch();
+  headBytes_ += line.size();
+  if (headBytes_ > kMaxHeadBytes) return Refuse(HttpFailure::TooLarge, "too many headers");
+  if (headIsFinal_) return true;  // trailers
+  const QByteArray text = line.toByteArray().trimmed();
+  if (text.isEmpty()) return EndHead();
+  if (line.startsWith("HTTP/")) {
+    head_ = {};
+    head_.status = text.mid(text.indexOf(' ') + 1, 3).toInt();
+  } else if (line.startsWith(' ') || line.startsWith('\t')) {
+    if (!head_.headers.isEmpty()) head_.headers.last().value += ' ' + text;
+  } else if (const qsizetype colon = text.indexOf(':'); colon > 0) {
+    head_.headers.append({text.left(colon).trimmed(), text.mid(colon + 1).trimmed()});
+  }
+  return true;
+}
+
+bool CurlExchange::EndHead() {
+  if (head_.status < 200 || IsRedirect(head_)) return true;
+  if (HasUnequalLengths(head_)) {
+    return Refuse(HttpFailure::BadAnswer, "two lengths that contradict each other");
+  }
+  headIsFinal_ = true;
+  long redirects = 0;
+  const char* address = nullptr;
+  curl_easy_getinfo(easy_.get(), CURLINFO_REDIRECT_COUNT, &redirects);
+  curl_easy_getinfo(easy_.get(), CURLINFO_EFFECTIVE_URL, &address);
+  // Without a redirect the address stays as it was written, because it is compared as text.
+  head_.finalUrl = redirects > 0 ? QString::fromUtf8(address) : request_.url;
+  return true;
+}
+
+bool CurlExchange::TakeBody(QByteArrayView bytes) {
+  Touch();
+  bodyBytes_ += bytes.size();
+  if (draining_) {
+    drainedBytes_ += bytes.size();
+    return drainedBytes_ <= kMaxDrainBytes;
+  }
+  if (request_.maxBodyBytes > 0 && bodyBytes_ > request_.maxBodyBytes) {
+    return Refuse(HttpFailure::TooLarge, "the body is too large");
+  }
+  while (!bytes.isEmpty()) {
+    const qsizetype room = HttpTransfer::kBlockBytes - rest_.size();
+    const qsizetype taken = std::min(room, bytes.size());
+    if (rest_.size() + taken > CURL_MAX_WRITE_SIZE) rest_.reserve(HttpTransfer::kBlockBytes);
+    rest_.append(bytes.data(), taken);
+    bytes = bytes.sliced(taken);
+    if (rest_.size() == HttpTransfer::kBlockBytes) blocks_.push_back(std::exchange(rest_, {}));
+  }
+  return true;
+}
+
+}  // namespace zentorin

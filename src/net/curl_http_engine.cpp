@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "net/curl_http_engine.h"
+
+#include <QPointer>
+#include <utility>
+
+#include "net/connect_to_map.h"
+#include "net/curl_multi_loop.h"
+
+namespace zentorin {
+namespace {
+
+using Event = CurlExchange::Event;
+
+// The waits hold the exchange by themselves, so they end well even when the transfer goes first.
+QCoro::Task<HttpHead> HeadOf(std::shared_ptr<CurlExchange> exchange) {
+  CurlExchange::Waiter head = exchange->Until(Event::Head);
+  co_await head;
+  co_return exchange->Head();
+}
+
+QCoro::Task<QByteArray> NextBlockOf(QPointer<CurlMultiLoop> loop,
+                                    std::shared_ptr<CurlExchange> exchange) {
+  CurlExchange::Waiter ready = exchange->Until(Event::Block);
+  co_await ready;
+  QByteArray block = exchange->TakeBlock();
+  if (loop) loop->MakeRoom(*exchange);
+  co_return block;
+}
+
+// The caller's end of an exchange.
+class CurlTransfer : public HttpTransfer {
+ public:
+  CurlTransfer(CurlMultiLoop& loop, std::shared_ptr<CurlExchange> exchange)
+      : loop_(&loop), exchange_(std::move(exchange)) {}
+  ~CurlTransfer() override {
+    if (loop_) loop_->Release(exchange_);
+  }
+
+  QCoro::Task<HttpHead> Head() override { return HeadOf(exchange_); }
+  QCoro::Task<QByteArray> NextBlock() override { return NextBlockOf(loop_, exchange_); }
+  HttpFailure Failure() const override { return exchange_->Failure(); }
+  QString FailureText() const override { return exchange_->FailureText(); }
+
+ private:
+  QPointer<CurlMultiLoop> loop_;
+  std::shared_ptr<CurlExchange> exchange_;
+};
+
+}  // namespace
+
+CurlHttpEngine::CurlHttpEngine(RunState& state, const QString& connectTo)
+    : loop_(std::make_unique<CurlMultiLoop>(state, ParseConnectToMap(connectTo))) {}
+
+CurlHttpEngine::~CurlHttpEngine() = default;
+
+std::unique_ptr<HttpTransfer> CurlHttpEngine::Open(HttpRequest request) {
+  return std::make_unique<CurlTransfer>(*loop_, loop_->Start(std::move(request)));
+}
+
+}  // namespace zentorin

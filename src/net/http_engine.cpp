@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "net/http_engine.h"
+
+#include <utility>
+
+namespace zentorin {
+
+QByteArray HttpHead::Header(const char* name) const {
+  for (const HttpHeader& header : headers) {
+    if (header.name.compare(name, Qt::CaseInsensitive) == 0) return header.value;
+  }
+  return {};
+}
+
+QCoro::Task<HttpAnswer> FetchWhole(HttpEngine& engine, HttpRequest request) {
+  const std::unique_ptr<HttpTransfer> transfer = engine.Open(std::move(request));
+  HttpAnswer answer;
+  answer.head = co_await transfer->Head();
+  while (true) {
+    const QByteArray block = co_await transfer->NextBlock();
+    if (block.isEmpty()) break;
+    answer.body += block;
+  }
+  answer.failure = transfer->Failure();
+  answer.failureText = transfer->FailureText();
+  co_return answer;
+}
+
+}  // namespace zentorin
