@@ -215,7 +215,7 @@ QString EraText(Part part, const QDate& date) {
   if (part == Part::EraYear) return Digits(year, 1);
   if (part == Part::EraYear2) return Digits(year, 2);
   if (era == nullptr) return {};
-  if (part == Part::EraLetter) return QString(QLatin1Char(era->letter));
+  if (part == Part::EraLetter) return QString::fromLatin1(&era->letter, 1);
   const QString name = QString::fromUtf16(era->name);
   return part == Part::EraShort ? name.left(1) : name;
 }
@@ -231,7 +231,7 @@ QString DayText(Part part, const QDate& date) {
     case Part::DayNameLocal:
       return kDayLetters[weekDay] + QStringLiteral("曜日");
     case Part::DayShortLocal:
-      return QString(kDayLetters[weekDay]);
+      return kDayLetters.sliced(weekDay, 1).toString();
     case Part::Day2:
       return Digits(date.day(), 2);
     case Part::WeekDay:
@@ -328,7 +328,7 @@ QString FormatDate(const QDateTime& date, const QString& format) {
   if (!date.isValid()) return {};
   if (format.isEmpty()) return CompoundText(Part::General, date);
   const std::vector<Piece> pieces = Split(format);
-  const bool twelveHours = std::any_of(pieces.begin(), pieces.end(), IsHalfDay);
+  const bool twelveHours = std::ranges::any_of(pieces, IsHalfDay);
   QString text;
   for (const Piece& piece : pieces) text += PieceText(piece, date, twelveHours);
   return text;

@@ -95,7 +95,7 @@ DayWindow ParseDayWindow(const QString& first, const QString& second) {
   };
   const int a = days(first);
   const int b = TrimBlanks(second).isEmpty() ? a : days(second);
-  return {std::min(a, b), std::max(a, b)};
+  return {.first = std::min(a, b), .last = std::max(a, b)};
 }
 
 QString DayWindowText(const DayWindow& window, const QDate& today) {

@@ -120,7 +120,7 @@ FileOutcome LogFile::Append(const QString& text, bool startNew) {
   return {};
 }
 
-FileOutcome LogFile::Sync() {
+FileOutcome LogFile::Sync() const {
   if (!Exists()) return {};  // nothing was appended
   // The folder holds the file's name: without it a new file may be missing after a power cut.
   for (const QString& path : {path_, QFileInfo(path_).path()}) {
@@ -132,7 +132,7 @@ FileOutcome LogFile::Sync() {
 
 FileOutcome LogFile::Read(QString& text) const {
   QByteArray bytes;
-  const FileOutcome outcome = ReadWholeFile(path_, kMaxLogBytes, bytes);
+  FileOutcome outcome = ReadWholeFile(path_, kMaxLogBytes, bytes);
   if (outcome.Ok()) text = DecodeAnsi(bytes);
   return outcome;
 }

@@ -22,7 +22,7 @@ class LogFile {
   // Adds an entry; with `startNew` the file is begun anew.
   FileOutcome Append(const QString& text, bool startNew = false);
   // Makes what was appended durable, for a call that may cut the power.
-  FileOutcome Sync();
+  FileOutcome Sync() const;
   // The whole log as text.
   FileOutcome Read(QString& text) const;
 

@@ -58,7 +58,7 @@ PatternLists::PatternLists() : subUrl_(BuiltInSubUrl()), file_(BuiltInFile()) {}
 
 FileOutcome PatternLists::LoadOrCreate(const QString& path) {
   QByteArray bytes;
-  const FileOutcome outcome = ReadWholeFile(path, kMaxFileBytes, bytes);
+  FileOutcome outcome = ReadWholeFile(path, kMaxFileBytes, bytes);
   if (outcome.error == static_cast<int>(RunTimeError::PathMissing)) {
     QStringList lines = QStringList(kSubUrlMark) + BuiltInSubUrl();
     lines += {QString(), kFileMark};

@@ -59,8 +59,8 @@ FileOutcome LineFailure(const QString& path, qsizetype line, const QString& reas
 bool LooksLikeUtf8(const QByteArray& bytes) {
   constexpr char kFirstLead = '\xE3';  // of the kana, the kanji, the full-width forms and the mark
   constexpr char kLastLead = '\xEF';
-  return std::any_of(bytes.begin(), bytes.end(),
-                     [](char byte) { return byte >= kFirstLead && byte <= kLastLead; }) &&
+  return std::ranges::any_of(bytes,
+                             [](char byte) { return byte >= kFirstLead && byte <= kLastLead; }) &&
          bytes.isValidUtf8();
 }
 
@@ -142,7 +142,7 @@ QString ListText(const UrlList& list) {
 
 FileOutcome ReadUrlListFile(const QString& systemPath, UrlList& list) {
   QByteArray bytes;
-  const FileOutcome outcome = ReadWholeFile(systemPath, kMaxListFileBytes, bytes);
+  FileOutcome outcome = ReadWholeFile(systemPath, kMaxListFileBytes, bytes);
   if (!outcome.Ok()) return outcome;
   if (LooksLikeUtf8(bytes)) {
     return FileFailure(
