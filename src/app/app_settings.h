@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QRect>
 #include <QString>
 
 #include "base/display_clock.h"
@@ -20,9 +19,11 @@ struct AppSettings {
   ClockOptions clock;
   DownloadOptions download;
 
-  // A missing file leaves the defaults and is no error. The lines of the clock are written but
-  // never read back: the clock starts at its defaults in every run of the program.
+  // A missing file leaves the defaults and is no error; so do lines that are no setting. The lines
+  // of the clock are written but never read back: the clock starts at its defaults in every run of
+  // the program.
   FileOutcome Load(const QString& path);
+  // Writes every setting in its fixed order, the rectangle as it stands here.
   FileOutcome Save(const QString& path) const;
 };
 

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "app/app_settings.h"
+
+#include <gtest/gtest.h>
+
+#include "base/ansi_text.h"
+#include "tests/support/temp_dir.h"
+
+namespace zentorin::test {
+namespace {
+
+const char* const kDefaultFile =
+    "form left = 130\r\nform top = 100\r\nform right = 812\r\nform bottom = 700\r\n"
+    "default save path = \r\nopen folder = 1\r\nvlc show = 0\r\nGMT use = 0\r\nGMT diff = 9\r\n"
+    "vlc wma to mp3 = 1\r\nstreaming tool = 0\r\nauto close = 0\r\nadd date = 0\r\n"
+    "add date format = yyyymmddhh_\r\n";
+
+TEST(AppSettings, AreWrittenInTheirOrderToTheByte) {
+  const TempDir dir;
+  AppSettings settings;
+  ASSERT_TRUE(settings.Load(dir.Path("Conf.txt")).Ok()) << "a missing file is no error";
+  ASSERT_TRUE(settings.Save(dir.Path("Conf.txt")).Ok());
+  EXPECT_EQ(dir.Read("Conf.txt"), kDefaultFile);
+}
+
+TEST(AppSettings, ReadKeysInAnyLetterCaseAndSkipWhatIsNoSetting) {
+  const TempDir dir;
+  const QString text = QStringLiteral(
+      "  Form Left = 7\r\nform top = x\nFORM RIGHT =   900 px\r\nform bottom = 1 = 2\r\n"
+      "default save path =   保存 先 \r\nopen folder = 0\r\nunknown = 1\r\nno setting\r\n\r\n"
+      "vlc show = 1\r\nGMT use = 1\r\ngmt use = 1\r\nGMT diff = 3\r\nvlc wma to mp3 = no\r\n"
+      "streaming tool = 1\r\nauto close = 1\r\nadd date = 1\r\nadd date format = yyyy-\r\n"
+      "form top=5\r\n");
+  AppSettings settings;
+  settings.formTop = 1;
+  settings.clock.gmtDiffHours = -5;
+  ASSERT_TRUE(settings.Load(dir.Write("Conf.txt", EncodeAnsi(text).bytes)).Ok());
+  ASSERT_TRUE(settings.Save(dir.Path("again.txt")).Ok());
+  const QString again = QStringLiteral(
+      "form left = 7\r\nform top = 0\r\nform right = 900\r\nform bottom = 700\r\n"
+      "default save path = 保存 先 \r\nopen folder = 0\r\nvlc show = 1\r\nGMT use = 0\r\n"
+      "GMT diff = 9\r\nvlc wma to mp3 = 0\r\nstreaming tool = 1\r\nauto close = 1\r\n"
+      "add date = 1\r\nadd date format = yyyy-\r\n");
+  EXPECT_EQ(DecodeAnsi(dir.Read("again.txt")), again)
+      << "a value with the separator is skipped, and the clock's lines are never read back";
+}
+
+TEST(AppSettings, TakeNoHarmFromABinaryFile) {
+  const TempDir dir;
+  QByteArray bytes(1 << 20, '\0');
+  for (int i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>((i * 7919) >> 3);
+  bytes += " = \r\nform left = 99999999999999999999\r\n";
+  AppSettings settings;
+  ASSERT_TRUE(settings.Load(dir.Write("Conf.txt", bytes)).Ok());
+  EXPECT_EQ(settings.formLeft, std::numeric_limits<int>::max());
+  EXPECT_EQ(settings.formTop, 100);
+}
+
+TEST(AppSettings, KeepTheOldFileWhenACharacterCannotBeWritten) {
+  const TempDir dir;
+  const QString path = dir.Write("Conf.txt", "old");
+  AppSettings settings;
+  settings.defaultSavePath = QStringLiteral("/保存/\U0001F600");
+  const FileOutcome outcome = settings.Save(path);
+  EXPECT_FALSE(outcome.Ok());
+  EXPECT_TRUE(outcome.message.contains(QStringLiteral("default save path")));
+  EXPECT_TRUE(outcome.message.contains(QStringLiteral("\U0001F600")));
+  EXPECT_EQ(dir.Read("Conf.txt"), "old");
+}
+
+}  // namespace
+}  // namespace zentorin::test

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "app/command_line.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+#include "app/program_title.h"
+#include "base/drives.h"
+#include "tests/support/temp_dir.h"
+
+namespace zentorin::test {
+namespace {
+
+// "debug|auto time|action|tray|file,file|!invalid time" of what is set.
+QString Summary(const CommandLine& line) {
+  QStringList parts;
+  if (line.debugMode) parts.append(QStringLiteral("debug"));
+  if (line.autoMode) parts.append(QStringLiteral("auto ") + line.autoStartTime);
+  if (!line.afterBatchAction.isEmpty()) parts.append(line.afterBatchAction);
+  if (line.trayMode) parts.append(QStringLiteral("tray"));
+  if (!line.files.isEmpty()) parts.append(line.files.join(u','));
+  if (!line.invalidTime.isEmpty()) parts.append(u'!' + line.invalidTime);
+  return parts.join(u'|');
+}
+
+TEST(CommandLine, ReadsItsOptionsFromOneText) {
+  const struct {
+    const char* text;
+    const char* expected;
+  } cases[] = {
+      {"", ""},
+      {"   ", ""},
+      {"lists.dat -debug", "debug"},
+      {"-auto 23:30 -quit shutdown -file C:\\lists\\nightly.dat",
+       "auto 23:30|シャットダウン|C:\\lists\\nightly.dat"},
+      {"-a -q -f nightly.dat -tasktray", "auto |閉じる|tray|nightly.dat"},
+      {"-DEBUG -Auto 7:5 -QUIT s", "debug|auto 7:5|シャットダウン"},
+      {"-quit shutdown -auto", "auto "},
+      {"-a -q B", "auto |閉じる"},
+      {"-a -q b", "auto |スタンバイ"},
+      {"-a -q hibernation -q l", "auto |ログオフ"},
+      {"-a -q r", "auto |再起動"},
+      {"-a 25:00 -debug", "auto |!25:00"},
+      {"-debug -f a.dat -a soon -f b.dat", "debug|auto |a.dat|!soon"},
+      {"-a 23:30 -a", "auto "},
+      {"-a　-q　-f x.dat", "auto |閉じる|x.dat"},
+      {"-auto　23:30", ""},
+      {"-unknown -nothing 3 -debug", "debug"},
+      {"-f  my  old list.dat ", "my  old list.dat"},
+      {"-f \"a b.dat\" -f \tc.dat", "a b.dat,c.dat"},
+      {"-f a-b.dat -debug", "debug|a-b.dat"},
+      {"--help", ""},
+  };
+  for (const auto& each : cases) {
+    EXPECT_EQ(Summary(ParseCommandLine(QString::fromUtf8(each.text))).toStdString(), each.expected)
+        << each.text;
+  }
+}
+
+TEST(CommandLine, CollapsesBlanksInOptionWords) {
+  const QStringList words = ParseOptionWords(QStringLiteral(" q\t  b 　 c　 d　e "));
+  EXPECT_EQ(words.mid(0, 4), QStringList({QStringLiteral("q"), QStringLiteral("b"),
+                                          QStringLiteral("c　d　e"), QString()}));
+  EXPECT_EQ(words.size(), 11);
+}
+
+TEST(CommandLine, KeepsArgumentsThatHoldBlanksAndHyphensWhole) {
+  const auto summary = [](const QStringList& arguments) {
+    return Summary(ParseCommandLine(JoinArguments(arguments)));
+  };
+  const QString path = QStringLiteral("/a b/new -old　-x.dat");
+  EXPECT_EQ(summary({QStringLiteral("-f"), path, QStringLiteral("-debug")}), "debug|" + path);
+  EXPECT_EQ(summary({QStringLiteral("-a -q　-f x.dat")}), QStringLiteral("auto |閉じる|x.dat"))
+      << "an argument that is a piece of command line is read as one";
+}
+
+TEST(CommandLine, FindsAListInTheProgramsFolderFirst) {
+  const TempDir home;
+  const TempDir work;
+  const QString before = QDir::currentPath();
+  QDir::setCurrent(work.Path());
+  home.Write("both.dat", "");
+  work.Write("both.dat", "");
+  const QString here = work.Write("sub/here.dat", "");
+  const Drives drives(home.Path());
+  EXPECT_EQ(FindListFile(QStringLiteral("both.dat"), drives), home.Path("both.dat"));
+  EXPECT_EQ(FindListFile(QStringLiteral(".\\sub\\here.dat"), drives), here);
+  EXPECT_EQ(FindListFile(QStringLiteral("none.dat"), drives), home.Path("none.dat"));
+  EXPECT_EQ(Summary(ReadArguments({here}, drives)), here) << "as a file manager gives it";
+  EXPECT_EQ(Summary(ReadArguments({QStringLiteral("none.dat")}, drives)), QString());
+  QDir::setCurrent(before);
+}
+
+TEST(ProgramTitle, ShowsTheVersionWithoutItsSecondDotAndTheFileWithoutItsFolder) {
+  EXPECT_EQ(ProductTitle(0, 0, 8), QStringLiteral("Zentorin 0.08"));
+  EXPECT_EQ(ProgramTitle(QString()), ProductTitle());
+  EXPECT_EQ(ProgramTitle(QStringLiteral("/lists/nightly.dat")),
+            ProductTitle() + QStringLiteral("　-　nightly.dat"));
+}
+
+}  // namespace
+}  // namespace zentorin::test
