@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "app/terminal.h"
+
+#include <cerrno>
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include "app/terminal_text.h"
+#include "base/file_names.h"
+
+namespace zentorin {
+namespace {
+
+constexpr int kUsualColumns = 80;
+constexpr const char* kClearLine = "\r\x1b[K";
+
+}  // namespace
+
+Terminal::Terminal(int descriptor)
+    : descriptor_(descriptor), isTerminal_(::isatty(descriptor) == 1) {}
+
+void Terminal::Line(const QString& text) {
+  QByteArray bytes = EscapeForDisplay(text).toUtf8() + '\n';
+  if (!refreshed_.isEmpty()) bytes = kClearLine + bytes + refreshed_.toUtf8();
+  Write(bytes);
+}
+
+void Terminal::Refresh(const QString& text) {
+  if (!isTerminal_) return;
+  // The last column stays free: a full line would wrap and could not be drawn over.
+  refreshed_ = CutToWidth(EscapeForDisplay(text), Columns() - 1);
+  Write(kClearLine + refreshed_.toUtf8());
+}
+
+void Terminal::EndRefresh() {
+  if (refreshed_.isEmpty()) return;
+  refreshed_.clear();
+  Write(kClearLine);
+}
+
+int Terminal::Columns() const {
+  winsize size = {};
+  if (::ioctl(descriptor_, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return kUsualColumns;
+  return size.ws_col;
+}
+
+void Terminal::Write(const QByteArray& bytes) const {
+  qsizetype done = 0;
+  while (done < bytes.size()) {
+    const ssize_t count = ::write(descriptor_, bytes.constData() + done, bytes.size() - done);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return;
+    done += count;
+  }
+}
+
+}  // namespace zentorin

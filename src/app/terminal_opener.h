@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "launch/opener.h"
+
+namespace zentorin {
+
+class Terminal;
+
+// Opens nothing: with no display there is nothing to open a thing in. What would have been opened
+// is named on the terminal.
+class TerminalOpener : public Opener {
+ public:
+  // `terminal` outlives the opener.
+  explicit TerminalOpener(Terminal& terminal) : terminal_(terminal) {}
+
+  void OpenWithDefaultHandler(const QString& target) override;
+  void OpenFolder(const QString& path) override;
+  void ShowText(const QString& text, const QString& title) override;
+
+ private:
+  Terminal& terminal_;
+};
+
+}  // namespace zentorin

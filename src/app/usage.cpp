@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "app/usage.h"
+
+#include "app/program_title.h"
+
+namespace zentorin {
+namespace {
+
+QString HelpText() {
+  return QStringLiteral(
+      R"(Ｗｅｂサイトから指定パターンのファイルを検索して一括ダウンロードします。
+
+使い方: zentorin [オプション]
+
+  -file パス, -f パス    ＵＲＬリストファイル（*.dat）を開きます。相対パスは、プログラムの
+                         フォルダ、次に現在のフォルダから探します。
+  -auto [時:分], -a      一括ダウンロードを自動で実行します。時刻を指定すると、その時刻まで
+                         待ちます。今日すでに過ぎた時刻は、すぐに始めます。
+  -quit [動作], -q       終了後の動作（-auto の後に指定します）:
+                           b, standby      スタンバイ    h, hibernation  休止
+                           l, logoff       ログオフ      r, reboot       再起動
+                           s, shutdown     シャットダウン
+                           指定なし        閉じる
+  -tasktray              ウィンドウを通知領域に入れて実行します。
+  -debug                 デバッグ用のボタンを表示します。
+  --help                 この説明を表示します。
+  --version              バージョンを表示します。
+
+画面のない環境（cron など）では、-auto と -file を指定して実行します。経過は標準エラー出力に
+表示し、記録を log.txt に残します。
+
+終了ステータス: 0 正常、1 開始できない、2 失敗したファイルがある、130 中止
+
+環境変数:
+  ZENTORIN_HOME          プログラムのフォルダ（Conf.txt、reglist.txt、log.txt の場所）
+  ZENTORIN_CONNECT_TO    接続先の置き換え（ホスト:ポート:アドレス:ポート[,…]）
+
+例: zentorin -auto 23:30 -quit -file ~/lists/nightly.dat
+)");
+}
+
+}  // namespace
+
+std::optional<QString> PlainAnswer(const QStringList& arguments) {
+  if (arguments.contains(QStringLiteral("--help"))) return HelpText();
+  if (arguments.contains(QStringLiteral("--version"))) {
+    return ProductName() + u' ' + ProductVersion() + u'\n';
+  }
+  return std::nullopt;
+}
+
+QString HowToRunUnattended() {
+  return QStringLiteral(
+      "ウィンドウを表示できません。自動実行の方法: zentorin -auto -file リスト.dat"
+      "（説明: zentorin --help）");
+}
+
+}  // namespace zentorin

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "download/power_control.h"
+
+namespace zentorin {
+
+// Power control on a system that offers none: every action is refused with a sentence.
+class NoPowerControl : public PowerControl {
+ public:
+  QCoro::Task<QString> Perform(QString action) override;
+};
+
+}  // namespace zentorin

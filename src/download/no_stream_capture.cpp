@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "download/no_stream_capture.h"
+
+#include "base/message_boxes.h"
+#include "download/result_code.h"
+#include "launch/opener.h"
+
+namespace zentorin {
+
+QCoro::Task<int> NoStreamCapture::Capture(QString /*url*/, QString /*path*/) {
+  const MessageBox question{
+      QStringLiteral("VLC未インストール"),
+      QStringLiteral("VLC media player　がインストールされていないようです。\r\n\r\n"
+                     "ASX(ストリーミング形式）のダウンロードには、VLC media player が必要です。\r\n"
+                     "VLC のダウンロードサイト（窓の杜）に接続しましょうか？"),
+      MessageBox::Buttons::YesNo, MessageBox::Answer::No};
+  const MessageBox::Answer answer = co_await messages_.Ask(question);
+  if (answer == MessageBox::Answer::Yes) {
+    opener_.OpenWithDefaultHandler(QStringLiteral("https://forest.watch.impress.co.jp/library/"));
+  }
+  co_return kToolNotInstalled;
+}
+
+}  // namespace zentorin

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "app/terminal.h"
+
+#include <array>
+
+#include <gtest/gtest.h>
+#include <pty.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include "app/run_tally.h"
+#include "app/terminal_messages.h"
+#include "app/terminal_text.h"
+#include "download/finished_row.h"
+#include "download/result_code.h"
+
+namespace zentorin::test {
+namespace {
+
+// Both ends of a pipe or of a pseudo-terminal of 20 columns without output processing.
+class Ends {
+ public:
+  explicit Ends(bool terminal) {
+    winsize size = {.ws_row = 5, .ws_col = 20, .ws_xpixel = 0, .ws_ypixel = 0};
+    termios raw = {};
+    ::cfmakeraw(&raw);
+    const bool made = terminal
+                          ? ::openpty(ends_.data(), ends_.data() + 1, nullptr, &raw, &size) == 0
+                          : ::pipe(ends_.data()) == 0;
+    EXPECT_TRUE(made);
+  }
+  ~Ends() {
+    for (const int end : ends_) ::close(end);
+  }
+  Ends(const Ends&) = delete;
+  Ends& operator=(const Ends&) = delete;
+
+  int Writer() const { return ends_[1]; }
+  QString Take() const {
+    std::array<char, 4096> bytes = {};
+    const ssize_t count = ::read(ends_[0], bytes.data(), bytes.size());
+    return QString::fromUtf8(bytes.data(), count);
+  }
+
+ private:
+  std::array<int, 2> ends_ = {-1, -1};
+};
+
+TEST(TerminalText, CountsWideCharactersTwiceAndMarksNotAtAll) {
+  EXPECT_EQ(TerminalWidth(QStringLiteral("aｱ漢！\U0001F600か\u3099")), 1 + 1 + 2 + 2 + 2 + 2);
+  EXPECT_EQ(CutToWidth(QStringLiteral("a漢字"), 4), QStringLiteral("a漢"));
+  EXPECT_EQ(CutToWidth(QStringLiteral("\U0001F600か\u3099漢"), 4),
+            QStringLiteral("\U0001F600か\u3099"));
+  EXPECT_EQ(CutToWidth(QStringLiteral("漢字"), 4), QStringLiteral("漢字"));
+}
+
+TEST(Terminal, DrawsOneLineOverAndKeepsOthersAboveIt) {
+  const Ends ends(true);
+  Terminal terminal(ends.Writer());
+  terminal.Refresh(QStringLiteral("ダウンロード中 1/3 http://a\x1b[31m.test/"));
+  terminal.Line(QStringLiteral("x Error"));
+  terminal.EndRefresh();
+  const QString clear = QStringLiteral("\r\x1b[K");
+  const QString cut = QStringLiteral("ダウンロード中 1/3 ").left(12);
+  EXPECT_EQ(ends.Take(), clear + cut + clear + QStringLiteral("x Error\n") + cut + clear);
+}
+
+TEST(Terminal, WritesWholeLinesOnAPipeAndEscapesWhatCouldActOnAScreen) {
+  const Ends ends(false);
+  Terminal terminal(ends.Writer());
+  terminal.Refresh(QStringLiteral("never seen"));
+  terminal.Line(QStringLiteral("名前\x1b]0;x\u202E"));
+  EXPECT_EQ(ends.Take(), QStringLiteral("名前\\u{1b}]0;x\\u{202e}\n"));
+}
+
+TEST(TerminalMessages, ShowABoxAsOneLineAndAnswerItsDefault) {
+  const Ends ends(false);
+  Terminal terminal(ends.Writer());
+  TerminalMessages messages(terminal);
+  const MessageBox told{QStringLiteral("エラー発生"), QStringLiteral("一行目\r\n\r\n二行目"),
+                        MessageBox::Buttons::Ok, MessageBox::Answer::Ok};
+  EXPECT_EQ(QCoro::waitFor(messages.Ask(told)), MessageBox::Answer::Ok);
+  EXPECT_EQ(ends.Take(), QStringLiteral("エラー発生: 一行目 / 二行目\n"));
+  const MessageBox asked{QString(), QStringLiteral("接続しましょうか？"),
+                         MessageBox::Buttons::YesNo, MessageBox::Answer::No};
+  EXPECT_EQ(QCoro::waitFor(messages.Ask(asked)), MessageBox::Answer::No);
+  EXPECT_EQ(ends.Take(), QStringLiteral("接続しましょうか？ → いいえ\n"));
+}
+
+TEST(RunTally, SumsUpRowsByWhatBecameOfThem) {
+  RunTally tally;
+  tally.AddJob();
+  const int codes[] = {kComplete,       kComplete, kSkipExisting, kSkipNone, kFatal,
+                       kOutOfDiskSpace, 57,        kCancelled};
+  for (const int code : codes) {
+    tally.AddRow({.code = code, .text = {}, .address = {}, .path = {}, .bytes = 600},
+                 QStringLiteral("/save"));
+  }
+  EXPECT_EQ(tally.Summary(kExitFailures),
+            QStringList({QStringLiteral("異常終了: ジョブ 1、ファイル 完了 2・失敗 3・スキップ 2、"
+                                        "1,200 バイト"),
+                         QStringLiteral("保存先: /save")}));
+}
+
+}  // namespace
+}  // namespace zentorin::test
