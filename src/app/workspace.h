@@ -21,6 +21,13 @@
 
 namespace zentorin {
 
+class Clock;
+class HttpEngine;
+class MessageBoxes;
+class Opener;
+class PowerControl;
+class StreamCapture;
+
 // What touches the world outside the process, as main.cpp or a test chooses it. Everything outlives
 // the workspace.
 struct World {
@@ -41,6 +48,10 @@ class Workspace {
   ~Workspace();
   Workspace(const Workspace&) = delete;
   Workspace& operator=(const Workspace&) = delete;
+
+  // Conf.txt and reglist.txt.
+  QString SettingsPath() const;
+  QString PatternsPath() const;
 
   World world;
   Drives drives;

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include "app/auto_run.h"
+
+#include "app/command_line.h"
+#include "app/program_title.h"
+#include "app/workspace.h"
+#include "base/clock.h"
+#include "jobs/date_text.h"
+
+namespace zentorin {
+namespace {
+
+constexpr int kSecondsPerHour = 3600;
+
+int SecondOfDay(const QTime& time) {
+  return QTime(0, 0).secsTo(QTime(time.hour(), time.minute(), time.second()));
+}
+
+QString CountdownText(int seconds) {
+  const QString format =
+      seconds >= kSecondsPerHour ? QStringLiteral("hh:mm:ss") : QStringLiteral("mm:ss");
+  return QTime(0, 0).addSecs(seconds).toString(format) + QStringLiteral(" - 開始までの時間");
+}
+
+}  // namespace
+
+AutoRun::AutoRun(Workspace& workspace, QObject* parent) : QObject(parent), workspace_(workspace) {
+  timer_.setInterval(kTickMs);
+  connect(&timer_, &QTimer::timeout, this, &AutoRun::Tick);
+  connect(&workspace_.state, &RunState::Cancelled, this, &AutoRun::TakeCancel);
+}
+
+bool AutoRun::Arm(const CommandLine& line) {
+  if (!lock_.Acquire(workspace_.urlList.CurrentListFile(), workspace_.drives.ProgramFolder())) {
+    return false;
+  }
+  phase_ = Phase::Armed;
+  autoStartTime_ = line.autoStartTime;
+  trayMode_ = line.trayMode;
+  remainingSeconds_ = SecondsUntilStart();
+  workspace_.driver.SetAfterBatchAction(line.afterBatchAction);
+  if (trayMode_) Q_EMIT MoveToTrayRequested();
+  timer_.start();
+  return true;
+}
+
+int AutoRun::SecondsUntilStart() const {
+  if (autoStartTime_.isEmpty()) return 0;
+  const std::optional<QDateTime> start = ParseDateText(autoStartTime_);
+  if (!start) return 0;
+  return SecondOfDay(start->time()) - SecondOfDay(workspace_.world.clock.LocalNow().time());
+}
+
+void AutoRun::Tick() {
+  if (phase_ != Phase::Armed) return;
+  remainingSeconds_ = SecondsUntilStart();
+  if (remainingSeconds_ <= 0) {
+    // A command that the user has started meanwhile is let through first.
+    if (!workspace_.driver.IsRunning()) RunBatch();
+  } else if (workspace_.state.CancelRequested()) {
+    Abandon();
+  } else {
+    ShowText(CountdownText(remainingSeconds_));
+  }
+}
+
+// A cancel ends the countdown at once instead of at the next tick. Queued, so that the command that
+// set the flag has done all it does before the flag is cleared again.
+void AutoRun::TakeCancel() {
+  if (phase_ != Phase::Armed) return;
+  timer_.stop();
+  QMetaObject::invokeMethod(this, &AutoRun::Abandon, Qt::QueuedConnection);
+}
+
+void AutoRun::ShowText(const QString& text) {
+  Q_EMIT TitleChanged(text);
+  Q_EMIT TrayTipChanged(text);
+}
+
+void AutoRun::Abandon() {
+  if (phase_ != Phase::Armed) return;
+  workspace_.board.SetCancelCaption(QStringLiteral("キャンセル"));
+  Q_EMIT TitleChanged(ProductTitle());
+  Reset();
+  Q_EMIT Finished(false);
+}
+
+QCoro::Task<void> AutoRun::RunBatch() {
+  timer_.stop();
+  phase_ = Phase::Running;
+  StatusBoard::Standby standby = workspace_.board.GetStandby();
+  standby.visible = true;
+  workspace_.board.SetStandby(standby);
+  ShowText(QStringLiteral("ダウンロード実行中"));
+  // A press from before the run is no wish to stop it.
+  workspace_.state.ClearCancel();
+  co_await workspace_.driver.Drive(true);
+  if (trayMode_) Q_EMIT RestoreFromTrayRequested();
+  Q_EMIT TitleChanged(ProductTitle());
+  co_await workspace_.driver.PowerActionCountdown();
+  standby = workspace_.board.GetStandby();
+  standby.checked = false;
+  standby.visible = false;
+  workspace_.board.SetStandby(standby);
+  Reset();
+  Q_EMIT Finished(true);
+}
+
+void AutoRun::Reset() {
+  timer_.stop();
+  workspace_.state.ClearCancel();
+  workspace_.driver.SetAfterBatchAction(QString());
+  autoStartTime_.clear();
+  trayMode_ = false;
+  phase_ = Phase::Idle;
+  lock_.Release();
+}
+
+}  // namespace zentorin

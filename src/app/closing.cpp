@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "app/closing.h"
+
+#include <QCoro/QCoroSignal>
+#include <QCoro/QCoroTimer>
+
+#include "app/auto_run.h"
+#include "app/list_commands.h"
+#include "app/workspace.h"
+#include "base/wait.h"
+#include "download/stream_capture.h"
+
+namespace zentorin {
+namespace {
+
+constexpr std::chrono::milliseconds kToolWindowTime(500);
+
+QCoro::Task<void> WaitForRest(RunDriver& driver, AutoRun& autoRun) {
+  while (autoRun.CurrentPhase() != AutoRun::Phase::Idle) {
+    co_await qCoro(&autoRun, &AutoRun::Finished);
+  }
+  while (driver.IsRunning()) {
+    co_await qCoro(&driver, &RunDriver::RunningChanged);
+  }
+  // The signals come from within the tasks; after one turn those have returned.
+  co_await YieldToEventLoop();
+}
+
+}  // namespace
+
+QCoro::Task<FileOutcome> CloseSteps(Workspace& workspace, AutoRun& autoRun) {
+  workspace.state.RequestCancel();
+  co_await WaitForRest(workspace.driver, autoRun);
+  const bool asked = workspace.world.capture.AskToolToClose();
+  if (asked) co_await QCoro::sleepFor(kToolWindowTime);
+  co_return workspace.settings.Save(workspace.SettingsPath());
+}
+
+QCoro::Task<bool> AskAndClose(Workspace& workspace, AutoRun& autoRun, ListCommands& commands) {
+  const bool mayClose = co_await commands.MayClose();
+  if (mayClose) co_await CloseSteps(workspace, autoRun);
+  co_return mayClose;
+}
+
+}  // namespace zentorin

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <QCoro/QCoroTask>
+
+namespace zentorin {
+
+// One question for a file.
+struct FileDialog {
+  QString title;
+  QString folder;        // where the dialog starts, absolute
+  QString proposedFile;  // absolute path; empty for none
+  QStringList filters;   // "caption(*.ending)", the first one is chosen
+};
+
+// The one way by which anything asks the user for a file. Answers an absolute path of this system,
+// empty when the user gives up.
+class FileDialogs {
+ public:
+  FileDialogs() = default;
+  FileDialogs(const FileDialogs&) = delete;
+  FileDialogs& operator=(const FileDialogs&) = delete;
+  virtual ~FileDialogs() = default;
+
+  virtual QCoro::Task<QString> AskForFileToOpen(FileDialog dialog) = 0;
+  // Asks by itself before an existing file is chosen.
+  virtual QCoro::Task<QString> AskForFileToSave(FileDialog dialog) = 0;
+};
+
+}  // namespace zentorin

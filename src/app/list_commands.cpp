@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "app/list_commands.h"
+
+#include "app/file_dialogs.h"
+#include "app/workspace.h"
+#include "base/message_boxes.h"
+#include "jobs/url_list_file.h"
+
+namespace zentorin {
+namespace {
+
+QStringList ListFileFilters() {
+  return {QStringLiteral("データファイル(*.dat)"), QStringLiteral("すべてのファイル(*.*)")};
+}
+
+}  // namespace
+
+TargetUrlItem NewJob(const QString& defaultSavePath) {
+  TargetUrlItem job;
+  job.Set(TargetUrlItem::SavePath, defaultSavePath);
+  job.Set(TargetUrlItem::Before, QStringLiteral(","));
+  job.Set(TargetUrlItem::Depth, QStringLiteral("1"));
+  for (const TargetUrlItem::Field flag :
+       {TargetUrlItem::Opt, TargetUrlItem::Skip, TargetUrlItem::OverWrite,
+        TargetUrlItem::OnlyUnderRoot, TargetUrlItem::Modify, TargetUrlItem::TreeFolder,
+        TargetUrlItem::DispModify}) {
+    job.SetFlag(flag, false);
+  }
+  return job;
+}
+
+ListCommands::ListCommands(Workspace& workspace, FileDialogs& dialogs)
+    : workspace_(workspace), dialogs_(dialogs) {}
+
+QCoro::Task<void> ListCommands::New() {
+  UrlList& list = workspace_.urlList;
+  if (list.IsDirty()) {
+    const MessageBox question{
+        QStringLiteral("未保存"),
+        QStringLiteral("保存されていません！\r\n破棄して新規に作成しますか？"),
+        MessageBox::Buttons::OkCancel, MessageBox::Answer::Cancel};
+    const MessageBox::Answer answer = co_await workspace_.world.messages.Ask(question);
+    if (answer != MessageBox::Answer::Ok) co_return;
+  }
+  list.ReplaceAll({});
+  list.InsertBelow(-1, NewJob(workspace_.settings.defaultSavePath));
+  list.Select(0);
+  list.SetCurrentListFile(QString());
+  list.SetDirty(false);
+}
+
+QCoro::Task<void> ListCommands::Open() {
+  const FileDialog dialog{QStringLiteral("ＵＲＬリストファイルの選択"),
+                          workspace_.drives.ProgramFolder(), QString(), ListFileFilters()};
+  const QString path = co_await dialogs_.AskForFileToOpen(dialog);
+  if (!path.isEmpty()) co_await OpenFile(path);
+}
+
+QCoro::Task<void> ListCommands::OpenFile(QString path) {
+  UrlList& list = workspace_.urlList;
+  const FileOutcome outcome = ReadUrlListFile(path, list);
+  if (!outcome.Ok()) {
+    co_await Report(outcome.message);
+    co_return;
+  }
+  list.SetCurrentListFile(path);
+  if (list.Count() > 0) list.Select(0);
+}
+
+QCoro::Task<bool> ListCommands::Save() {
+  const QString path = workspace_.urlList.CurrentListFile();
+  if (path.isEmpty()) {
+    const bool saved = co_await SaveAs();
+    co_return saved;
+  }
+  const bool written = co_await WriteTo(path);
+  co_return written;
+}
+
+QCoro::Task<bool> ListCommands::SaveAs() {
+  const QString& folder = workspace_.drives.ProgramFolder();
+  QString proposed = workspace_.urlList.CurrentListFile();
+  if (proposed.isEmpty()) proposed = folder + QStringLiteral("/無題.dat");
+  const FileDialog dialog{QStringLiteral("名前を付けて保存"), folder, proposed, ListFileFilters()};
+  const QString path = co_await dialogs_.AskForFileToSave(dialog);
+  if (path.isEmpty()) co_return false;
+  const bool written = co_await WriteTo(path);
+  if (written) workspace_.urlList.SetCurrentListFile(path);
+  co_return written;
+}
+
+QCoro::Task<bool> ListCommands::MayClose() {
+  if (!workspace_.urlList.IsDirty()) co_return true;
+  const MessageBox question{QStringLiteral("未保存"),
+                            QStringLiteral("ＵＲＬリストが変更されています。\r\n保存しますか？"),
+                            MessageBox::Buttons::YesNoCancel, MessageBox::Answer::Yes};
+  const MessageBox::Answer answer = co_await workspace_.world.messages.Ask(question);
+  if (answer == MessageBox::Answer::No) co_return true;
+  if (answer != MessageBox::Answer::Yes) co_return false;
+  const bool saved = co_await Save();
+  co_return saved;
+}
+
+QCoro::Task<bool> ListCommands::WriteTo(QString path) {
+  const FileOutcome outcome = WriteUrlListFile(path, workspace_.urlList);
+  if (outcome.Ok()) {
+    workspace_.urlList.SetDirty(false);
+  } else {
+    co_await Report(outcome.message);
+  }
+  co_return outcome.Ok();
+}
+
+QCoro::Task<void> ListCommands::Report(QString message) {
+  const MessageBox box{QStringLiteral("エラー発生"), message, MessageBox::Buttons::Ok,
+                       MessageBox::Answer::Ok};
+  co_await workspace_.world.messages.Ask(box);
+}
+
+}  // namespace zentorin

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "app/start_up.h"
+
+#include "app/auto_run.h"
+#include "app/command_line.h"
+#include "app/workspace.h"
+#include "base/ansi_text.h"
+#include "base/message_boxes.h"
+#include "jobs/url_list_file.h"
+
+namespace zentorin {
+namespace {
+
+constexpr QLatin1String kLineBreaks("\r\n\r\n");
+
+QString NumberAndText(const FileOutcome& outcome) {
+  return QString::number(outcome.error) + u' ' + outcome.message;
+}
+
+// Why a list could not be loaded; empty when it was.
+QString LoadList(Workspace& workspace, const QString& argument) {
+  const QString path = FindListFile(argument, workspace.drives);
+  const FileOutcome outcome = ReadUrlListFile(path, workspace.urlList);
+  if (outcome.Ok()) {
+    workspace.urlList.SetCurrentListFile(path);
+    return {};
+  }
+  const QString message = QStringLiteral("ＵＲＬリスト読み込みエラー") + kLineBreaks + argument;
+  // A missing file is told by its name alone; a fault inside it or on the way to it by its cause.
+  if (outcome.error == static_cast<int>(RunTimeError::PathMissing)) return message;
+  return message + kLineBreaks + NumberAndText(outcome);
+}
+
+// The steps in order; answers the message that ended them, or nothing.
+QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line) {
+  if (!AnsiCodecAvailable()) {
+    return QStringLiteral(
+        "この環境では Shift_JIS（CP932）の変換が使えません。"
+        "ICU を有効にした Qt が必要です。");
+  }
+  const FileOutcome settings = workspace.settings.Load(workspace.SettingsPath());
+  if (!settings.Ok()) return NumberAndText(settings);
+  const FileOutcome patterns = workspace.patterns.LoadOrCreate(workspace.PatternsPath());
+  if (!patterns.Ok()) return NumberAndText(patterns);
+  for (const QString& file : line.files) {
+    const QString fault = LoadList(workspace, file);
+    if (!fault.isEmpty()) return fault;
+  }
+  if (!line.invalidTime.isEmpty()) {
+    return QStringLiteral("time の指定が不正です。") + kLineBreaks + line.invalidTime +
+           QStringLiteral(" → 11:34 の形式（時：分）");
+  }
+  if (!line.autoMode) return {};
+  const QString& listFile = workspace.urlList.CurrentListFile();
+  if (listFile.isEmpty()) {
+    return QStringLiteral("実行するファイルが指定されていない、もしくは不正です！");
+  }
+  if (!autoRun.Arm(line)) {
+    return QStringLiteral("このＵＲＬリストは、他の自動実行で使用中です。") + kLineBreaks +
+           listFile;
+  }
+  return {};
+}
+
+}  // namespace
+
+QCoro::Task<bool> StartUp(Workspace& workspace, AutoRun& autoRun, const CommandLine& line) {
+  const QString fault = RunSteps(workspace, autoRun, line);
+  if (fault.isEmpty()) co_return true;
+  const MessageBox box{QStringLiteral("エラー発生"), fault, MessageBox::Buttons::Ok,
+                       MessageBox::Answer::Ok};
+  co_await workspace.world.messages.Ask(box);
+  co_return false;
+}
+
+}  // namespace zentorin

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <memory>
+
+namespace zentorin {
+
+// Turns the system's wishes to stop (SIGINT, SIGTERM, and SIGHUP unless it is ignored as under
+// nohup) into a signal of the event loop. The second one ends the process at once with status 130,
+// also when the event loop stands still. A write to a pipe whose reader has gone no longer ends the
+// process. At most one object lives at a time.
+class StopSignals : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit StopSignals(QObject* parent = nullptr);
+  ~StopSignals() override;
+
+ Q_SIGNALS:
+  void StopRequested();
+
+ private:
+  void Read();
+
+  int readEnd_ = -1;
+  std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+}  // namespace zentorin

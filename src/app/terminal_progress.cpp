@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "app/terminal_progress.h"
+
+#include "app/auto_run.h"
+#include "app/terminal.h"
+#include "app/workspace.h"
+#include "base/number_text.h"
+#include "download/result_code.h"
+
+namespace zentorin {
+namespace {
+
+// How often a pipe hears of a countdown and of work that finishes no row.
+constexpr int kCountdownStepSeconds = 600;
+constexpr int kSignOfLifeMs = 10'000;
+
+}  // namespace
+
+TerminalProgress::TerminalProgress(Workspace& workspace, AutoRun& autoRun, Terminal& terminal,
+                                   QObject* parent)
+    : QObject(parent), workspace_(workspace), autoRun_(autoRun), terminal_(terminal) {
+  connect(&autoRun_, &AutoRun::TitleChanged, this, &TerminalProgress::ShowCountdown);
+  connect(&workspace_.urlList, &UrlList::Selected, this, &TerminalProgress::ShowJob);
+  connect(&workspace_.driver, &RunDriver::RowFinished, this, &TerminalProgress::ShowRow);
+  connect(&workspace_.board, &StatusBoard::Changed, this, &TerminalProgress::ShowStatus);
+  connect(&workspace_.board, &StatusBoard::Changed, &throttle_, &ChangeThrottle::Touch);
+  connect(&workspace_.board, &StatusBoard::ProgressChanged, &throttle_, &ChangeThrottle::Touch);
+  connect(&throttle_, &ChangeThrottle::Due, this, &TerminalProgress::Draw);
+}
+
+void TerminalProgress::Close(ExitStatus status) {
+  disconnect(&throttle_, nullptr, this, nullptr);
+  terminal_.EndRefresh();
+  for (const QString& line : tally_.Summary(status)) terminal_.Line(line);
+  if (workspace_.log.Exists()) terminal_.Line(QStringLiteral("ログ: ") + workspace_.log.Path());
+}
+
+void TerminalProgress::ShowCountdown(const QString& text) {
+  if (autoRun_.CurrentPhase() != AutoRun::Phase::Armed) return;
+  if (terminal_.IsTerminal()) {
+    terminal_.Refresh(text);
+    return;
+  }
+  const int seconds = autoRun_.RemainingSeconds();
+  if (announcedSeconds_ >= 0 && announcedSeconds_ - seconds < kCountdownStepSeconds) return;
+  announcedSeconds_ = seconds;
+  Print(text);
+}
+
+void TerminalProgress::ShowJob(int row) {
+  if (autoRun_.CurrentPhase() != AutoRun::Phase::Running || row < 0) return;
+  lastFault_.clear();
+  const TargetUrlItem job = workspace_.urlList.Item(row);
+  const bool skipped = job.Flag(TargetUrlItem::Skip);
+  if (!skipped) tally_.AddJob();
+  Print(QStringLiteral("[%1/%2] ").arg(row + 1).arg(workspace_.urlList.Count()) +
+        job[TargetUrlItem::Description] +
+        (skipped ? QStringLiteral("（一括ダウンロードスキップ）") : QString()));
+}
+
+void TerminalProgress::ShowRow(const FinishedRow& row) {
+  const QString saveFolder =
+      workspace_.drives.ToSystemPath(workspace_.job[TargetUrlItem::SavePath]);
+  tally_.AddRow(row, saveFolder);
+  const bool asHoped = row.code == kComplete || row.code == kSkipExisting;
+  if (terminal_.IsTerminal() && asHoped) return;
+  Print(row.text + QStringLiteral("  ") + row.address);
+}
+
+// A fault that belongs to no row, such as a root page that was not found, is told as it comes.
+void TerminalProgress::ShowStatus() {
+  const StatusBoard& board = workspace_.board;
+  if (board.StatusColour() != StatusBoard::kRed || board.Status() == lastFault_) return;
+  lastFault_ = board.Status();
+  if (!lastFault_.isEmpty()) Print(lastFault_);
+}
+
+void TerminalProgress::Draw() {
+  if (autoRun_.CurrentPhase() != AutoRun::Phase::Running) return;
+  if (terminal_.IsTerminal()) {
+    terminal_.Refresh(ProgressText());
+  } else if (sinceLine_.isValid() && sinceLine_.hasExpired(kSignOfLifeMs)) {
+    Print(ProgressText());
+  }
+}
+
+QString TerminalProgress::ProgressText() const {
+  const StatusBoard& board = workspace_.board;
+  QStringList parts = {board.Status()};
+  if (board.ProgressShown()) {
+    const int row = workspace_.files.CurrentRow();
+    const bool known = row >= 0 && row < workspace_.files.Count();
+    parts += {board.Counter(), known ? workspace_.files.Row(row)[FileListRow::Address] : QString(),
+              GroupedNumber(board.FileBytes()) + QStringLiteral(" バイト")};
+  } else {
+    parts += {board.FileCount(), board.File()};
+  }
+  parts.removeAll(QString());
+  return parts.join(QStringLiteral("  "));
+}
+
+void TerminalProgress::Print(const QString& line) {
+  terminal_.Line(line);
+  sinceLine_.start();
+}
+
+}  // namespace zentorin
