@@ -20,11 +20,12 @@ int ScoreEuc(QByteArrayView bytes);
 // "JIS", "UNICODE", "UTF8", "UTF7", "SJIS" (certain), "SHIFT_JIS" (by score) or "EUC".
 QString Judge(QByteArrayView bytes);
 
-// The page's own declaration in its markup, as written and without quotes; empty when there is
-// none.
+// What the first meta tag with a charset declares, as written and without quotes; empty when there
+// is none. The reading of the document stage.
 QString DeclaredCharset(QByteArrayView bytes);
 
-// The declaration, else the verdict, in upper case.
+// In upper case: the declaration as the XMLHTTP stage finds it, which of a line with a meta tag
+// takes the last "charset=", in whatever tag that stands; else the verdict.
 QString CharsetOfPage(QByteArrayView bytes);
 
 }  // namespace zentorin::modJUDG

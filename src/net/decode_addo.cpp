@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: MIT
+#include "net/decode_addo.h"
+
+#include <QStringDecoder>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+#include <iconv.h>
+
+#include "base/ansi_text.h"
+#include "net/modjudg.h"
+
+namespace zentorin::Decode_ADDO {
+namespace {
+
+// A converter of the C library into UTF-16, closed with its object.
+class Converter {
+ public:
+  explicit Converter(const char* from) : codec_(iconv_open("UTF-16LE", from)) {}
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+  ~Converter() {
+    if (IsOpen()) iconv_close(codec_);
+  }
+
+  // The library reports a failure by the address -1.
+  bool IsOpen() const { return reinterpret_cast<std::intptr_t>(codec_) != -1; }
+
+  QString Convert(QByteArrayView bytes) {
+    QString text;
+    text.reserve(bytes.size());
+    char* in = const_cast<char*>(bytes.data());  // iconv reads only, its signature is older
+    auto inLeft = static_cast<std::size_t>(bytes.size());
+    while (inLeft > 0) {
+      const std::size_t before = inLeft;
+      const bool failed = Step(&in, &inLeft, text);
+      if (!failed || (bufferFull_ && inLeft < before)) continue;
+      // A byte that is no character, or the beginning of one that the end cuts off.
+      text.append(QChar::ReplacementCharacter);
+      ++in;
+      --inLeft;
+    }
+    Step(nullptr, nullptr, text);  // some encodings hold a character back until the end
+    return text;
+  }
+
+ private:
+  // True when the converter stopped before the end of its input.
+  bool Step(char** in, std::size_t* inLeft, QString& text) {
+    char* out = reinterpret_cast<char*>(buffer_.data());
+    std::size_t outLeft = sizeof(buffer_);
+    const bool failed = iconv(codec_, in, inLeft, &out, &outLeft) == static_cast<std::size_t>(-1);
+    bufferFull_ = failed && errno == E2BIG;
+    text.append(QStringView(
+        buffer_.data(), static_cast<qsizetype>((sizeof(buffer_) - outLeft) / sizeof(char16_t))));
+    return failed;
+  }
+
+  iconv_t codec_;
+  std::array<char16_t, 4096> buffer_{};
+  bool bufferFull_ = false;
+};
+
+std::optional<QString> DecodeByConverter(QByteArrayView bytes, const char* name) {
+  Converter converter(name);
+  if (!converter.IsOpen()) return std::nullopt;
+  return converter.Convert(bytes);
+}
+
+// Byte order by the mark, without one little-endian.
+QString DecodeUtf16(QByteArrayView bytes) {
+  const bool bigEndian = bytes.startsWith("\xFE\xFF");
+  QStringDecoder decoder(bigEndian ? QStringDecoder::Utf16BE : QStringDecoder::Utf16LE);
+  return decoder(bytes);
+}
+
+QString DecodeUtf16Be(QByteArrayView bytes) {
+  QStringDecoder decoder(QStringDecoder::Utf16BE);
+  return decoder(bytes);
+}
+
+// Rewrites the escape sequences as EUC, so that both encodings have one table of characters, the
+// vendors' rows and half-width katakana included. 0xFF, which EUC does not know, stands for a byte
+// above ASCII.
+QByteArray EucFromIso2022Jp(QByteArrayView bytes) {
+  enum class Set { kAscii, kKatakana, kKanji, kSupplement };
+  constexpr std::array<std::pair<std::string_view, Set>, 6> kDesignators{
+      {{"\x1B(B", Set::kAscii},
+       {"\x1B(J", Set::kAscii},
+       {"\x1B(I", Set::kKatakana},
+       {"\x1B$@", Set::kKanji},
+       {"\x1B$B", Set::kKanji},
+       {"\x1B$(D", Set::kSupplement}}};
+  QByteArray euc;
+  euc.reserve(bytes.size());
+  Set set = Set::kAscii;
+  const auto high = [](char c) { return static_cast<char>(static_cast<quint8>(c) | 0x80U); };
+  for (qsizetype i = 0; i < bytes.size(); ++i) {
+    const char c = bytes[i];
+    const QByteArrayView rest = bytes.sliced(i);
+    const auto* designator = std::ranges::find_if(kDesignators, [&](const auto& entry) {
+      return c == '\x1B' && rest.startsWith(QByteArrayView(entry.first));
+    });
+    if (designator != kDesignators.end()) {
+      set = designator->second;
+      i += static_cast<qsizetype>(designator->first.size()) - 1;
+    } else if (const bool ascii = static_cast<quint8>(c) < 0x80;
+               ascii && (set == Set::kAscii || c <= ' ' || c == '\x7F')) {
+      euc.append(c);
+    } else if (ascii && set == Set::kKatakana) {
+      euc.append('\x8E').append(high(c));
+    } else if (ascii && rest.size() > 1 && rest[1] > ' ' && rest[1] != '\x7F') {
+      if (set == Set::kSupplement) euc.append('\x8F');
+      euc.append(high(c)).append(high(rest[1]));
+      ++i;
+    } else {
+      euc.append('\xFF');  // above ASCII, or half of a pair
+    }
+  }
+  return euc;
+}
+
+using Decoder = QString (*)(QByteArrayView);
+
+// Names that decode by a function of this program.
+Decoder DecoderOf(std::string_view name) {
+  using Entry = std::pair<std::string_view, Decoder>;
+  static constexpr auto kEntries = std::to_array<Entry>({
+      {"shift_jis", DecodeShiftJis},
+      {"shift-jis", DecodeShiftJis},
+      {"shiftjis", DecodeShiftJis},
+      {"sjis", DecodeShiftJis},
+      {"x-sjis", DecodeShiftJis},
+      {"windows-31j", DecodeShiftJis},
+      {"ms_kanji", DecodeShiftJis},
+      {"csshiftjis", DecodeShiftJis},
+      {"cp932", DecodeShiftJis},
+      {"ms932", DecodeShiftJis},
+      {"cswindows31j", DecodeShiftJis},
+      {"euc-jp", DecodeEucJp},
+      {"eucjp", DecodeEucJp},
+      {"x-euc-jp", DecodeEucJp},
+      {"x-euc", DecodeEucJp},
+      {"cseucpkdfmtjapanese", DecodeEucJp},
+      {"iso-2022-jp", DecodeIso2022Jp},
+      {"csiso2022jp", DecodeIso2022Jp},
+      {"iso2022jp", DecodeIso2022Jp},
+      {"utf-8", DecodeUtf8},
+      {"utf8", DecodeUtf8},
+      {"unicode-1-1-utf-8", DecodeUtf8},
+      {"x-unicode20utf8", DecodeUtf8},
+      {"utf-7", DecodeUtf7},
+      {"utf7", DecodeUtf7},
+      {"unicode-1-1-utf-7", DecodeUtf7},
+      {"utf-16", DecodeUtf16},
+      {"utf16", DecodeUtf16},
+      {"utf-16le", DecodeUtf16},
+      {"unicode", DecodeUtf16},
+      {"ucs-2", DecodeUtf16},
+      {"iso-10646-ucs-2", DecodeUtf16},
+      {"utf-16be", DecodeUtf16Be},
+      {"unicodefffe", DecodeUtf16Be},
+  });
+  const auto* found = std::ranges::find(kEntries, name, &Entry::first);
+  return found == kEntries.end() ? nullptr : found->second;
+}
+
+// Names that pages use for something else than, or unknown to, the converter.
+const char* ConverterNameOf(std::string_view name) {
+  using Entry = std::pair<std::string_view, const char*>;
+  static constexpr auto kEntries = std::to_array<Entry>({
+      {"iso-8859-1", "CP1252"},    {"iso8859-1", "CP1252"},     {"iso_8859-1", "CP1252"},
+      {"latin1", "CP1252"},        {"us-ascii", "CP1252"},      {"ascii", "CP1252"},
+      {"iso-8859-9", "CP1254"},    {"iso-8859-11", "CP874"},    {"tis-620", "CP874"},
+      {"gb2312", "GB18030"},       {"gbk", "GB18030"},          {"x-gbk", "GB18030"},
+      {"gb_2312-80", "GB18030"},   {"ks_c_5601-1987", "CP949"}, {"euc-kr", "CP949"},
+      {"korean", "CP949"},         {"windows-949", "CP949"},    {"x-x-big5", "BIG5"},
+      {"x-mac-japanese", "CP932"},
+  });
+  const auto* found = std::ranges::find(kEntries, name, &Entry::first);
+  return found == kEntries.end() ? name.data() : found->second;
+}
+
+// The name in lower case; empty when it is none that may reach the converter, which takes options
+// behind a "/" and gives the empty name and two others meanings of its own.
+QByteArray SafeName(const QString& charset) {
+  constexpr qsizetype kMaxNameLength = 40;
+  QByteArray name = charset.trimmed().toLower().toUtf8();
+  const bool safe = std::ranges::all_of(name, [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
+           std::string_view("-_:.+").find(c) != std::string_view::npos;
+  });
+  if (!safe || name.size() > kMaxNameLength || name == "wchar_t" || name == "internal") return {};
+  return name;
+}
+
+}  // namespace
+
+std::optional<QString> TryDecode(QByteArrayView bytes, const QString& charset) {
+  const QByteArray name = SafeName(charset);
+  if (name.isEmpty()) return std::nullopt;
+  if (const Decoder decoder = DecoderOf(name.constData())) return decoder(bytes);
+  return DecodeByConverter(bytes, ConverterNameOf(name.constData()));
+}
+
+QString Decode(QByteArrayView bytes, const QString& charset) {
+  return TryDecode(bytes, charset).value_or(QString());
+}
+
+QString DecodeShiftJis(QByteArrayView bytes) {
+  return DecodeAnsi(bytes);
+}
+
+QString DecodeIso2022Jp(QByteArrayView bytes) {
+  return DecodeEucJp(EucFromIso2022Jp(bytes));
+}
+
+// With the rows that makers added, as pages use them.
+QString DecodeEucJp(QByteArrayView bytes) {
+  return DecodeByConverter(bytes, "EUC-JP-MS").value_or(QString());
+}
+
+QString DecodeUtf7(QByteArrayView bytes) {
+  return DecodeByConverter(bytes, "UTF-7").value_or(QString());
+}
+
+QString DecodeUtf8(QByteArrayView bytes) {
+  return QString::fromUtf8(bytes);
+}
+
+QString DecodeByTable(QByteArrayView bytes, const QString& upperCaseName) {
+  using Entry = std::pair<QStringView, Decoder>;
+  static constexpr auto kEntries = std::to_array<Entry>({
+      {u"SJIS", DecodeShiftJis},
+      {u"SHIFTJIS", DecodeShiftJis},
+      {u"SHIFT_JIS", DecodeShiftJis},
+      {u"ISO-2022-JP", DecodeIso2022Jp},
+      {u"EUCJP", DecodeEucJp},
+      {u"EUC-JP", DecodeEucJp},
+      {u"UTF7", DecodeUtf7},
+      {u"UTF-7", DecodeUtf7},
+      {u"UTF8", DecodeUtf8},
+      {u"UTF-8", DecodeUtf8},
+      {u"ISO-8859-1", DecodeUtf8},
+      {u"UNICODE", DecodeUtf8},
+  });
+  const auto* found = std::ranges::find(kEntries, QStringView(upperCaseName), &Entry::first);
+  return found == kEntries.end() ? QString::fromLatin1(bytes) : found->second(bytes);
+}
+
+QString DecodeDocument(QByteArrayView bytes, const QString& name) {
+  const auto decode = [&](const QString& charset) -> std::optional<QString> {
+    const QString upper = charset.trimmed().toUpper();
+    if (upper == u"JIS") return DecodeIso2022Jp(bytes);
+    if (upper == u"EUC") return DecodeEucJp(bytes);
+    return TryDecode(bytes, charset);
+  };
+  std::optional<QString> text = decode(name);
+  if (!text) text = decode(modJUDG::Judge(bytes));
+  QString page = text.value_or(QString());
+  if (page.startsWith(QChar::ByteOrderMark)) page.remove(0, 1);
+  return page;
+}
+
+}  // namespace zentorin::Decode_ADDO

@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <iconv.h>
+
+#include "net/decode_addo.h"
+#include "net/modjudg.h"
+
+namespace zentorin {
+namespace {
+
+using modJUDG::kCertain;
+
+QByteArray Encoded(const QString& text, const char* charset) {
+  QByteArray in = text.toUtf8();
+  std::string out(static_cast<std::size_t>(in.size()) * 4 + 16, '\0');
+  char* from = in.data();
+  char* to = out.data();
+  auto inLeft = static_cast<std::size_t>(in.size());
+  std::size_t outLeft = out.size();
+  const iconv_t codec = iconv_open(charset, "UTF-8");
+  EXPECT_EQ(iconv(codec, &from, &inLeft, &to, &outLeft), 0U) << charset;
+  iconv(codec, nullptr, nullptr, &to, &outLeft);
+  iconv_close(codec);
+  return QByteArray(out.data(), static_cast<qsizetype>(out.size() - outLeft));
+}
+
+const QString kLong = QStringLiteral(
+    "<html><head><title>音楽の部屋</title></head><body>こんにちは。このページには、"
+    "カタカナと漢字とひらがなの文章があります。</body></html>");
+
+// Encoding, its text's converter name, the verdict.
+using Sample = std::tuple<QString, const char*, const char*>;
+
+TEST(ModJudg, FindsTheEncodingOfJapaneseText) {
+  const QString kana = QStringLiteral("こんにちは");
+  const QString kanji = QStringLiteral("日本語の文");
+  const QString halfWidth = QStringLiteral("ｶﾀｶﾅ ﾃｷｽﾄ");
+  const std::vector<Sample> samples{
+      {kLong, "CP932", "SJIS"},      {kLong, "EUC-JP", "EUC"},
+      {kLong, "ISO-2022-JP", "JIS"}, {kLong, "UTF-8", "UTF8"},
+      {kLong, "UTF-7", "UTF7"},      {kana, "EUC-JP", "EUC"},
+      {kana, "ISO-2022-JP", "JIS"},  {kana, "UTF-8", "UTF8"},
+      {kana, "UTF-7", "UTF7"},       {kanji, "EUC-JP", "EUC"},
+      {kanji, "UTF-8", "UTF8"},      {halfWidth, "UTF-8", "UTF8"},
+      {halfWidth, "EUC-JP", "EUC"},  {QStringLiteral("é"), "UTF-8", "UTF8"},
+  };
+  for (const auto& [text, charset, verdict] : samples) {
+    EXPECT_EQ(modJUDG::Judge(Encoded(text, charset)), QString::fromLatin1(verdict))
+        << text.toStdString() << " in " << charset;
+  }
+  for (const QString& text : {kana, kanji, halfWidth}) {
+    EXPECT_TRUE(modJUDG::Judge(Encoded(text, "CP932")).startsWith(u'S')) << text.toStdString();
+  }
+  EXPECT_EQ(modJUDG::Judge("\xFF\xFE" + Encoded(kLong, "UTF-16LE")), u"UNICODE");
+  EXPECT_EQ(modJUDG::Judge(Encoded(kLong, "UTF-16LE")), u"UNICODE");
+}
+
+TEST(ModJudg, TextCutWithinACharacterIsFoundAllTheSame) {
+  for (const char* charset : {"EUC-JP", "UTF-8", "CP932"}) {
+    const QByteArray whole = Encoded(kLong, charset);
+    const QString verdict = modJUDG::Judge(whole);
+    const auto body = static_cast<qsizetype>(whole.indexOf("<body>")) + 20;
+    for (qsizetype cut = 0; cut < 6; ++cut) {
+      EXPECT_EQ(modJUDG::Judge(whole.first(body + cut)), verdict) << charset << " " << cut;
+    }
+  }
+  const QString late = QString(5000, u'x') + kLong;
+  EXPECT_EQ(modJUDG::Judge(Encoded(late, "UTF-8")), u"UTF8");
+  EXPECT_EQ(modJUDG::Judge(Encoded(late, "EUC-JP")), u"EUC");
+  EXPECT_EQ(modJUDG::Judge(Encoded(late, "CP932")), u"SHIFT_JIS");
+}
+
+TEST(ModJudg, WithoutEvidenceTheAnswerIsShiftJis) {
+  for (const char* text : {"", "abc", "<a href=\"x?a+getWidth-1&b=1+1\">", "a+MEI-b"}) {
+    EXPECT_EQ(modJUDG::Judge(text), u"SHIFT_JIS") << text;
+  }
+  EXPECT_EQ(modJUDG::ScoreShiftJis(QByteArray(5000, 'a')), 1000);
+  EXPECT_EQ(modJUDG::ScoreShiftJis("\x82\xA0"
+                                   "a\xB1\x80\x82 "),
+            5);
+  EXPECT_EQ(modJUDG::ScoreUnicode("a\xFF\xFE"), kCertain);
+  EXPECT_LT(modJUDG::ScoreUnicode(QByteArray(1000, 'a') + "\xFF\xFE"), kCertain);
+}
+
+TEST(ModJudg, ReadsTheDeclarationOfAPage) {
+  using Page = std::tuple<const char*, const char*, const char*>;
+  const std::vector<Page> pages{
+      {"<meta charset=utf-8>", "utf-8", "UTF-8"},
+      {"<META CHARSET='euc-jp'>", "euc-jp", "EUC-JP"},
+      {"<meta charset=\"utf-8\">", "utf-8", "UTF-8"},
+      {R"(<meta http-equiv="c" content="text/html; charset=x-sjis">)", "x-sjis", "X-SJIS"},
+      {"<meta charset = utf-8>", "utf-8", "SHIFT_JIS"},
+      {"<meta name=x>\n<meta charset=utf-8>", "utf-8", "UTF-8"},
+      {"<meta charset=utf-8><script charset=euc-jp>", "utf-8", "EUC-JP"},
+      {"<meta name=x><script charset=euc-jp>", "", "EUC-JP"},
+      {"<meta\ncharset=utf-8>", "utf-8", "SHIFT_JIS"},
+      {"<meta charset=>", "", "SHIFT_JIS"},
+      {"<p>charset=utf-8", "", "SHIFT_JIS"},
+  };
+  for (const auto& [page, declared, ofPage] : pages) {
+    EXPECT_EQ(modJUDG::DeclaredCharset(page), QString::fromLatin1(declared)) << page;
+    EXPECT_EQ(modJUDG::CharsetOfPage(page), QString::fromLatin1(ofPage)) << page;
+  }
+}
+
+TEST(ModJudg, HostilePagesCostTimeInProportion) {
+  for (const char* part : {"<meta charset=", "<meta", "<meta charset=\n", "+AA", "\xE3\x81"}) {
+    const QByteArray page = QByteArray(part).repeated(1'000'000);
+    modJUDG::DeclaredCharset(page);
+    EXPECT_FALSE(modJUDG::CharsetOfPage(page).isEmpty());
+  }
+}
+
+TEST(DecodeAddo, DecodesByEveryNameThatPagesUse) {
+  using Case = std::tuple<const char*, const char*>;
+  const std::vector<Case> cases{{"CP932", "x-sjis"},      {"CP932", "Windows-31J"},
+                                {"EUC-JP", " X-EUC-JP "}, {"ISO-2022-JP", "iso-2022-jp"},
+                                {"UTF-8", "utf8"},        {"UTF-7", "unicode-1-1-utf-7"},
+                                {"UTF-16LE", "unicode"},  {"UTF-16BE", "utf-16be"},
+                                {"GB18030", "gb2312"},    {"UTF-32LE", "utf-32le"}};
+  for (const auto& [charset, name] : cases) {
+    EXPECT_EQ(Decode_ADDO::Decode(Encoded(kLong, charset), QString::fromLatin1(name)), kLong)
+        << name;
+  }
+  EXPECT_EQ(Decode_ADDO::Decode("\x93\xE9", "ISO-8859-1"), QStringLiteral("“é"));
+  for (const QString& name : {QString(), QStringLiteral("no-such"), QStringLiteral("utf-8//IGNORE"),
+                              QStringLiteral("../x"), QString(41, u'a')}) {
+    EXPECT_FALSE(Decode_ADDO::TryDecode("a", name)) << name.toStdString();
+    EXPECT_EQ(Decode_ADDO::Decode("a", name), u"");
+  }
+}
+
+TEST(DecodeAddo, ReadsTheRowsThatMakersAddedAndHalfWidthKatakana) {
+  const QString text = QStringLiteral("①～髙ｱ");
+  EXPECT_EQ(Decode_ADDO::DecodeShiftJis("\x87\x40\x81\x60\xFB\xFC\xB1"), text);
+  EXPECT_EQ(Decode_ADDO::DecodeEucJp("\xAD\xA1\xA1\xC1\x8E\xB1"), QStringLiteral("①～ｱ"));
+  EXPECT_EQ(Decode_ADDO::DecodeIso2022Jp("\x1B$B-!!A\x1B(I1\x1B(Ba\x1B$B$"),
+            QStringLiteral("①～ｱa\uFFFD"));
+}
+
+TEST(DecodeAddo, EachUndecodableByteBecomesAReplacementCharacter) {
+  EXPECT_EQ(Decode_ADDO::DecodeEucJp("a\xFF\xA4\xA2\xFF\xA4"),
+            QStringLiteral("a\uFFFDあ\uFFFD\uFFFD"));
+  EXPECT_EQ(Decode_ADDO::DecodeUtf8("a\xFF\xFE"), QStringLiteral("a\uFFFD\uFFFD"));
+  const qsizetype many = 5'000'000;
+  EXPECT_EQ(Decode_ADDO::DecodeEucJp(QByteArray(many, '\xFF')).size(), many);
+  EXPECT_EQ(Decode_ADDO::DecodeIso2022Jp(QByteArray(many, '\x1B')).size(), many);
+}
+
+TEST(DecodeAddo, TheTableOfPageNamesHasItsGaps) {
+  const QByteArray utf8 = QStringLiteral("あ").toUtf8();
+  for (const char* name : {"UTF8", "UTF-8", "ISO-8859-1", "UNICODE"}) {
+    EXPECT_EQ(Decode_ADDO::DecodeByTable(utf8, QString::fromLatin1(name)), QStringLiteral("あ"));
+  }
+  for (const char* name : {"JIS", "EUC", "X-SJIS", ""}) {
+    EXPECT_EQ(Decode_ADDO::DecodeByTable("\xA4\xA2", QString::fromLatin1(name)),
+              QStringLiteral("\u00A4\u00A2"));
+  }
+  EXPECT_EQ(Decode_ADDO::DecodeByTable("\x82\xA0", "SJIS"), QStringLiteral("あ"));
+}
+
+TEST(DecodeAddo, ADocumentIsReadByTheVerdictWhenItsNameIsUnknown) {
+  EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "EUC-JP"), "EUC"), kLong);
+  EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "ISO-2022-JP"), "JIS"), kLong);
+  EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "EUC-JP"), "no-such"), kLong);
+  EXPECT_EQ(Decode_ADDO::DecodeDocument("\xFF\xFE" + Encoded(kLong, "UTF-16LE"), "UNICODE"), kLong);
+  EXPECT_EQ(Decode_ADDO::DecodeDocument("\xEF\xBB\xBF" + kLong.toUtf8(), "utf-8"), kLong);
+}
+
+}  // namespace
+}  // namespace zentorin
