@@ -3,6 +3,8 @@
 
 #include <QObject>
 
+#include "jobs/target_url_item.h"
+
 namespace zentorin {
 
 class Clock;
@@ -10,8 +12,9 @@ class DisplayClock;
 class FileList;
 class JobEditor;
 
-// Keeps the file list of a date-format job: one row for each day of its window, rebuilt when the
-// job is loaded and whenever its format or its window is edited. All references must outlive it.
+// Keeps the file list of a date-format job: one row for each day of its window, oldest first,
+// rebuilt when the job is loaded or switched to this mode and whenever its format or its window is
+// edited. Also keeps the window shown as two dates. All references must outlive it.
 class DateFileList : public QObject {
   Q_OBJECT
 
@@ -20,7 +23,9 @@ class DateFileList : public QObject {
                QObject* parent = nullptr);
 
  private:
+  void OnFieldEdited(TargetUrlItem::Field field);
   void Rebuild();
+  void AppendDays();
 
   JobEditor& job_;
   FileList& files_;

@@ -7,11 +7,13 @@
 
 namespace zentorin {
 
+class Crawler;
 class DisplayClock;
 class FileList;
 class JobEditor;
 class MessageBoxes;
 class MyXMLHttpRequest;
+class Pattern;
 class RunState;
 class StatusBoard;
 class UrlList;
@@ -36,7 +38,8 @@ enum class GenerateResult {
 };
 
 // "ファイルリスト生成": fetches the root page of the job being edited, follows its links down to
-// the chosen depth and fills the file list.
+// the chosen depth and fills the file list. It also keeps the board's row count empty for an
+// emptied list. One run at a time; the generator must outlive it.
 class FileListGenerator {
  public:
   explicit FileListGenerator(const CrawlContext& context);
@@ -49,6 +52,13 @@ class FileListGenerator {
   bool LastRunFailed() const { return lastRunFailed_; }
 
  private:
+  QCoro::Task<bool> CheckInput();
+  QCoro::Task<void> BuildList(bool listOnly);
+  QCoro::Task<void> CrawlFrom(QString rootUrl, Crawler& crawler);
+  // Tells the user of the pattern's fault, if it has one; true when there was none.
+  QCoro::Task<bool> CheckPattern(const Pattern& pattern);
+  QCoro::Task<void> Tell(QString title, QString text);
+
   CrawlContext context_;
   bool lastRunFailed_ = false;
 };

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "crawl/crawler.h"
+
+#include <utility>
+
+#include "base/run_state.h"
+#include "base/status_board.h"
+#include "crawl/file_list.h"
+#include "crawl/file_list_generator.h"
+#include "crawl/page_links.h"
+#include "crawl/tag_splitter.h"
+#include "jobs/job_editor.h"
+#include "net/api_web.h"
+
+namespace zentorin {
+namespace {
+
+// Page texts on the way from the root are kept for the extractor up to this size in all (two bytes
+// a character); pages beyond it are fetched once more when their turn comes.
+constexpr qsizetype kMaxHeldCharacters = 32LL * 1024 * 1024;
+
+}  // namespace
+
+Crawler::Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* extractor)
+    : context_(context), subPages_(subPages), extractor_(extractor) {}
+
+QCoro::Task<void> Crawler::Run(CrawlStart start) {
+  startAddress_ = start.startAddress;
+  Record root;
+  root.link = startAddress_;
+  root.baseDir = API_Web::DirectoryOf(startAddress_);
+  root.address = startAddress_;
+  FetchedPage page = start.page;
+  if (page.finalUrl != startAddress_) page = FetchedPage();
+  co_await Take(root, page);
+  if (context_.state.CancelRequested()) co_return;
+  if (!subPages_.Expression().isEmpty()) {
+    co_await WalkFrom(start.rootUrl, start.page);
+    co_return;
+  }
+  // Without a pattern for sub-pages the root is taken a second time, now under the address that
+  // was asked for; its files are known by then.
+  Record alone;
+  alone.link = start.rootUrl;
+  alone.baseDir = API_Web::DirectoryOf(API_Web::BaseOfPage(start.page.text, start.rootUrl));
+  alone.address = API_Web::Resolve(alone.baseDir, start.rootUrl);
+  co_await Take(alone, start.page);
+}
+
+QCoro::Task<void> Crawler::WalkFrom(QString rootUrl, FetchedPage page) {
+  if (context_.job.Depth() < 1) co_return;
+  Record root;
+  root.address = rootUrl;
+  co_await Enter(root, page);
+  while (!context_.state.CancelRequested()) {
+    Frame& frame = path_.back();
+    if (frame.next < frame.links.size()) {
+      const Link link = std::move(frame.links[frame.next++]);
+      co_await Follow(link);
+    } else if (path_.size() > 1) {
+      co_await Leave();
+    } else {
+      break;
+    }
+    if (slice_.Over()) co_await slice_.Rest();
+  }
+  path_.clear();
+}
+
+QCoro::Task<void> Crawler::Follow(Link link) {
+  const Frame& frame = path_.back();
+  if (OutsideRoot(link.text, frame.baseDir)) co_return;
+  Record record;
+  record.address = API_Web::Resolve(frame.baseDir, link.text);
+  if (visited_.AnyEndsWith(record.address)) co_return;
+  visited_.Add(record.address);
+  record.link = link.text;
+  record.baseDir = frame.baseDir;
+  record.parent = frame.record.address;
+  const auto depth = static_cast<int>(path_.size());
+  if (depth == 1) {
+    context_.board.SetProgress(static_cast<double>(link.tag) / static_cast<double>(frame.tagCount));
+    context_.board.SetFile(link.text);
+  }
+  if (context_.job.Depth() <= depth) {
+    const FetchedPage unfetched;
+    co_await Take(record, unfetched);
+    co_return;
+  }
+  const FetchedPage page = co_await context_.http.FetchPageText(record.address);
+  if (context_.state.CancelRequested()) co_return;
+  if (page.status == 0) {
+    co_await Enter(record, page);
+  } else if (extractor_ == nullptr) {
+    ListPage(record);
+  }
+}
+
+// The links are collected before the first is followed, so that the text of a page is needed only
+// once more, by the extractor.
+QCoro::Task<void> Crawler::Enter(Record record, FetchedPage page) {
+  Frame frame;
+  frame.record = record;
+  frame.baseDir = API_Web::DirectoryOf(API_Web::BaseOfPage(page.text, record.address));
+  frame.page = page;
+  co_await CollectLinks(frame);
+  if (heldCharacters_ + page.text.size() > kMaxHeldCharacters) frame.page = FetchedPage();
+  heldCharacters_ += frame.page.text.size();
+  path_.push_back(std::move(frame));
+}
+
+QCoro::Task<void> Crawler::CollectLinks(Frame& frame) {
+  TagSplitter tags(frame.page.text);
+  for (QStringView tag = tags.Next(); !tag.isNull(); tag = tags.Next()) {
+    const QStringList candidates = subPages_.Candidates(tag);
+    for (const QString& candidate : candidates) {
+      const QString link = PageLinkOf(candidate);
+      if (!link.isEmpty()) frame.links.push_back({link, frame.tagCount});
+    }
+    ++frame.tagCount;
+    if (context_.state.CancelRequested()) co_return;
+    if (slice_.Over()) co_await slice_.Rest();
+  }
+}
+
+QCoro::Task<void> Crawler::Leave() {
+  const Frame frame = std::move(path_.back());
+  path_.pop_back();
+  heldCharacters_ -= frame.page.text.size();
+  co_await Take(frame.record, frame.page);
+}
+
+// `page` is fetched here when it is not yet. A page that cannot be fetched is passed over.
+QCoro::Task<void> Crawler::Take(Record record, FetchedPage page) {
+  if (extractor_ == nullptr) {
+    ListPage(record);
+    co_return;
+  }
+  if (page.status != 0) page = co_await context_.http.FetchPageText(record.address);
+  if (page.status == 0) co_await extractor_->Extract(record.address, page);
+  context_.board.SetFileCount(QString::number(extractor_->RowCount()));
+}
+
+void Crawler::ListPage(const Record& record) {
+  FileListRow row;
+  row.Set(FileListRow::Size, QLatin1String(FileListRow::kNoPageSize));
+  row.Set(FileListRow::Link, record.link);
+  row.Set(FileListRow::BaseDir, record.baseDir);
+  row.Set(FileListRow::Parent, record.parent);
+  row.Set(FileListRow::Address, record.address);
+  context_.files.Append(row, true);
+  context_.board.SetFileCount(QString::number(context_.files.Count()));
+}
+
+// Only an absolute link can lead outside, and only from a page whose base directory is not itself
+// a part of the start address.
+bool Crawler::OutsideRoot(const QString& link, const QString& baseDir) const {
+  return context_.job.Flag(TargetUrlItem::OnlyUnderRoot) && !startAddress_.contains(baseDir) &&
+         !link.contains(startAddress_) && link.contains(QLatin1String("://"));
+}
+
+}  // namespace zentorin

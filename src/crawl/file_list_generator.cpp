@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "crawl/file_list_generator.h"
+
+#include "base/display_clock.h"
+#include "base/message_boxes.h"
+#include "base/run_state.h"
+#include "base/status_board.h"
+#include "crawl/crawler.h"
+#include "crawl/file_list.h"
+#include "jobs/date_template.h"
+#include "jobs/job_editor.h"
+#include "jobs/url_list.h"
+#include "net/api_web.h"
+
+namespace zentorin {
+namespace {
+
+// Title of the boxes that have none of their own.
+QString ProgramTitle() {
+  return QStringLiteral("Zentorin");
+}
+
+QString ErrorTitle() {
+  return QStringLiteral("エラー発生");
+}
+
+QString LineAndSubject(const QString& line, const QString& subject) {
+  return line + QStringLiteral("\r\n\r\n") + subject;
+}
+
+// Locks the editing surface for one run and leaves it as it was: a batch keeps it locked.
+class BusyScope {
+ public:
+  explicit BusyScope(StatusBoard& board) : board_(board), wasBusy_(board.Busy()) {
+    board_.SetBusy(true);
+  }
+  BusyScope(const BusyScope&) = delete;
+  BusyScope& operator=(const BusyScope&) = delete;
+  ~BusyScope() { board_.SetBusy(wasBusy_); }
+
+ private:
+  StatusBoard& board_;
+  bool wasBusy_;
+};
+
+// Offers the cancel button and the progress bar while pages are fetched. A batch, which goes on
+// after the crawl, keeps its cancel button.
+class CrawlScope {
+ public:
+  CrawlScope(StatusBoard& board, bool batch)
+      : board_(board), wasShown_(board.CancelShown()), wasEnabled_(batch && board.CancelEnabled()) {
+    board_.SetCancelEnabled(true);
+    board_.SetCancelShown(true);
+    board_.SetProgress(0);
+    board_.SetProgressShown(true);
+  }
+  CrawlScope(const CrawlScope&) = delete;
+  CrawlScope& operator=(const CrawlScope&) = delete;
+  ~CrawlScope() {
+    board_.SetCancelEnabled(wasEnabled_);
+    board_.SetCancelShown(wasShown_);
+    board_.SetProgressShown(false);
+    board_.SetProgress(0);
+  }
+
+ private:
+  StatusBoard& board_;
+  bool wasShown_;
+  bool wasEnabled_;
+};
+
+}  // namespace
+
+FileListGenerator::FileListGenerator(const CrawlContext& context) : context_(context) {
+  StatusBoard& board = context_.board;
+  QObject::connect(&context_.files, &FileList::Cleared, &board,
+                   [&board] { board.SetFileCount(QString()); });
+}
+
+QCoro::Task<GenerateResult> FileListGenerator::Generate(bool listOnly) {
+  lastRunFailed_ = false;
+  context_.board.SetFile(QString());
+  const BusyScope busy(context_.board);
+  const bool accepted = co_await CheckInput();
+  if (!accepted) co_return GenerateResult::Refused;
+  // The list of a date-format job was built when the job was loaded.
+  if (!context_.job.Flag(TargetUrlItem::Opt)) co_await BuildList(listOnly);
+  context_.files.Flush();
+  co_return GenerateResult::Finished;
+}
+
+QCoro::Task<bool> FileListGenerator::CheckInput() {
+  const JobEditor& job = context_.job;
+  if (context_.urlList.SelectedRow() < 0) {
+    const bool nothingTyped =
+        job[TargetUrlItem::Description].isEmpty() && job[TargetUrlItem::Root].isEmpty() &&
+        job[TargetUrlItem::SubPattern].isEmpty() && job[TargetUrlItem::FilePattern].isEmpty();
+    const QString text =
+        nothingTyped
+            ? QStringLiteral("URL リストを選択して下さい。")
+            : QStringLiteral("リストに追加（リストで右クリック→追加（下））後に入力して下さい。");
+    co_await Tell(ProgramTitle(), text);
+    context_.board.RequestFocus(FocusTarget::UrlList);
+    co_return false;
+  }
+  if (job[TargetUrlItem::Root].isEmpty()) {
+    const QString text = QStringLiteral("URL が空白です！");
+    co_await Tell(ProgramTitle(), text);
+    context_.board.RequestFocus(FocusTarget::RootUrl);
+    co_return false;
+  }
+  co_return true;
+}
+
+QCoro::Task<void> FileListGenerator::BuildList(bool listOnly) {
+  const JobEditor& job = context_.job;
+  const QDateTime reference = context_.clock.Now();
+  const QString rootUrl = ExpandDateTemplates(job[TargetUrlItem::Root], reference);
+  context_.files.ClearFileList();
+  if (job[TargetUrlItem::SubPattern].isEmpty() && job[TargetUrlItem::FilePattern].isEmpty()) {
+    context_.files.Append(FileListRow::FromText(QStringLiteral("\t\t") + rootUrl));
+    co_return;
+  }
+  Pattern subPages(job[TargetUrlItem::SubPattern]);
+  Pattern files(FileExpression(job[TargetUrlItem::FilePattern]));
+  const bool subPagesValid = co_await CheckPattern(subPages);
+  if (!subPagesValid) co_return;
+  if (!listOnly) {
+    const bool filesValid = co_await CheckPattern(files);
+    if (!filesValid) co_return;
+  }
+  {
+    const CrawlScope scope(context_.board, context_.state.IsBatch());
+    PageExtractor extractor(context_, files, reference);
+    Crawler crawler(context_, subPages, listOnly ? nullptr : &extractor);
+    co_await CrawlFrom(rootUrl, crawler);
+  }
+  // Expressions that were stopped on the way are named once, now that the list stands.
+  co_await CheckPattern(subPages);
+  co_await CheckPattern(files);
+}
+
+QCoro::Task<void> FileListGenerator::CrawlFrom(QString rootUrl, Crawler& crawler) {
+  CrawlStart start;
+  start.rootUrl = rootUrl;
+  start.page = co_await context_.http.FetchPageText(rootUrl);
+  if (context_.state.CancelRequested()) co_return;
+  if (start.page.status != 0) {
+    lastRunFailed_ = true;
+    const QString text =
+        LineAndSubject(QStringLiteral("URL が見つかりません！"), context_.job[TargetUrlItem::Root]);
+    co_await Tell(ProgramTitle(), text);
+    co_return;
+  }
+  const QString base = API_Web::BaseOfPage(start.page.text, rootUrl);
+  context_.job.SetRootBase(base);
+  start.startAddress = start.page.finalUrl.isEmpty() ? base : start.page.finalUrl;
+  context_.files.ClearFileList();
+  co_await crawler.Run(start);
+}
+
+QCoro::Task<bool> FileListGenerator::CheckPattern(const Pattern& pattern) {
+  const QString fault = pattern.Fault();
+  if (fault.isEmpty()) co_return true;
+  lastRunFailed_ = true;
+  const QString text = LineAndSubject(fault, context_.job[TargetUrlItem::Root]);
+  const QString title = ErrorTitle();
+  co_await Tell(title, text);
+  co_return false;
+}
+
+QCoro::Task<void> FileListGenerator::Tell(QString title, QString text) {
+  MessageBox box;
+  box.title = title;
+  box.text = text;
+  co_await context_.messages.Ask(box);
+}
+
+}  // namespace zentorin

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "crawl/page_extractor.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "base/display_clock.h"
+#include "base/number_text.h"
+#include "base/run_state.h"
+#include "crawl/file_list.h"
+#include "crawl/file_list_generator.h"
+#include "crawl/tag_splitter.h"
+#include "jobs/date_text.h"
+#include "jobs/job_editor.h"
+#include "net/api_web.h"
+
+namespace zentorin {
+namespace {
+
+constexpr double kMsecsPerDay = 86'400'000;
+// Longer windows reach back before every date that a server can name.
+constexpr double kMaxWindowDays = 1'000'000;
+constexpr double kBytesPerKilobyte = 1000;
+constexpr double kMaxKilobytes = 9e15;
+constexpr int kSizeWidth = 6;
+
+// The link inside a match: attribute names that the expression caught with it are removed, then a
+// quote that led it. A quote at the end stays, as a pattern's group is expected to end before it.
+QString LinkOf(QString candidate) {
+  candidate.remove(QLatin1String("href="), Qt::CaseInsensitive);
+  candidate.remove(QLatin1String("url="), Qt::CaseInsensitive);
+  candidate.remove(QLatin1String("<guid>"), Qt::CaseInsensitive);
+  candidate = TrimBlanks(candidate);
+  if (candidate.startsWith(u'"')) candidate.remove(0, 1);
+  return candidate;
+}
+
+QString SizeText(const QString& bytes) {
+  const double kilobytes = std::ceil(NumericValue(bytes) / kBytesPerKilobyte);
+  const auto shown = static_cast<qint64>(std::clamp(kilobytes, -kMaxKilobytes, kMaxKilobytes));
+  return PadLeft(GroupedNumber(shown), kSizeWidth);
+}
+
+}  // namespace
+
+QString FileExpression(const QString& filePattern) {
+  const QString keyword = filePattern.toLower();
+  // All four of these search for ".mp3": this program's rule.
+  for (const char* fixed : {".mp3", ".csv", ".pdf", ".asx"}) {
+    if (keyword == QLatin1String(fixed)) {
+      return QStringLiteral(R"re(((url=|href=)".+?\.mp3"|(url=|href=)'+?\.mp3'))re");
+    }
+  }
+  for (const char* image : {".gif", ".jpg", ".jpeg", ".bmp"}) {
+    if (keyword == QLatin1String(image)) {
+      return QStringLiteral(R"re(< *img +src=(\x22*[^<>"]+?\)re") + keyword +
+             QStringLiteral(R"re(\x22* *)[^<>]*?>)re");
+    }
+  }
+  return filePattern;
+}
+
+PageExtractor::PageExtractor(const CrawlContext& context, Pattern& files, QDateTime reference)
+    : context_(context), files_(files), reference_(std::move(reference)) {}
+
+QCoro::Task<void> PageExtractor::Extract(QString pageUrl, FetchedPage page) {
+  Source source;
+  source.url = pageUrl;
+  source.base = API_Web::BaseElement(page.text);
+  if (source.base.isEmpty()) {
+    source.base = API_Web::DirectoryOf(page.finalUrl.isEmpty() ? pageUrl : page.finalUrl);
+  }
+  TagSplitter tags(page.text);
+  for (QStringView tag = tags.Next(); !tag.isNull(); tag = tags.Next()) {
+    const QStringList candidates = files_.Candidates(tag);
+    for (const QString& candidate : candidates) {
+      if (context_.state.CancelRequested()) co_return;
+      const QString link = LinkOf(candidate);
+      if (!link.isEmpty() && !links_.AnyEndsWith(link)) co_await TakeCandidate(source, link);
+      if (slice_.Over()) co_await slice_.Rest();
+    }
+    if (slice_.Over()) co_await slice_.Rest();
+    if (context_.state.CancelRequested()) co_return;
+  }
+}
+
+QCoro::Task<void> PageExtractor::TakeCandidate(const Source& source, QString candidate) {
+  const JobEditor& job = context_.job;
+  const QString address = API_Web::Resolve(source.base, candidate);
+  const bool ask = job.Flag(TargetUrlItem::DispModify);
+  FileDate date;
+  if (ask) date = co_await AskDate(address);
+  if (context_.state.CancelRequested() || !InDateWindow(date) || !UnderRoot(candidate)) co_return;
+  QString size = QLatin1String(FileListRow::kNoFileSize);
+  if (ask) size = co_await AskSize(address);
+  if (context_.state.CancelRequested()) co_return;
+  candidate.remove(u'\\');
+  links_.Add(candidate);
+  FileListRow row;
+  row.Set(FileListRow::Date,
+          date ? date->toString(QStringLiteral("yyyy/MM/dd HH:mm:ss")) : QStringLiteral("-"));
+  row.Set(FileListRow::Size, size);
+  row.Set(FileListRow::Link, candidate);
+  row.Set(FileListRow::BaseDir, source.base);
+  row.Set(FileListRow::Parent, source.url);
+  row.Set(FileListRow::Address, address);
+  context_.files.Append(row, true);
+  ++rowCount_;
+}
+
+QCoro::Task<PageExtractor::FileDate> PageExtractor::AskDate(QString address) {
+  const QString header = co_await context_.http.QueryHeader(address, HeaderSelector::LastModified);
+  FileDate date = ParseHttpDate(header);
+  if (date) date = date->addSecs(qint64(context_.clockOptions.OffsetHours()) * 3600);
+  co_return date;
+}
+
+QCoro::Task<QString> PageExtractor::AskSize(QString address) {
+  const QString header = co_await context_.http.QueryHeader(address, HeaderSelector::ContentLength);
+  const QString bytes = TrimBlanks(header);
+  co_return bytes.isEmpty() ? QString(QLatin1String(FileListRow::kNoFileSize)) : SizeText(bytes);
+}
+
+// A file of unknown date is always in the window.
+bool PageExtractor::InDateWindow(const FileDate& date) const {
+  const QString days = TrimBlanks(context_.job[TargetUrlItem::Date]);
+  if (!date || !context_.job.Flag(TargetUrlItem::Modify) || days.isEmpty()) return true;
+  const double back = std::clamp(NumericValue(days), -kMaxWindowDays, kMaxWindowDays);
+  return reference_.addMSecs(-std::llround(back * kMsecsPerDay)) <= *date;
+}
+
+// Relative links are always kept; an absolute one only when its directory is a part of the start
+// address, so that one in a folder below the root is not.
+bool PageExtractor::UnderRoot(const QString& candidate) const {
+  if (!context_.job.Flag(TargetUrlItem::OnlyUnderRoot)) return true;
+  if (!candidate.startsWith(QLatin1String("http"), Qt::CaseInsensitive)) return true;
+  return startAddress_.contains(API_Web::DirectoryOf(candidate), Qt::CaseInsensitive);
+}
+
+}  // namespace zentorin
