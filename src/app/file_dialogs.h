@@ -16,7 +16,7 @@ struct FileDialog {
   QStringList filters;   // "caption(*.ending)", the first one is chosen
 };
 
-// The one way by which anything asks the user for a file. Answers an absolute path of this system,
+// The one way by which anything asks the user for a file or a folder. Answers an absolute path of this system,
 // empty when the user gives up.
 class FileDialogs {
  public:
@@ -28,6 +28,7 @@ class FileDialogs {
   virtual QCoro::Task<QString> AskForFileToOpen(FileDialog dialog) = 0;
   // Asks by itself before an existing file is chosen.
   virtual QCoro::Task<QString> AskForFileToSave(FileDialog dialog) = 0;
+  virtual QCoro::Task<QString> AskForFolder(FileDialog dialog) = 0;
 };
 
 }  // namespace zentorin

@@ -1,0 +1,329 @@
+// SPDX-License-Identifier: MIT
+#include "ui/frm_main.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
+#include <QToolButton>
+
+#include "app/auto_run.h"
+#include "app/closing.h"
+#include "app/file_dialogs.h"
+#include "app/list_commands.h"
+#include "app/program_title.h"
+#include "app/workspace.h"
+#include "base/message_boxes.h"
+#include "launch/opener.h"
+#include "ui/file_list_binding.h"
+#include "ui/job_binding.h"
+#include "ui/key_filter.h"
+#include "ui/line_list_view.h"
+#include "ui/link_label.h"
+#include "ui/pattern_choice.h"
+#include "ui/status_binding.h"
+#include "ui/template_help.h"
+#include "ui/tray_icon.h"
+#include "ui/url_list_binding.h"
+
+namespace zentorin {
+namespace {
+
+constexpr std::chrono::milliseconds kClockInterval(100);
+
+// The path of the only .dat file that a drop brings; empty when it brings anything else.
+QString DroppedList(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  if (urls.size() != 1 || !urls.first().isLocalFile()) return {};
+  const QString path = urls.first().toLocalFile();
+  return path.endsWith(QLatin1String(".dat"), Qt::CaseInsensitive) ? path : QString();
+}
+
+// Moves a rectangle that no screen shows onto the nearest one.
+QRect OntoAScreen(QRect rectangle) {
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    if (screen->availableGeometry().intersects(rectangle)) return rectangle;
+  }
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (screen != nullptr) rectangle.moveCenter(screen->availableGeometry().center());
+  return rectangle;
+}
+
+}  // namespace
+
+frmMain::frmMain(const WindowContext& context)
+    : context_(context),
+      c_(*this),
+      layout_(c_),
+      job_(std::make_unique<JobBinding>(context.workspace.job, c_)),
+      status_(std::make_unique<StatusBinding>(context.workspace.board, c_, layout_, *job_)),
+      urlList_(std::make_unique<UrlListBinding>(context.workspace.urlList, *c_.lstTargetUrl)),
+      files_(std::make_unique<FileListBinding>(context.workspace.files, *c_.lstUrl_All)),
+      tray_(std::make_unique<TrayIcon>()),
+      subUrlChoice_(new PatternChoice(*c_.cmbUrl_SubPattern, QStringLiteral("Timer_ComboSubUrl"))),
+      fileChoice_(new PatternChoice(*c_.cmbFilePattern, QStringLiteral("Timer_ComboFile"))) {
+  setObjectName(QStringLiteral("frmMain"));
+  setWindowTitle(ProductTitle());
+  setWindowIcon(QIcon(QStringLiteral(":/icons/zentorin.svg")));
+  setAcceptDrops(true);
+  c_.cmdDebug->hide();
+  SetKeyFilters();
+  ConnectCommands();
+  ConnectMenus();
+  ConnectSaveFolder();
+  ConnectPatterns();
+  ConnectState();
+  ConnectTray();
+  Timer1.setInterval(kClockInterval);
+  connect(&Timer1, &QTimer::timeout, this, &frmMain::ShowClock);
+  Timer1.start();
+  ShowClock();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::PlaceBySettings() {
+  const AppSettings& settings = context_.workspace.settings;
+  setGeometry(OntoAScreen(QRect(
+      QPoint(settings.formLeft, settings.formTop),
+      QSize(settings.formRight - settings.formLeft, settings.formBottom - settings.formTop))));
+  subUrlChoice_->SetEntries(context_.workspace.patterns.SubUrl());
+  fileChoice_->SetEntries(context_.workspace.patterns.File());
+}
+
+void frmMain::FinishStartUp(bool debugMode) {
+  setWindowTitle(ProgramTitle(context_.workspace.urlList.CurrentListFile()));
+  c_.cmdDebug->setVisible(debugMode);
+  ScheduleLayout();
+}
+
+void frmMain::RestoreFromTray() {
+  tray_->Remove();
+  showNormal();
+  raise();
+  activateWindow();
+}
+
+void frmMain::OpenListFile(const QString& path) {
+  if (!context_.workspace.board.Busy()) context_.lists.OpenFile(path);
+}
+
+void frmMain::ConnectCommands() {
+  RunDriver& driver = context_.workspace.driver;
+  UrlList& urls = context_.workspace.urlList;
+  connect(c_.cmdOrder_0, &QToolButton::clicked, this, [&urls] { urls.MoveSelected(+1); });
+  connect(c_.cmdOrder_1, &QToolButton::clicked, this, [&urls] { urls.MoveSelected(-1); });
+  connect(c_.cmdGo_All_0, &QPushButton::clicked, this, [&driver] { driver.GenerateCommand(true); });
+  connect(c_.cmdGo_All_1, &QPushButton::clicked, this,
+          [&driver] { driver.GenerateCommand(false); });
+  connect(c_.cmdAllDownload_0, &QPushButton::clicked, this,
+          [&driver] { driver.DownloadCommand(false); });
+  connect(c_.cmdAllDownload_1, &QPushButton::clicked, this,
+          [&driver] { driver.DownloadCommand(true); });
+  connect(c_.cmdCancel, &QPushButton::clicked, &driver, &RunDriver::CancelCommand);
+  connect(c_.cmdLog, &QPushButton::clicked, this, &frmMain::ShowLog);
+  connect(c_.cmdDebug, &QPushButton::clicked, this, &frmMain::ShowDiagnostics);
+  connect(c_.cmdClose, &QPushButton::clicked, this, &QWidget::close);
+  connect(c_.lblFormat, &LinkLabel::Clicked, this, &frmMain::ShowTemplateHelp);
+  const auto* escape = new QShortcut(Qt::Key_Escape, this);
+  connect(escape, &QShortcut::activated, this, [this, &driver] {
+    if (context_.workspace.board.CancelShown()) driver.CancelCommand();
+  });
+}
+
+void frmMain::ConnectMenus() {
+  connect(c_.mnuNew, &QAction::triggered, this, [this] { context_.lists.New(); });
+  connect(c_.mnuOpen, &QAction::triggered, this, [this] { context_.lists.Open(); });
+  connect(c_.mnuSave, &QAction::triggered, this, [this] { context_.lists.Save(); });
+  connect(c_.mnuSaveAs, &QAction::triggered, this, [this] { context_.lists.SaveAs(); });
+  connect(c_.mnuClose, &QAction::triggered, this, &QWidget::close);
+}
+
+void frmMain::ConnectSaveFolder() {
+  connect(c_.lblSavePath, &LinkLabel::DoubleClicked, this, [this] {
+    Workspace& workspace = context_.workspace;
+    const QString path = workspace.drives.ToSystemPath(workspace.job[TargetUrlItem::SavePath]);
+    workspace.world.opener.OpenFolder(path);
+  });
+  connect(c_.cmdSavePath, &QToolButton::clicked, this, &frmMain::PickSaveFolder);
+}
+
+void frmMain::ConnectPatterns() {
+  JobEditor& job = context_.workspace.job;
+  connect(subUrlChoice_, &PatternChoice::Chosen, this,
+          [&job](const QString& expression) { job.Edit(TargetUrlItem::SubPattern, expression); });
+  connect(fileChoice_, &PatternChoice::Chosen, this,
+          [&job](const QString& expression) { job.Edit(TargetUrlItem::FilePattern, expression); });
+}
+
+void frmMain::ConnectState() {
+  connect(job_.get(), &JobBinding::LayoutNeeded, this, &frmMain::ScheduleLayout);
+  connect(status_.get(), &StatusBinding::LayoutNeeded, this, &frmMain::ScheduleLayout);
+  layoutTimer_.setSingleShot(true);
+  layoutTimer_.setInterval(0);
+  connect(&layoutTimer_, &QTimer::timeout, this, &frmMain::LayOut);
+  Workspace& workspace = context_.workspace;
+  connect(&workspace.urlList, &UrlList::CurrentListFileChanged, this,
+          [this] { setWindowTitle(ProgramTitle(context_.workspace.urlList.CurrentListFile())); });
+  connect(&workspace.board, &StatusBoard::FocusRequested, this, [this](FocusTarget target) {
+    QWidget* const targets[] = {c_.lstTargetUrl, c_.txtUrl_Root, c_.lstUrl_All};
+    targets[static_cast<int>(target)]->setFocus();
+  });
+  connect(&workspace.driver, &RunDriver::CloseRequested, this, &QWidget::close);
+}
+
+void frmMain::ConnectTray() {
+  AutoRun& autoRun = context_.autoRun;
+  connect(&autoRun, &AutoRun::TitleChanged, this, &QWidget::setWindowTitle);
+  connect(&autoRun, &AutoRun::TrayTipChanged, tray_.get(), &TrayIcon::SetTip);
+  connect(&autoRun, &AutoRun::MoveToTrayRequested, this, &frmMain::MoveToTray);
+  connect(&autoRun, &AutoRun::RestoreFromTrayRequested, this, &frmMain::RestoreFromTray);
+  connect(tray_.get(), &TrayIcon::RestoreRequested, this, &frmMain::RestoreFromTray);
+}
+
+void frmMain::SetKeyFilters() {
+  using Mode = KeyFilter::Mode;
+  new KeyFilter(QStringLiteral("[0123456789.]"), Mode::OnlyMatching, c_.cmbDate->lineEdit());
+  for (const QComboBox* combo : {c_.cmbBefore_0, c_.cmbBefore_1, c_.cmbDepth}) {
+    new KeyFilter(QStringLiteral("[0-9]"), Mode::OnlyMatching, combo->lineEdit());
+  }
+  new KeyFilter(QStringLiteral("[/:*?\"|<>]"), Mode::AllButMatching, c_.txtSavePath);
+}
+
+void frmMain::ScheduleLayout() {
+  if (!layoutTimer_.isActive()) layoutTimer_.start();
+}
+
+void frmMain::LayOut() {
+  layout_.Apply(c_.central->size());
+}
+
+void frmMain::ShowClock() {
+  const DisplayClock& clock = context_.workspace.clock;
+  const QString text = clock.Text();
+  if (c_.lblTime->text() != text) c_.lblTime->setText(text);
+  if (c_.lblTimeLbl->text() != clock.Label()) {
+    c_.lblTimeLbl->setText(clock.Label());
+    c_.lblTimeLbl->setToolTip(clock.LabelHint());
+    ScheduleLayout();
+  }
+}
+
+// The restored rectangle, also while the window is maximised or minimised.
+void frmMain::RememberPlace() {
+  const QRect place = normalGeometry().isValid() ? normalGeometry() : geometry();
+  AppSettings& settings = context_.workspace.settings;
+  settings.formLeft = place.x();
+  settings.formTop = place.y();
+  settings.formRight = place.x() + place.width();
+  settings.formBottom = place.y() + place.height();
+}
+
+void frmMain::MoveToTray() {
+  if (!TrayIcon::IsAvailable()) {
+    showMinimized();
+    return;
+  }
+  tray_->Add();
+  hide();
+}
+
+void frmMain::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  LayOut();
+}
+
+void frmMain::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) ScheduleLayout();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+  if (closed_) {
+    event->accept();
+    return;
+  }
+  event->ignore();
+  if (!closing_) Close();
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+  if (!DroppedList(*event->mimeData()).isEmpty() && !context_.workspace.board.Busy()) {
+    event->acceptProposedAction();
+  }
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+  OpenListFile(DroppedList(*event->mimeData()));
+}
+
+QCoro::Task<void> frmMain::Close() {
+  closing_ = true;
+  RememberPlace();
+  const bool closed = co_await AskAndClose(context_.workspace, context_.autoRun, context_.lists);
+  closing_ = false;
+  if (!closed) co_return;
+  closed_ = true;
+  tray_->Remove();
+  close();
+  Q_EMIT Closed();
+}
+
+QCoro::Task<void> frmMain::PickSaveFolder() {
+  Workspace& workspace = context_.workspace;
+  const QString before = workspace.job[TargetUrlItem::SavePath];
+  FileDialog dialog;
+  dialog.title = QStringLiteral("保存フォルダの指定");
+  dialog.folder = workspace.drives.ToSystemPath(before);
+  const QString folder = co_await context_.dialogs.AskForFolder(dialog);
+  if (folder.isEmpty()) co_return;
+  workspace.job.Edit(TargetUrlItem::SavePath, workspace.drives.ToStoredPath(folder));
+}
+
+QCoro::Task<void> frmMain::ShowTemplateHelp() {
+  MessageBox box;
+  box.title = QStringLiteral("書式設定例");
+  box.text = TemplateHelpText();
+  co_await context_.workspace.world.messages.Ask(box);
+}
+
+QCoro::Task<void> frmMain::ShowLog() {
+  Workspace& workspace = context_.workspace;
+  MessageBox box;
+  if (!workspace.log.Exists()) {
+    box.text = QStringLiteral("ログファイルを生成されていません！");
+    co_await workspace.world.messages.Ask(box);
+    co_return;
+  }
+  QString text;
+  const FileOutcome outcome = workspace.log.Read(text);
+  if (outcome.Ok()) {
+    workspace.world.opener.ShowText(text, QStringLiteral("log.txt"));
+    co_return;
+  }
+  box.title = QStringLiteral("エラー発生");
+  box.text = outcome.message;
+  co_await workspace.world.messages.Ask(box);
+}
+
+void frmMain::ShowDiagnostics() {
+  Workspace& workspace = context_.workspace;
+  const QStringList lines{
+      ProductName() + u' ' + ProductVersion(),
+      QStringLiteral("プログラムのフォルダ: ") + workspace.drives.ProgramFolder(),
+      QStringLiteral("ＵＲＬリスト: ") + workspace.urlList.CurrentListFile(),
+      QStringLiteral("ファイルリスト: %1 行、選択 %2 行")
+          .arg(workspace.files.Count())
+          .arg(workspace.files.SelectedCount()),
+      QStringLiteral("選択中の行: ") + workspace.job.Fields().ToLine(),
+  };
+  workspace.world.opener.ShowText(lines.join(QLatin1String("\r\n")), QStringLiteral("Debug"));
+}
+
+}  // namespace zentorin

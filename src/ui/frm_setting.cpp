@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "ui/frm_setting.h"
+
+#include <QDir>
+
+#include "app/app_settings.h"
+#include "app/file_dialogs.h"
+#include "base/message_boxes.h"
+#include "base/number_text.h"
+#include "ui/key_filter.h"
+#include "ui_frm_setting.h"
+
+namespace zentorin {
+namespace {
+
+// Characters that no file name may hold, as a character class and as the message names them.
+constexpr char16_t kForbidden[] = uR"([/:*?"|<>\])";
+constexpr char16_t kForbiddenExpression[] = uR"([/:*?"|<>\\])";
+constexpr int kTypeMismatch = 13;
+constexpr int kLargestDiffHours = 14;  // the time zones of the world: -12 to +14
+constexpr int kSmallestDiffHours = -12;
+
+}  // namespace
+
+frmSetting::frmSetting(const SettingContext& context, QWidget* parent)
+    : QDialog(parent), context_(context), ui_(std::make_unique<Ui::frmSetting>()) {
+  ui_->setupUi(this);
+  Fill();
+  Connect();
+}
+
+frmSetting::~frmSetting() = default;
+
+void frmSetting::Fill() {
+  const AppSettings& settings = context_.settings;
+  ui_->txtDefaultSavePath->setText(settings.defaultSavePath);
+  ui_->chkOpenFolder->setChecked(settings.download.openFolder);
+  ui_->ChkVLCShow->setChecked(settings.download.vlcShow);
+  ui_->ChkGMTDate->setChecked(settings.clock.useGmt);
+  for (int hours = kSmallestDiffHours; hours <= kLargestDiffHours; ++hours) {
+    ui_->cmbGmtDiff->addItem(PadLeft(QString::number(hours), 3));
+  }
+  ui_->cmbGmtDiff->setEditText(PadLeft(QString::number(settings.clock.gmtDiffHours), 3));
+  ui_->ChkWmaToMp3->setChecked(settings.download.wmaToMp3);
+  ui_->OptStreaming_0->setText(context_.toolCaptions.value(0));
+  ui_->OptStreaming_1->setText(context_.toolCaptions.value(1));
+  (settings.download.streamingTool == 1 ? ui_->OptStreaming_1 : ui_->OptStreaming_0)
+      ->setChecked(true);
+  // The frame's tag holds the index of the chosen tool.
+  ui_->frStreaming->setProperty("Tag", settings.download.streamingTool);
+  ui_->ChkAutoClose->setChecked(settings.download.autoClose);
+  ui_->chkAddDate->setChecked(settings.download.addDate);
+  ui_->txtAddDateFormat->setText(settings.download.addDateFormat);
+  ui_->frAddDateFormat->setEnabled(settings.download.addDate);
+}
+
+void frmSetting::Connect() {
+  connect(ui_->cmdSaveFolderPath, &QToolButton::clicked, this, &frmSetting::PickFolder);
+  connect(ui_->chkAddDate, &QCheckBox::toggled, this, [this](bool on) {
+    context_.settings.download.addDate = on;
+    ui_->frAddDateFormat->setEnabled(on);
+  });
+  connect(ui_->txtAddDateFormat, &QLineEdit::textChanged, this,
+          [this](const QString& text) { context_.settings.download.addDateFormat = text; });
+  connect(ui_->ChkVLCShow, &QCheckBox::toggled, this, &frmSetting::ToolWindowShown);
+  connect(ui_->OptStreaming_0, &QRadioButton::clicked, this,
+          [this] { ui_->frStreaming->setProperty("Tag", 0); });
+  connect(ui_->OptStreaming_1, &QRadioButton::clicked, this,
+          [this] { ui_->frStreaming->setProperty("Tag", 1); });
+  auto* format = new KeyFilter(QString::fromUtf16(kForbiddenExpression),
+                               KeyFilter::Mode::AllButMatching, ui_->txtAddDateFormat);
+  connect(format, &KeyFilter::Refused, this, &frmSetting::RefuseKey);
+  new KeyFilter(QStringLiteral("[-0-9]"), KeyFilter::Mode::OnlyMatching,
+                ui_->cmbGmtDiff->lineEdit());
+  connect(ui_->cmdClose, &QPushButton::clicked, this, &frmSetting::TakeOver);
+}
+
+void frmSetting::RefuseKey() {
+  MessageBox box;
+  box.text = QString::fromUtf16(kForbidden) + QStringLiteral(" の各文字は使用不可");
+  context_.messages.Ask(box);
+}
+
+QCoro::Task<void> frmSetting::PickFolder() {
+  FileDialog dialog;
+  dialog.title = QStringLiteral("保存フォルダの指定");
+  dialog.folder = ui_->txtDefaultSavePath->text();
+  if (!QDir::isAbsolutePath(dialog.folder)) dialog.folder = context_.programFolder;
+  const QString folder = co_await context_.dialogs.AskForFolder(dialog);
+  if (!folder.isEmpty()) ui_->txtDefaultSavePath->setText(folder);
+}
+
+QCoro::Task<void> frmSetting::TakeOver() {
+  bool isNumber = false;
+  const int gmtDiff = ui_->cmbGmtDiff->currentText().trimmed().toInt(&isNumber);
+  if (!isNumber) {
+    MessageBox box;
+    box.title = QStringLiteral("エラー発生");
+    box.text = QString::number(kTypeMismatch) + QStringLiteral(" 時差が数値ではありません。: ") +
+               ui_->cmbGmtDiff->currentText();
+    co_await context_.messages.Ask(box);
+    ui_->cmbGmtDiff->setFocus();
+    co_return;
+  }
+  AppSettings& settings = context_.settings;
+  settings.defaultSavePath = ui_->txtDefaultSavePath->text();
+  settings.download.openFolder = ui_->chkOpenFolder->isChecked();
+  settings.download.vlcShow = ui_->ChkVLCShow->isChecked();
+  settings.clock.useGmt = ui_->ChkGMTDate->isChecked();
+  settings.clock.gmtDiffHours = gmtDiff;
+  settings.download.wmaToMp3 = ui_->ChkWmaToMp3->isChecked();
+  settings.download.streamingTool = ui_->frStreaming->property("Tag").toInt();
+  settings.download.autoClose = ui_->ChkAutoClose->isChecked();
+  accept();
+}
+
+}  // namespace zentorin

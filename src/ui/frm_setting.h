@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDialog>
+#include <QStringList>
+#include <memory>
+
+#include <QCoro/QCoroTask>
+
+namespace Ui {
+class frmSetting;
+}
+
+namespace zentorin {
+
+class FileDialogs;
+class MessageBoxes;
+struct AppSettings;
+
+// What the settings dialog asks of the world; all of it outlives the dialog.
+struct SettingContext {
+  AppSettings& settings;
+  FileDialogs& dialogs;
+  MessageBoxes& messages;
+  QString programFolder;     // where the folder chooser starts when no folder is set
+  QStringList toolCaptions;  // captions of the two streaming tools as located on this machine
+};
+
+// The settings dialog. The date prefix acts while the dialog is open; all other settings are taken
+// over by "閉じる". The file itself is written when the main window closes.
+class frmSetting : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit frmSetting(const SettingContext& context, QWidget* parent = nullptr);
+  ~frmSetting() override;
+
+ Q_SIGNALS:
+  // `ChkVLCShow` was clicked: a streaming tool's window that is open now is to be shown minimised
+  // or hidden.
+  void ToolWindowShown(bool shown);
+
+ private:
+  void Fill();
+  void Connect();
+  void RefuseKey();
+  QCoro::Task<void> PickFolder();
+  QCoro::Task<void> TakeOver();
+
+  SettingContext context_;
+  std::unique_ptr<Ui::frmSetting> ui_;
+};
+
+}  // namespace zentorin

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "ui/link_label.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace zentorin {
+
+LinkLabel::LinkLabel(const QString& text, bool asLink, QWidget* parent)
+    : QLabel(text, parent), asLink_(asLink) {
+  ApplyLook();
+}
+
+void LinkLabel::mouseReleaseEvent(QMouseEvent* event) {
+  QLabel::mouseReleaseEvent(event);
+  if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
+    Q_EMIT Clicked();
+  }
+}
+
+void LinkLabel::mouseDoubleClickEvent(QMouseEvent* event) {
+  QLabel::mouseDoubleClickEvent(event);
+  if (event->button() == Qt::LeftButton) Q_EMIT DoubleClicked();
+}
+
+void LinkLabel::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      Q_EMIT Clicked();
+      return;
+    default:
+      QLabel::keyPressEvent(event);
+  }
+}
+
+void LinkLabel::changeEvent(QEvent* event) {
+  QLabel::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) ApplyLook();
+}
+
+void LinkLabel::ApplyLook() {
+  if (!asLink_ || applyingLook_) return;
+  applyingLook_ = true;
+  setForegroundRole(QPalette::Link);
+  QFont underlined = font();
+  underlined.setUnderline(true);
+  setFont(underlined);
+  setCursor(Qt::PointingHandCursor);
+  setFocusPolicy(Qt::TabFocus);
+  applyingLook_ = false;
+}
+
+}  // namespace zentorin

@@ -1,0 +1,329 @@
+// SPDX-License-Identifier: MIT
+#include "ui/main_controls.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QToolButton>
+
+#include "ui/line_list_view.h"
+#include "ui/link_label.h"
+
+namespace zentorin {
+namespace {
+
+// Gives a control the name by which style sheets, tests and assistive programs find it.
+template <typename T>
+T* Named(T* control, const char* name) {
+  control->setObjectName(QLatin1String(name));
+  return control;
+}
+
+QFrame* MakeFrame(QWidget* parent, const char* name) {
+  auto* frame = Named(new QFrame(parent), name);
+  frame->setFrameShape(QFrame::NoFrame);
+  return frame;
+}
+
+QLabel* MakeLabel(QWidget* parent, const char* name, const QString& caption = {}) {
+  auto* label = Named(new QLabel(caption, parent), name);
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+template <typename Button>
+Button* MakeButton(QWidget* parent, const char* name, const QString& caption,
+                   const QString& toolTip = {}) {
+  auto* button = Named(new Button(parent), name);
+  button->setText(caption);
+  button->setToolTip(toolTip);
+  return button;
+}
+
+QLineEdit* MakeEdit(QWidget* parent, const char* name, const QString& accessibleName) {
+  auto* edit = Named(new QLineEdit(parent), name);
+  edit->setAccessibleName(accessibleName);
+  edit->setFont(FixedPitchFont(edit->font()));
+  return edit;
+}
+
+QComboBox* MakeCombo(QWidget* parent, const char* name, const QString& accessibleName,
+                     const QString& toolTip = {}) {
+  auto* combo = Named(new QComboBox(parent), name);
+  combo->setEditable(true);
+  combo->setInsertPolicy(QComboBox::NoInsert);
+  combo->setCompleter(nullptr);
+  combo->setFont(FixedPitchFont(combo->font()));
+  combo->setAccessibleName(accessibleName);
+  combo->setToolTip(toolTip);
+  combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  combo->setMinimumContentsLength(5);
+  return combo;
+}
+
+// "0.5", "1", "1.5", then whole days up to 30.
+QStringList DayItems() {
+  QStringList items{QStringLiteral("0.5"), QStringLiteral("1"), QStringLiteral("1.5")};
+  for (int day = 2; day <= 30; ++day) items.append(QString::number(day));
+  return items;
+}
+
+QComboBox* MakeDayCombo(QWidget* parent, const char* name, const QString& accessibleName) {
+  auto* combo = MakeCombo(
+      parent, name, accessibleName,
+      QStringLiteral("ファイル更新日時指定 － 0.5(12時間)前から 1(24時間)前 1.5(36時間)前 "
+                     "2(2日)前　空白:全て"));
+  combo->addItems(DayItems());
+  combo->setCurrentIndex(-1);
+  return combo;
+}
+
+}  // namespace
+
+QFont FixedPitchFont(const QFont& base) {
+  QFont font(base);
+  font.setFamilies({QStringLiteral("Noto Sans Mono CJK JP"), QStringLiteral("IPAGothic"),
+                    QStringLiteral("TakaoGothic"), QStringLiteral("VL Gothic"),
+                    QFontDatabase::systemFont(QFontDatabase::FixedFont).family()});
+  font.setStyleHint(QFont::Monospace);
+  font.setFixedPitch(true);
+  return font;
+}
+
+MainControls::MainControls(QMainWindow& window) {
+  central = Named(new QWidget(&window), "central");
+  window.setCentralWidget(central);
+  MakeTop();
+  MakeSite();
+  MakePatternMode();
+  MakeDateMode();
+  MakeSave();
+  MakeFileList();
+  MakeBottom();
+  MakeMenus(window);
+  SetTabOrder();
+}
+
+void MainControls::MakeTop() {
+  frTop = MakeFrame(central, "frTop");
+  Label7 = MakeLabel(frTop, "Label7", QStringLiteral("URL リスト"));
+  cmdOrder_1 = MakeButton<QToolButton>(frTop, "cmdOrder_1", {}, QStringLiteral("選択行を上に移動"));
+  cmdOrder_0 = MakeButton<QToolButton>(frTop, "cmdOrder_0", {}, QStringLiteral("選択行を下に移動"));
+  cmdOrder_1->setIcon(QIcon(QStringLiteral(":/icons/up.svg")));
+  cmdOrder_0->setIcon(QIcon(QStringLiteral(":/icons/down.svg")));
+  cmdOrder_1->setAccessibleName(cmdOrder_1->toolTip());
+  cmdOrder_0->setAccessibleName(cmdOrder_0->toolTip());
+  cmdOrder_1->setFocusPolicy(Qt::StrongFocus);
+  cmdOrder_0->setFocusPolicy(Qt::StrongFocus);
+  lstTargetUrl = Named(new LineListView({3, 50, 200}, frTop), "lstTargetUrl");
+  lstTargetUrl->setFont(FixedPitchFont(lstTargetUrl->font()));
+  lstTargetUrl->setAccessibleName(Label7->text());
+  Label7->setBuddy(lstTargetUrl);
+
+  frTime = MakeFrame(central, "frTime");
+  lblTimeLbl = MakeLabel(frTime, "lblTimeLbl", QStringLiteral("日本標準時"));
+  lblTime = MakeLabel(frTime, "lblTime");
+  lblTime->setFont(FixedPitchFont(lblTime->font()));
+}
+
+void MainControls::MakeSite() {
+  frSite = MakeFrame(central, "frSite");
+  Label5 = MakeLabel(frSite, "Label5", QStringLiteral("サイト"));
+  txtDescription = MakeEdit(frSite, "txtDescription", Label5->text());
+  Label5->setBuddy(txtDescription);
+  frOptPattern = MakeFrame(frSite, "frOptPattern");
+  Opt_0 = MakeButton<QRadioButton>(frOptPattern, "Opt_0", QStringLiteral("パターン"),
+                                   QStringLiteral("ファイル名が特定パターンで表現できる場合"));
+  Opt_1 = MakeButton<QRadioButton>(frOptPattern, "Opt_1", QStringLiteral("日付書式"),
+                                   QStringLiteral("ファイル名に日時が入っているような場合"));
+  Label1 = MakeLabel(frSite, "Label1", QStringLiteral("ルートURL"));
+  txtUrl_Root = MakeEdit(frSite, "txtUrl_Root", Label1->text());
+  Label1->setBuddy(txtUrl_Root);
+  txtUrl_RootBase = MakeEdit(frSite, "txtUrl_RootBase", QStringLiteral("ルートURLのベース"));
+  txtUrl_RootBase->setReadOnly(true);
+  txtUrl_RootBase->setFrame(false);
+  txtUrl_RootBase->setFocusPolicy(Qt::ClickFocus);
+  QPalette flat = txtUrl_RootBase->palette();
+  flat.setColor(QPalette::Base, Qt::transparent);
+  txtUrl_RootBase->setPalette(flat);
+}
+
+void MainControls::MakePatternMode() {
+  frOpt_0 = MakeFrame(frSite, "frOpt_0");
+  frReg = MakeFrame(frOpt_0, "frReg");
+  lblReg = MakeLabel(frReg, "lblReg", QStringLiteral("正規表現で指定可"));
+  lblArrow_0 = MakeLabel(frReg, "lblArrow_0", QStringLiteral("↓"));
+  lblArrow_1 = MakeLabel(frReg, "lblArrow_1", QStringLiteral("↓"));
+  lblRegHelp = Named(new LinkLabel(QStringLiteral("使用例"), true, frReg), "lblRegHelp");
+  Label2 = MakeLabel(frReg, "Label2", QStringLiteral("サブURL"));
+  cmbUrl_SubPattern = MakeCombo(frReg, "cmbUrl_SubPattern", Label2->text(),
+                                QStringLiteral("正規表現を使用してサブURLパターンを指定"));
+  Label2->setBuddy(cmbUrl_SubPattern);
+  frDepth = MakeFrame(frOpt_0, "frDepth");
+  lblDepth = MakeLabel(frDepth, "lblDepth", QStringLiteral("深度"));
+  cmbDepth = MakeCombo(frDepth, "cmbDepth", lblDepth->text(), QStringLiteral("探索深度"));
+  for (int depth = 0; depth <= 9; ++depth) cmbDepth->addItem(QString::number(depth));
+  cmbDepth->setCurrentIndex(-1);
+  lblDepth->setBuddy(cmbDepth);
+  Label3 = MakeLabel(frOpt_0, "Label3", QStringLiteral("ファイル"));
+  cmbFilePattern = MakeCombo(frOpt_0, "cmbFilePattern", Label3->text(),
+                             QStringLiteral("正規表現を使用してファイルLパターンを指定"));
+  Label3->setBuddy(cmbFilePattern);
+  ChkDispModify = MakeButton<QCheckBox>(frOpt_0, "ChkDispModify", QStringLiteral("更新日表示"));
+  ChkModify = MakeButton<QCheckBox>(frOpt_0, "ChkModify", QStringLiteral("更新日時指定"));
+  frModify = MakeFrame(frOpt_0, "frModify");
+  cmbDate = MakeDayCombo(frModify, "cmbDate", ChkModify->text());
+  Label9 = MakeLabel(frModify, "Label9", QStringLiteral("日前以降"));
+  frDateEnable = MakeFrame(frModify, "frDateEnable");
+  Label10 = MakeLabel(frDateEnable, "Label10", QStringLiteral("以降の更新日のみ対象"));
+  lblDateEnable = MakeLabel(frDateEnable, "lblDateEnable", QStringLiteral("協定世界時刻"));
+}
+
+void MainControls::MakeDateMode() {
+  frOpt_1 = MakeFrame(frSite, "frOpt_1");
+  Label12 = MakeLabel(frOpt_1, "Label12", QStringLiteral("URL 書式"));
+  txtFileFormat = MakeEdit(frOpt_1, "txtFileFormat", Label12->text());
+  Label12->setBuddy(txtFileFormat);
+  lblFormat = Named(new LinkLabel(QStringLiteral("書式"), true, frOpt_1), "lblFormat");
+  lblFileFormat = MakeLabel(frOpt_1, "lblFileFormat");
+  lblBefore_0 = MakeLabel(frOpt_1, "lblBefore_0", QStringLiteral("ダウンロード実行日時の"));
+  cmbBefore_0 = MakeDayCombo(frOpt_1, "cmbBefore_0", lblBefore_0->text());
+  lblBefore_3 = MakeLabel(frOpt_1, "lblBefore_3", QStringLiteral("～"));
+  lblBefore_1 = MakeLabel(frOpt_1, "lblBefore_1", QStringLiteral("日前迄"));
+  cmbBefore_1 = MakeDayCombo(frOpt_1, "cmbBefore_1", lblBefore_1->text());
+  lblBefore_2 = MakeLabel(frOpt_1, "lblBefore_2", QStringLiteral("日本標準時"));
+  lblBeforeDate = MakeLabel(frOpt_1, "lblBeforeDate");
+  lblBeforeDate->setFont(FixedPitchFont(lblBeforeDate->font()));
+}
+
+void MainControls::MakeSave() {
+  FrSave = MakeFrame(frSite, "FrSave");
+  lblSavePath =
+      Named(new LinkLabel(QStringLiteral("ファイル保存先"), false, FrSave), "lblSavePath");
+  lblSavePath->setToolTip(QStringLiteral("ダブルクリックでフォルダを開きます"));
+  txtSavePath = MakeEdit(FrSave, "txtSavePath", lblSavePath->text());
+  cmdSavePath = MakeButton<QToolButton>(FrSave, "cmdSavePath", {});
+  cmdSavePath->setIcon(QIcon(QStringLiteral(":/icons/folder.svg")));
+  cmdSavePath->setAccessibleName(QStringLiteral("保存フォルダの指定"));
+  cmdSavePath->setFocusPolicy(Qt::StrongFocus);
+  ChkOverWrite =
+      MakeButton<QCheckBox>(FrSave, "ChkOverWrite", QStringLiteral("OverWrite"),
+                            QStringLiteral("既存のファイルが在っても上書きダウンロードします。"));
+  ChkTreeFolder = MakeButton<QCheckBox>(FrSave, "ChkTreeFolder", QStringLiteral("TreeFolder"),
+                                        QStringLiteral("Webと同じ構造のフォルダを作成する"));
+  ChkSkip = MakeButton<QCheckBox>(frSite, "ChkSkip", QStringLiteral("Skip"),
+                                  QStringLiteral("一括ダウンロードスキップ（対象外）"));
+  ChkOnlyInSite = MakeButton<QCheckBox>(frSite, "ChkOnlyInSite", QStringLiteral("OnlyUnderRoot"),
+                                        QStringLiteral("ルートURL以下のみ探索対象"));
+  frGo_All = MakeFrame(frSite, "frGo_All");
+  cmdGo_All_0 = MakeButton<QPushButton>(frGo_All, "cmdGo_All_0", QStringLiteral("子URLリスト"),
+                                        QStringLiteral("確認用にサブURLリスト一覧を表示します"));
+  cmdGo_All_1 =
+      MakeButton<QPushButton>(frGo_All, "cmdGo_All_1", QStringLiteral("ファイルリスト生成"),
+                              QStringLiteral("ダウンロードするファイルのリストを作成します"));
+}
+
+void MainControls::MakeFileList() {
+  // Not inside frSite: the list stays live while the frame is disabled.
+  headerStrip = Named(new QWidget(central), "headerStrip");
+  const QString captions[kHeaderCount] = {
+      QStringLiteral("ParentUrl"), QStringLiteral("BaseUrl"),       QStringLiteral("FileUrl"),
+      QStringLiteral("KByte"),     QStringLiteral("更新日時(GMT)"), QStringLiteral("印")};
+  for (int i = 0; i < kHeaderCount; ++i) {
+    auto* label = new LinkLabel(captions[i], false, headerStrip);
+    label->setObjectName(QStringLiteral("lblDescription_%1").arg(i));
+    label->setFont(FixedPitchFont(label->font()));
+    label->setToolTip(QStringLiteral("クリックで昇順/降順 基準列 の並べ替え可"));
+    lblDescription[i] = label;
+  }
+  lstUrl_All = Named(new LineListView({2, 24, 32, 120, 140, 170}, central), "lstUrl_All");
+  lstUrl_All->setFont(FixedPitchFont(lstUrl_All->font()));
+  lstUrl_All->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  lstUrl_All->setAccessibleName(QStringLiteral("ファイルリスト"));
+  lblUrl_All_Cnt = MakeLabel(central, "lblUrl_All_Cnt");
+  lblUrl_All_Cnt->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+}
+
+void MainControls::MakeBottom() {
+  frBottom = MakeFrame(central, "frBottom");
+  frStatus = MakeFrame(frBottom, "frStatus");
+  lblStatus = MakeLabel(frStatus, "lblStatus");
+  lblFile = MakeLabel(frStatus, "lblFile");
+  ChkStandby =
+      MakeButton<QCheckBox>(frBottom, "ChkStandby", QStringLiteral("シャットダウン"),
+                            QStringLiteral("一括ダウンロード終了後にPCをスタンバイ状態にします。"));
+  cmdAllDownload_0 = MakeButton<QPushButton>(
+      frBottom, "cmdAllDownload_0", QStringLiteral("ダウンロード"),
+      QStringLiteral("ファイルリストを作成後、全てのファイルをフォルダにダウンロードします。"));
+  cmdAllDownload_1 = MakeButton<QPushButton>(
+      frBottom, "cmdAllDownload_1", QStringLiteral("一括ダウンロード"),
+      QStringLiteral(
+          "ＵＲＬリスト全てのファイルリストを作成し、指定のフォルダに一括ダウンロードします。"));
+  cmdLog = MakeButton<QPushButton>(frBottom, "cmdLog", QStringLiteral("ログ表示"),
+                                   QStringLiteral("ログファイルを表示します"));
+  cmdDebug = MakeButton<QPushButton>(frBottom, "cmdDebug", QStringLiteral("Debug"));
+  cmdCancel = MakeButton<QPushButton>(frBottom, "cmdCancel", QStringLiteral("キャンセル"),
+                                      QStringLiteral("実行中の処理をキャンセルします"));
+  frProgress_o = MakeFrame(frBottom, "frProgress_o");
+  lblProgress_o = MakeLabel(frProgress_o, "lblProgress_o");
+  frProgress_0 = MakeFrame(frProgress_o, "frProgress_0");
+  frProgress_0->setFrameShape(QFrame::StyledPanel);
+  lblProgress_0 = MakeLabel(frProgress_0, "lblProgress_0");
+  lblProgress_0->setAutoFillBackground(true);
+  lblProgress_0->setBackgroundRole(QPalette::Highlight);
+  lblDone = MakeLabel(frBottom, "lblDone", QStringLiteral("0"));
+  lblDone->hide();
+  cmdClose = MakeButton<QPushButton>(central, "cmdClose", QStringLiteral("閉じる"),
+                                     QStringLiteral("設定を保存して終了"));
+}
+
+void MainControls::MakeMenus(QMainWindow& window) {
+  QMenuBar* bar = window.menuBar();
+  const auto addAction = [](QMenu* menu, const char* name, const QString& caption) {
+    return Named(menu->addAction(caption), name);
+  };
+  mnuFile = Named(bar->addMenu(QStringLiteral("ファイル")), "mnuFile");
+  mnuNew = addAction(mnuFile, "mnuNew", QStringLiteral("新規"));
+  mnuOpen = addAction(mnuFile, "mnuOpen", QStringLiteral("開く"));
+  mnuSave = addAction(mnuFile, "mnuSave", QStringLiteral("上書き保存"));
+  mnuSaveAs = addAction(mnuFile, "mnuSaveAs", QStringLiteral("名前を付けて保存"));
+  mnuFile->addSeparator();
+  mnuClose = addAction(mnuFile, "mnuClose", QStringLiteral("閉じる"));
+  mnuNew->setShortcut(QKeySequence::New);
+  mnuOpen->setShortcut(QKeySequence::Open);
+  mnuSave->setShortcut(QKeySequence::Save);
+  mnuSaveAs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+  mnuClose->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+  mnuTool = Named(bar->addMenu(QStringLiteral("ツール")), "mnuTool");
+  mnuSetting = addAction(mnuTool, "mnuSetting", QStringLiteral("設定"));
+  mnuHelp = Named(bar->addMenu(QStringLiteral("ヘルプ")), "mnuHelp");
+  mnuHelp2 = addAction(mnuHelp, "mnuHelp2", QStringLiteral("ヘルプ"));
+  mnuHelp2->setShortcut(QKeySequence::HelpContents);
+  mnuVersion = addAction(mnuHelp, "mnuVersion", QStringLiteral("バージョン"));
+}
+
+void MainControls::SetTabOrder() {
+  QWidget* const order[] = {
+      lstTargetUrl,   cmdOrder_1,    cmdOrder_0,       txtDescription,    Opt_0,
+      Opt_1,          txtUrl_Root,   lblRegHelp,       cmbUrl_SubPattern, cmbDepth,
+      cmbFilePattern, ChkDispModify, ChkModify,        cmbDate,           txtFileFormat,
+      lblFormat,      cmbBefore_0,   cmbBefore_1,      txtSavePath,       cmdSavePath,
+      ChkOverWrite,   ChkTreeFolder, ChkSkip,          ChkOnlyInSite,     cmdGo_All_0,
+      cmdGo_All_1,    lstUrl_All,    cmdAllDownload_0, cmdAllDownload_1,  cmdLog,
+      cmdDebug,       cmdCancel,     ChkStandby,       cmdClose};
+  QWidget* previous = nullptr;
+  for (QWidget* widget : order) {
+    if (previous != nullptr) QWidget::setTabOrder(previous, widget);
+    previous = widget;
+  }
+}
+
+}  // namespace zentorin

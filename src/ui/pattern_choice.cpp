@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "ui/pattern_choice.h"
+
+#include <QComboBox>
+#include <QEvent>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <chrono>
+
+#include "jobs/pattern_lists.h"
+
+namespace zentorin {
+namespace {
+
+constexpr std::chrono::milliseconds kDelay{10};
+constexpr int kVisibleItems = 20;
+
+}  // namespace
+
+PatternChoice::PatternChoice(QComboBox& combo, const QString& timerName)
+    : QObject(&combo), combo_(combo), timer_(this) {
+  timer_.setObjectName(timerName);
+  timer_.setSingleShot(true);
+  timer_.setInterval(kDelay);
+  combo.setMaxVisibleItems(kVisibleItems);
+  combo.lineEdit()->installEventFilter(this);
+  connect(&combo, &QComboBox::textActivated, this, [this] { timer_.start(); });
+  connect(&timer_, &QTimer::timeout, this, &PatternChoice::KeepExpression);
+}
+
+void PatternChoice::SetEntries(const QStringList& entries) {
+  const QSignalBlocker blocker(combo_);
+  const QString text = combo_.currentText();
+  combo_.clear();
+  combo_.addItems(entries);
+  combo_.setCurrentIndex(-1);
+  combo_.setEditText(text);
+}
+
+bool PatternChoice::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonDblClick) {
+    Q_EMIT DoubleClicked();
+    return true;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+void PatternChoice::KeepExpression() {
+  const QString expression = PatternLists::ExpressionOf(combo_.currentText());
+  combo_.setCurrentIndex(-1);
+  combo_.setEditText(expression);
+  Q_EMIT Chosen(expression);
+}
+
+}  // namespace zentorin

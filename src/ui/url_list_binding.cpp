@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "ui/url_list_binding.h"
+
+#include <QItemSelectionModel>
+#include <QScopedValueRollback>
+
+#include "jobs/url_list.h"
+#include "ui/line_list_view.h"
+
+namespace zentorin {
+
+UrlListBinding::UrlListBinding(UrlList& list, LineListView& view, QObject* parent)
+    : QObject(parent), list_(list), view_(view) {
+  view.setModel(&list);
+  view.setSelectionMode(QAbstractItemView::SingleSelection);
+  connect(&list, &UrlList::Selected, this, &UrlListBinding::ShowSelected);
+  connect(&list, &UrlList::modelReset, this, [this] { ShowSelected(list_.SelectedRow()); });
+  connect(view.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          [this](const QModelIndex& current) {
+            if (!following_ && current.isValid()) list_.Select(current.row());
+          });
+  // A click on the selected job loads its fields again.
+  connect(&view, &QListView::clicked, this, [this](const QModelIndex& index) {
+    if (index.row() == list_.SelectedRow()) list_.Select(index.row());
+  });
+  ShowSelected(list.SelectedRow());
+}
+
+void UrlListBinding::ShowSelected(int row) {
+  const QScopedValueRollback<bool> guard(following_, true);
+  const QModelIndex index = list_.index(row, 0);
+  if (view_.currentIndex() != index) view_.setCurrentIndex(index);
+  if (!index.isValid()) view_.clearSelection();
+}
+
+}  // namespace zentorin

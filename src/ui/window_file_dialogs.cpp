@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "ui/window_file_dialogs.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <memory>
+
+#include <QCoro/QCoroSignal>
+
+namespace zentorin {
+namespace {
+
+// "データファイル(*.dat)" is written without the blank that Qt wants before the bracket.
+QStringList QtFilters(const QStringList& filters) {
+  QStringList result;
+  for (QString filter : filters) {
+    const qsizetype bracket = filter.lastIndexOf(QLatin1Char('('));
+    if (bracket > 0) filter.insert(bracket, QLatin1Char(' '));
+    // Every file has to match, also one without a dot.
+    result.append(filter.replace(QStringLiteral("(*.*)"), QStringLiteral("(*)")));
+  }
+  return result;
+}
+
+// Shows a dialog that is set up but for its texts; answers the chosen path or nothing.
+QCoro::Task<QString> Choose(std::unique_ptr<QFileDialog> dialog, FileDialog request) {
+  dialog->setWindowTitle(request.title);
+  dialog->setDirectory(QDir(request.folder).exists() ? request.folder : QDir::homePath());
+  if (!request.filters.isEmpty()) dialog->setNameFilters(QtFilters(request.filters));
+  if (!request.proposedFile.isEmpty()) dialog->selectFile(request.proposedFile);
+  dialog->setWindowModality(Qt::ApplicationModal);
+  dialog->show();
+  const int answer = co_await qCoro(dialog.get(), &QDialog::finished);
+  if (answer != QDialog::Accepted) co_return QString();
+  const QStringList files = dialog->selectedFiles();
+  co_return files.isEmpty() ? QString() : QDir::cleanPath(files.first());
+}
+
+}  // namespace
+
+QCoro::Task<QString> WindowFileDialogs::AskForFileToOpen(FileDialog dialog) {
+  auto chooser = std::make_unique<QFileDialog>(window_.data());
+  chooser->setAcceptMode(QFileDialog::AcceptOpen);
+  chooser->setFileMode(QFileDialog::ExistingFile);
+  return Choose(std::move(chooser), std::move(dialog));
+}
+
+QCoro::Task<QString> WindowFileDialogs::AskForFileToSave(FileDialog dialog) {
+  auto chooser = std::make_unique<QFileDialog>(window_.data());
+  chooser->setAcceptMode(QFileDialog::AcceptSave);
+  chooser->setFileMode(QFileDialog::AnyFile);
+  chooser->setDefaultSuffix(QStringLiteral("dat"));
+  return Choose(std::move(chooser), std::move(dialog));
+}
+
+QCoro::Task<QString> WindowFileDialogs::AskForFolder(FileDialog dialog) {
+  auto chooser = std::make_unique<QFileDialog>(window_.data());
+  chooser->setFileMode(QFileDialog::Directory);
+  chooser->setOption(QFileDialog::ShowDirsOnly);
+  return Choose(std::move(chooser), std::move(dialog));
+}
+
+}  // namespace zentorin

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "base/message_boxes.h"
+
+namespace zentorin {
+
+class AutoRun;
+
+// Message boxes as dialogs over the window. While an unattended run is armed or works, a box that
+// nobody answers takes its default answer after half a minute, so that the night's run goes on.
+class WindowMessages : public MessageBoxes {
+ public:
+  static constexpr int kSelfAnswerMs = 30'000;
+
+  // The window over which boxes are shown, and the run that tells whether somebody sits before
+  // them. Both may come later than the boxes and end sooner.
+  void Attach(QWidget* window, const AutoRun* autoRun);
+
+  QCoro::Task<MessageBox::Answer> Ask(MessageBox box) override;
+
+ private:
+  QPointer<QWidget> window_;
+  const AutoRun* autoRun_ = nullptr;
+};
+
+}  // namespace zentorin
