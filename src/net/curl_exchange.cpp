@@ -265,6 +265,7 @@ bool CurlExchange::TakeHeaderLine(QByteArrayView line) {
   } else if (const qsizetype colon = text.indexOf(':'); colon > 0) {
     head_.headers.append({text.left(colon).trimmed(), text.mid(colon + 1).trimmed()});
   }
+  head_.rawHeaders += line;
   return true;
 }
 
