@@ -172,7 +172,11 @@ bool DownloadRun::Report(const RowOutcome& outcome, const QString& address) {
   if (outcome.code == kCancelled) context_.board.SetStatus(QStringLiteral("Cancel"));
   const bool complete = outcome.code == kComplete;
   const qint64 bytes = complete ? QFileInfo(outcome.path).size() : 0;
-  Q_EMIT RowFinished({outcome.code, report.text, address, outcome.path, bytes});
+  Q_EMIT RowFinished({.code = outcome.code,
+                      .text = report.text,
+                      .address = address,
+                      .path = outcome.path,
+                      .bytes = bytes});
   return outcome.code != kCancelled && !IsFatal(outcome.code);
 }
 

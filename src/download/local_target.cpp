@@ -10,10 +10,9 @@ namespace {
 const QLatin1String kSchemeEnd("://");
 
 bool HasKnownScheme(const QString& address) {
-  for (const char* scheme : {"mms://", "http://", "https://"}) {
-    if (address.startsWith(QLatin1String(scheme), Qt::CaseInsensitive)) return true;
-  }
-  return false;
+  return address.startsWith(QLatin1String("mms://"), Qt::CaseInsensitive) ||
+         address.startsWith(QLatin1String("http://"), Qt::CaseInsensitive) ||
+         address.startsWith(QLatin1String("https://"), Qt::CaseInsensitive);
 }
 
 bool LiesDirectlyIn(const QString& directory, const QString& root) {
@@ -22,7 +21,7 @@ bool LiesDirectlyIn(const QString& directory, const QString& root) {
 
 // A file outside both roots: its site and folders under a folder of their own.
 QString ExternalFolder(const QString& directory) {
-  const QString external = QStringLiteral("zz-External");
+  QString external = QStringLiteral("zz-External");
   const qsizetype scheme = directory.indexOf(kSchemeEnd);
   if (scheme < 0) return external;
   return external + QLatin1Char('\\') + directory.mid(scheme + kSchemeEnd.size());
@@ -36,8 +35,9 @@ QString RowAddress(const FileListRow& row, const QString& root) {
   if (address.isEmpty()) address = row[FileListRow::Link];
   // An address outside its page's directory is worked out anew from the link as written.
   if (!address.startsWith(base)) address = row[FileListRow::Link];
-  if (HasKnownScheme(address)) return address;
-  return API_Web::Resolve(base.isEmpty() ? root : base, address);
+  const QString& against = base.isEmpty() ? root : base;
+  if (against.isEmpty() || HasKnownScheme(address)) return address;
+  return API_Web::Resolve(against, address);
 }
 
 QString SuffixOf(const QString& address) {

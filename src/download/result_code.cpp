@@ -3,36 +3,47 @@
 
 namespace zentorin {
 
+namespace {
+
+ResultReport Failed(const QString& text, bool setsErrorFlag = true) {
+  return {
+      .text = text, .mark = QStringLiteral("x"), .showsCode = true, .setsErrorFlag = setsErrorFlag};
+}
+
+ResultReport Passed(const QString& text, const QString& mark) {
+  return {.text = text, .mark = mark, .showsCode = false, .setsErrorFlag = false};
+}
+
+}  // namespace
+
 ResultReport ReportFor(int code, bool cancelRequested) {
-  const QString failed = QStringLiteral("x");
-  const QString passedOver = QStringLiteral("-");
+  const QString skipped = QStringLiteral("-");
   switch (code) {
     case kToolNotInstalled:
-      return {QStringLiteral("  x Error - VLC not installed "), failed, true, true};
+      return Failed(QStringLiteral("  x Error - VLC not installed "));
     case kFolderNotCreated:
-      return {QStringLiteral("  x Error - failure to create folder "), failed, true, false};
+      return Failed(QStringLiteral("  x Error - failure to create folder "), false);
     case kImperfect:
-      return {cancelRequested ? QStringLiteral("  x Cancel - imperfect ")
-                              : QStringLiteral("  x Error - imperfect "),
-              failed, true, true};
+      return Failed(cancelRequested ? QStringLiteral("  x Cancel - imperfect ")
+                                    : QStringLiteral("  x Error - imperfect "));
     case kDownloadFailed:
-      return {QStringLiteral("  x Error - failure download "), failed, true, true};
+      return Failed(QStringLiteral("  x Error - failure download "));
     case kFatal:
-      return {QStringLiteral("  x Error - fatal"), failed, true, true};
+      return Failed(QStringLiteral("  x Error - fatal"));
     case kComplete:
-      return {QStringLiteral("  o Complete"), QStringLiteral("o"), false, false};
+      return Passed(QStringLiteral("  o Complete"), QStringLiteral("o"));
     case kCancelled:
-      return {QStringLiteral("  - Cancel"), QStringLiteral(" "), false, false};
+      return Passed(QStringLiteral("  - Cancel"), QStringLiteral(" "));
     case kSkipExisting:
-      return {QStringLiteral("  - Skip - already existed"), passedOver, false, false};
+      return Passed(QStringLiteral("  - Skip - already existed"), skipped);
     case kSkipNone:
-      return {QStringLiteral("  ? Skip - None"), QStringLiteral("?"), false, false};
+      return Passed(QStringLiteral("  ? Skip - None"), QStringLiteral("?"));
     case kSkip:
-      return {QStringLiteral("  - Skip "), passedOver, false, false};
+      return Passed(QStringLiteral("  - Skip "), skipped);
     case kOutOfDiskSpace:
-      return {QStringLiteral("  x out of disk space "), passedOver, false, false};
+      return Passed(QStringLiteral("  x out of disk space "), skipped);
     default:
-      return {QStringLiteral("  x Error "), failed, true, true};
+      return Failed(QStringLiteral("  x Error "));
   }
 }
 

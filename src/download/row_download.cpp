@@ -28,7 +28,7 @@ QString WithSeparator(const QString& folder) {
 
 // The local folder in the program's own form, with its separator.
 QString FolderPrefix(const QString& savePath, QString subFolder) {
-  const QString prefix = WithSeparator(savePath);
+  QString prefix = WithSeparator(savePath);
   if (subFolder.isEmpty()) return prefix;
   return WithSeparator(prefix + subFolder.replace(QLatin1Char('/'), QLatin1Char('\\')));
 }

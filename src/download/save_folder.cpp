@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <utility>
@@ -29,6 +30,17 @@ int FolderError(const QString& path) {
   return S_ISDIR(status.st_mode) ? 0 : ENOTDIR;
 }
 
+SaveFolder::Made Outcome(RunTimeError error, const QString& path) {
+  return {.error = Number(error), .refused = false, .path = path};
+}
+
+QString NearestEntry(QString path) {
+  while (path.size() > 1 && !QFileInfo::exists(path)) {
+    path.truncate(std::max<qsizetype>(1, path.lastIndexOf(QLatin1Char('/'))));
+  }
+  return path;
+}
+
 // Makes an absolute folder with its parents; links are followed. A path that is a file or a
 // dangling link is an error.
 SaveFolder::Made MakeWithParents(const QString& path) {
@@ -40,14 +52,14 @@ SaveFolder::Made MakeWithParents(const QString& path) {
     folder = folder.left(std::max<qsizetype>(1, folder.lastIndexOf(QLatin1Char('/'))));
     error = FolderError(folder);
   }
-  if (error != 0) return {Number(RunTimeErrorFromErrno(error)), false, folder};
+  if (error != 0) return Outcome(RunTimeErrorFromErrno(error), folder);
   for (const QString& next : std::as_const(missing)) {
     if (::mkdir(QFile::encodeName(next).constData(), kNewFolderMode) == 0) continue;
     // What was not there a moment ago and is there now dangles.
-    if (errno == EEXIST) return {Number(RunTimeError::PathAccess), false, next};
-    return {Number(RunTimeErrorFromErrno(errno)), false, next};
+    if (errno == EEXIST) return Outcome(RunTimeError::PathAccess, next);
+    return Outcome(RunTimeErrorFromErrno(errno), next);
   }
-  return {0, false, path};
+  return Outcome(RunTimeError::None, path);
 }
 
 }  // namespace
@@ -62,7 +74,9 @@ SaveFolder::Made SaveFolder::Make(const QString& subFolder) const {
   if (own.error != 0 || subFolder.isEmpty()) return own;
   const QString wanted =
       path_ + QLatin1Char('/') + QString(subFolder).replace(QLatin1Char('\\'), QLatin1Char('/'));
-  if (const int forbidden = Forbids(wanted)) return {forbidden, true, wanted};
+  // Behind a file that stands where a folder is needed nothing can be looked at but the file.
+  const int forbidden = Forbids(FolderError(wanted) == ENOTDIR ? NearestEntry(wanted) : wanted);
+  if (forbidden != 0) return {.error = forbidden, .refused = true, .path = wanted};
   return MakeWithParents(wanted);
 }
 

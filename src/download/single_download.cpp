@@ -22,7 +22,8 @@ constexpr std::chrono::seconds kIdleTimeout(60);
 HttpRequest FreshRequest(const QString& url) {
   HttpRequest request;
   request.url = url;
-  request.headers = {{"Cache-Control", "no-cache"}, {"Pragma", "no-cache"}};
+  request.headers = {{.name = "Cache-Control", .value = "no-cache"},
+                     {.name = "Pragma", .value = "no-cache"}};
   request.userAgent = "Zentorin";
   request.connectTimeout = kConnectTimeout;
   request.idleTimeout = kIdleTimeout;
