@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+#include "net/my_xml_http_request.h"
+
+#include <array>
+#include <utility>
+
+#include "base/ansi_text.h"
+#include "base/run_state.h"
+#include "net/decode_addo.h"
+#include "net/modjudg.h"
+
+namespace zentorin {
+namespace {
+
+using std::chrono::seconds;
+
+constexpr int kCancelled = 1;
+constexpr int kNoAnswer = -1;
+// An answer came, but not whole: the next stage would only load it again.
+constexpr int kBadAnswer = -2;
+constexpr seconds kPageTime{20};
+constexpr seconds kQueryTime{15};
+constexpr qsizetype kMaxHeaderText = 1024;
+constexpr char kAgent[] = "Zentorin";
+
+HttpRequest PageRequest(const QString& url) {
+  HttpRequest request;
+  request.url = url;
+  request.userAgent = kAgent;
+  request.totalTimeout = kPageTime;
+  request.maxBodyBytes = MyXMLHttpRequest::kMaxPageBytes;
+  request.acceptCompressed = true;
+  request.useSystemProxy = true;
+  return request;
+}
+
+// What an answer comes to before its text is looked at.
+FetchedPage PageOf(const HttpAnswer& answer, const RunState& state) {
+  FetchedPage page;
+  page.finalUrl = answer.head.finalUrl;
+  if (answer.failure == HttpFailure::Cancelled || state.CancelRequested()) {
+    page.status = kCancelled;
+  } else if (answer.head.status == 0) {
+    page.status = kNoAnswer;
+  } else if (answer.failure != HttpFailure::None || answer.head.status < 200) {
+    page.status = kBadAnswer;
+  } else {
+    page.status = answer.head.status == 200 ? 0 : answer.head.status;
+  }
+  return page;
+}
+
+// The charset parameter of a Content-Type value, "" when there is none.
+QString CharsetOfType(const QByteArray& contentType) {
+  for (const QByteArray& part : contentType.split(';').mid(1)) {
+    const qsizetype equals = part.indexOf('=');
+    if (equals < 0 || part.left(equals).trimmed().toLower() != "charset") continue;
+    QByteArray name = part.mid(equals + 1).trimmed();
+    if (name.startsWith('"') || name.startsWith('\'')) name = name.mid(1, name.size() - 2);
+    return QString::fromLatin1(name.trimmed());
+  }
+  return {};
+}
+
+QString CharsetOfMark(const QByteArray& bytes) {
+  if (bytes.startsWith("\xEF\xBB\xBF")) return QStringLiteral("UTF-8");
+  if (bytes.startsWith("\xFF\xFE")) return QStringLiteral("UTF-16LE");
+  if (bytes.startsWith("\xFE\xFF")) return QStringLiteral("UTF-16BE");
+  return {};
+}
+
+// What the answer says of itself: its header, else its byte-order mark.
+QString OutwardCharset(const HttpAnswer& answer) {
+  const QString named = CharsetOfType(answer.head.Header("Content-Type"));
+  return named.isEmpty() ? CharsetOfMark(answer.body) : named;
+}
+
+QString HeaderText(const HttpHead& head, HeaderSelector selector) {
+  switch (selector) {
+    case HeaderSelector::ContentLength:
+      return QString::fromLatin1(head.Header("Content-Length"));
+    case HeaderSelector::LastModified:
+      return QString::fromLatin1(head.Header("Last-Modified"));
+    case HeaderSelector::StatusCode:
+      return QString::number(head.status);
+  }
+  return {};
+}
+
+// The port is given apart, so whatever a URL library would read as something else than a host
+// cannot be connected to.
+bool IsPlainHost(const QString& host) {
+  static constexpr std::array<char16_t, 5> kOther{u':', u'@', u'?', u'#', u'\\'};
+  for (const char16_t c : kOther) {
+    if (host.contains(QChar(c))) return false;
+  }
+  return !host.isEmpty();
+}
+
+}  // namespace
+
+QString HostOf(const QString& url) {
+  const qsizetype mark = url.indexOf(QStringLiteral("://"));
+  if (mark < 0) return {};
+  const qsizetype begin = mark + 3;
+  const qsizetype slash = url.indexOf(u'/', begin);
+  return slash < 0 ? url.mid(begin) : url.mid(begin, slash - begin);
+}
+
+QString PathOf(const QString& url) {
+  const qsizetype mark = url.indexOf(QStringLiteral("://"));
+  if (mark < 0) return {};
+  const qsizetype slash = url.indexOf(u'/', mark + 3);
+  return slash < 0 ? QStringLiteral("/") : url.mid(slash);
+}
+
+MyXMLHttpRequest::MyXMLHttpRequest(HttpEngine& engine, RunState& state)
+    : engine_(engine), state_(state) {}
+
+QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchPageText(QString url) {
+  FetchedPage page = co_await LoadDocument(url);
+  if (page.status != kNoAnswer) co_return page;
+  page = co_await FetchWithXmlHttp(url, true, QByteArray());
+  if (page.status != kNoAnswer) co_return page;
+  page = co_await FetchWholeBody(url);
+  co_return page;
+}
+
+QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url) {
+  HttpRequest request = PageRequest(url);
+  const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
+  FetchedPage page = PageOf(answer, state_);
+  if (page.status == 0) {
+    QString charset = OutwardCharset(answer);
+    if (charset.isEmpty()) charset = modJUDG::CharsetOfPage(answer.body);
+    page.text = Decode_ADDO::DecodeDocument(answer.body, charset);
+  }
+  co_return page;
+}
+
+QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool decode,
+                                                            QByteArray ifModifiedSince) {
+  FetchedPage page;
+  if (url.isEmpty()) co_return page;
+  HttpRequest request = PageRequest(url);
+  request.headers.append(HttpHeader{"If-Modified-Since", ifModifiedSince});
+  request.headers.append(HttpHeader{"Content-Type", "application/x-www-form-urlencoded"});
+  const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
+  page = PageOf(answer, state_);
+  if (page.status != 0) co_return page;
+  if (decode) {
+    const QString charset = modJUDG::CharsetOfPage(answer.body);
+    page.text = Decode_ADDO::DecodeByTable(answer.body, charset);
+  } else {
+    QString charset = OutwardCharset(answer);
+    if (charset.isEmpty()) charset = QStringLiteral("UTF-8");
+    page.text = Decode_ADDO::DecodeDocument(answer.body, charset);
+  }
+  co_return page;
+}
+
+QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWholeBody(QString url) {
+  HttpRequest request = PageRequest(url);
+  request.acceptCompressed = false;
+  request.useSystemProxy = false;
+  const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
+  FetchedPage page = PageOf(answer, state_);
+  if (page.status != 0) co_return page;
+  // The character set is worked out and then not used: the result is always the text that the
+  // system's code page makes of the bytes.
+  static_cast<void>(modJUDG::CharsetOfPage(answer.body));
+  page.text = DecodeAnsi(answer.body);
+  co_return page;
+}
+
+QCoro::Task<QString> MyXMLHttpRequest::QueryHeader(QString url, HeaderSelector selector,
+                                                   seconds timeout) {
+  const QString host = HostOf(url);
+  if (!IsPlainHost(host)) co_return QString();
+  const seconds limit = timeout.count() == 0 ? kQueryTime : timeout;
+  HttpRequest request;
+  // Always plain HTTP on port 80, whatever the address's scheme: this program's rule.
+  request.url = QStringLiteral("http://") + host + QStringLiteral(":80") + PathOf(url);
+  request.useSystemProxy = true;
+  request.connectTimeout = limit;
+  request.idleTimeout = limit;
+  // Connecting, sending and receiving have the limit each; beyond that it is a trickle.
+  request.totalTimeout = 3 * limit;
+  const std::unique_ptr<HttpTransfer> transfer = engine_.Open(std::move(request));
+  const HttpHead head = co_await transfer->Head();
+  if (head.status == 0) co_return QString();
+  co_return HeaderText(head, selector).left(kMaxHeaderText);
+}
+
+}  // namespace zentorin
