@@ -47,7 +47,7 @@ bool IsRedirect(const HttpHead& head) {
 
 bool HasUnequalLengths(const HttpHead& head) {
   const QByteArray first = head.Header("Content-Length");
-  return std::any_of(head.headers.begin(), head.headers.end(), [&first](const HttpHeader& header) {
+  return std::ranges::any_of(head.headers, [&first](const HttpHeader& header) {
     return header.name.compare("Content-Length", Qt::CaseInsensitive) == 0 && header.value != first;
   });
 }
@@ -263,7 +263,8 @@ bool CurlExchange::TakeHeaderLine(QByteArrayView line) {
   } else if (line.startsWith(' ') || line.startsWith('\t')) {
     if (!head_.headers.isEmpty()) head_.headers.last().value += ' ' + text;
   } else if (const qsizetype colon = text.indexOf(':'); colon > 0) {
-    head_.headers.append({text.left(colon).trimmed(), text.mid(colon + 1).trimmed()});
+    head_.headers.append(
+        {.name = text.left(colon).trimmed(), .value = text.mid(colon + 1).trimmed()});
   }
   head_.rawHeaders += line;
   return true;

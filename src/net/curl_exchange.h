@@ -19,9 +19,9 @@ namespace zentorin {
 class CurlExchange {
  public:
   // Headers of one request over all its redirects.
-  static constexpr qsizetype kMaxHeadBytes = 256 * 1024;
+  static constexpr qsizetype kMaxHeadBytes = 262'144;
   // Rest of a dropped body that is still read so that its connection can be used again.
-  static constexpr qint64 kMaxDrainBytes = 64 * 1024;
+  static constexpr qint64 kMaxDrainBytes = 65'536;
 
   enum class Event { Head, Block };
 
@@ -51,7 +51,7 @@ class CurlExchange {
   bool Finished() const { return finished_; }
 
   bool Has(Event event) const;
-  Waiter Until(Event event) { return {*this, event}; }
+  Waiter Until(Event event) { return {.exchange = *this, .event = event}; }
   bool HasWaiter() const { return waiter_ != nullptr; }
   // The coroutine to resume, when what it waits for is there; null otherwise.
   std::coroutine_handle<> TakeReadyWaiter();

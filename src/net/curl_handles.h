@@ -25,8 +25,8 @@ using CurlList = std::unique_ptr<curl_slist, CurlListDeleter>;
 
 inline void AppendTo(CurlList& list, const char* text) {
   curl_slist* longer = curl_slist_append(list.get(), text);
-  if (longer == nullptr) return;  // out of memory: the list stays as it was
-  list.release();
+  if (longer == nullptr) return;      // out of memory: the list stays as it was
+  static_cast<void>(list.release());  // `longer` owns it now
   list.reset(longer);
 }
 

@@ -21,7 +21,7 @@ constexpr int kBadAnswer = -2;
 constexpr seconds kPageTime{20};
 constexpr seconds kQueryTime{15};
 constexpr qsizetype kMaxHeaderText = 1024;
-constexpr char kAgent[] = "Zentorin";
+constexpr const char* kAgent = "Zentorin";
 
 HttpRequest PageRequest(const QString& url) {
   HttpRequest request;
@@ -143,8 +143,8 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool de
   FetchedPage page;
   if (url.isEmpty()) co_return page;
   HttpRequest request = PageRequest(url);
-  request.headers.append(HttpHeader{"If-Modified-Since", ifModifiedSince});
-  request.headers.append(HttpHeader{"Content-Type", "application/x-www-form-urlencoded"});
+  request.headers.append({.name = "If-Modified-Since", .value = ifModifiedSince});
+  request.headers.append({.name = "Content-Type", .value = "application/x-www-form-urlencoded"});
   const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
   page = PageOf(answer, state_);
   if (page.status != 0) co_return page;

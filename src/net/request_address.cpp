@@ -3,6 +3,7 @@
 
 #include <QUrl>
 #include <algorithm>
+#include <string_view>
 
 namespace zentorin {
 namespace {
@@ -12,7 +13,7 @@ bool IsControl(QChar c) {
 }
 
 bool IsAscii(QStringView text) {
-  return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
+  return std::ranges::all_of(text, [](QChar c) { return c.unicode() < 0x80; });
 }
 
 qsizetype SchemeLength(const QString& url) {
@@ -37,7 +38,7 @@ QByteArray WireAuthority(const QString& authority) {
 }
 
 QByteArray WirePath(const QString& path) {
-  static constexpr char kHex[] = "0123456789ABCDEF";
+  static constexpr std::string_view kHex = "0123456789ABCDEF";
   const QByteArray bytes = path.toUtf8();
   QByteArray wire;
   wire.reserve(bytes.size());
@@ -58,7 +59,7 @@ QByteArray WirePath(const QString& path) {
 
 QByteArray WireAddress(const QString& url) {
   const qsizetype begin = SchemeLength(url);
-  if (begin == 0 || std::any_of(url.begin(), url.end(), IsControl)) return {};
+  if (begin == 0 || std::ranges::any_of(url, IsControl)) return {};
   const auto endsAuthority = [](QChar c) { return c == u'/' || c == u'?' || c == u'#'; };
   const auto* end = std::find_if(url.begin() + begin, url.end(), endsAuthority);
   const qsizetype pathBegin = end - url.begin();
