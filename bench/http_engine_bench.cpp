@@ -2,12 +2,13 @@
 // What the HTTP engine itself costs. Two uses:
 //   http_engine_bench file <url> <path>     one file, block by block, into a path
 //   http_engine_bench gets <url> <count>    as many gets of a small file, one after the other
-// To be set beside `curl -o` and the like; bench/http_engine.sh serves both from nginx.
+// To be set beside `curl -o` from the same server, such as nginx on loopback.
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 #include <sys/resource.h>
 
@@ -16,7 +17,8 @@
 
 namespace {
 
-using namespace zentorin;
+using zentorin::HttpAnswer, zentorin::HttpFailure;
+using zentorin::HttpEngine, zentorin::HttpRequest, zentorin::HttpTransfer;
 
 QCoro::Task<qint64> Save(HttpEngine& engine, HttpRequest request, QString path) {
   QFile file(path);
@@ -48,8 +50,8 @@ int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   const QStringList arguments = QCoreApplication::arguments();
   if (arguments.size() != 4) return 2;
-  RunState state;
-  CurlHttpEngine engine(state, {});
+  zentorin::RunState state;
+  zentorin::CurlHttpEngine engine(state, {});
   HttpRequest request;
   request.url = arguments.at(2);
   request.idleTimeout = std::chrono::seconds(60);

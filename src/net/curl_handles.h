@@ -25,9 +25,9 @@ using CurlList = std::unique_ptr<curl_slist, CurlListDeleter>;
 
 inline void AppendTo(CurlList& list, const char* text) {
   curl_slist* longer = curl_slist_append(list.get(), text);
-  if (longer == nullptr) return;      // out of memory: the list stays as it was
-  static_cast<void>(list.release());  // `longer` owns it now
-  list.reset(longer);
+  if (longer == nullptr) return;  // out of memory: the list stays as it was
+  // The list keeps its first node when it grows.
+  if (!list) list.reset(longer);
 }
 
 }  // namespace zentorin

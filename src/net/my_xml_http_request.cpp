@@ -143,8 +143,9 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool de
   FetchedPage page;
   if (url.isEmpty()) co_return page;
   HttpRequest request = PageRequest(url);
-  request.headers.append({.name = "If-Modified-Since", .value = ifModifiedSince});
-  request.headers.append({.name = "Content-Type", .value = "application/x-www-form-urlencoded"});
+  request.headers.append(HttpHeader{.name = "If-Modified-Since", .value = ifModifiedSince});
+  request.headers.append(
+      HttpHeader{.name = "Content-Type", .value = "application/x-www-form-urlencoded"});
   const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
   page = PageOf(answer, state_);
   if (page.status != 0) co_return page;

@@ -21,9 +21,9 @@ constexpr char kUtf8[] = "\xe6\x97\xa5\xe6\x9c\xac";
 
 class PageFetchTest : public testing::Test {
  protected:
-  FetchedPage Fetch(const QString& url) { return QCoro::waitFor(http.FetchPageText(url)); }
-  QString Query(const QString& url, HeaderSelector selector) {
-    return QCoro::waitFor(http.QueryHeader(url, selector));
+  FetchedPage Fetch(const QString& address) { return QCoro::waitFor(http.FetchPageText(address)); }
+  QString Query(const QString& address, HeaderSelector selector) {
+    return QCoro::waitFor(http.QueryHeader(address, selector));
   }
 
   const QString url = QStringLiteral("http://x.test/p");
