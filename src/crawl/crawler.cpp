@@ -26,6 +26,7 @@ Crawler::Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* 
 
 QCoro::Task<void> Crawler::Run(CrawlStart start) {
   startAddress_ = start.startAddress;
+  if (extractor_ != nullptr) extractor_->SetStartAddress(startAddress_);
   Record root;
   root.link = startAddress_;
   root.baseDir = API_Web::DirectoryOf(startAddress_);
