@@ -3,6 +3,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QPersistentModelIndex>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -43,7 +44,7 @@ class FileListTest : public testing::Test {
     }
     list_.DeselectAll();
   }
-  void Select(std::initializer_list<int> rows) {
+  void Select(const QList<int>& rows) {
     for (const int row : rows) list_.SetSelected(row, true);
   }
 
@@ -77,18 +78,15 @@ TEST_F(FileListTest, AnnouncesABurstOfRowsInAFewBatches) {
 }
 
 TEST_F(FileListTest, RemovesWhatIsSelectedAndKeepsTheCurrentRowInPlace) {
-  struct Case {
-    const char* before;
-    std::initializer_list<int> selected;
-    const char* after;
-  };
-  for (const Case& c : {Case{"a b >c d", {0, 3}, "b >c"}, Case{"a >b c d", {1, 2}, "a >d"},
-                        Case{"a b >c", {2}, "a >b"}, Case{"a >b", {0, 1}, ""},
-                        Case{"a b", {0}, "b"}, Case{"a >b", {}, "a >b"}}) {
-    Fill(QString::fromLatin1(c.before));
-    Select(c.selected);
+  using Case = std::tuple<const char*, QList<int>, const char*>;
+  for (const auto& [before, selected, after] :
+       {Case("a b >c d", {0, 3}, "b >c"), Case("a >b c d", {1, 2}, "a >d"),
+        Case("a b >c", {2}, "a >b"), Case("a >b", {0, 1}, ""), Case("a b", {0}, "b"),
+        Case("a >b", {}, "a >b")}) {
+    Fill(QString::fromLatin1(before));
+    Select(selected);
     list_.RemoveSelected();
-    EXPECT_EQ(Print(list_), QLatin1String(c.after)) << c.before;
+    EXPECT_EQ(Print(list_), QLatin1String(after)) << before;
     EXPECT_EQ(list_.SelectedCount(), 0);
     list_.ClearFileList();
   }
