@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/app_settings.h"
 
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -14,8 +15,12 @@ constexpr qint64 kMaxFileBytes = 64LL * 1024 * 1024;
 
 // One line of the file: its key and the field that it stands for.
 struct Setting {
+  using Field = std::variant<int*, bool*, QString*>;
+
+  Setting(QString name, Field place) : key(std::move(name)), field(place) {}
+
   QString key;
-  std::variant<int*, bool*, QString*> field;
+  Field field;
 };
 
 // All settings in the order of the file. The keys of the clock hold capitals, and a line's key is
@@ -63,7 +68,7 @@ QString ValueOf(const Setting& setting) {
 FileOutcome AppSettings::Load(const QString& path) {
   *this = AppSettings();
   QByteArray bytes;
-  const FileOutcome outcome = ReadWholeFile(path, kMaxFileBytes, bytes);
+  FileOutcome outcome = ReadWholeFile(path, kMaxFileBytes, bytes);
   if (outcome.error == static_cast<int>(RunTimeError::PathMissing)) return {};
   if (!outcome.Ok()) return outcome;
   const std::vector<Setting> known = SettingsOf(*this);
@@ -85,9 +90,10 @@ FileOutcome AppSettings::Save(const QString& path) const {
     const AnsiBytes line =
         EncodeAnsi(setting.key + QStringLiteral(" = ") + ValueOf(setting) + QStringLiteral("\r\n"));
     if (line.fault) {
-      return {static_cast<int>(RunTimeError::Other),
-              QStringLiteral("%1 に保存できません。「%2」の文字「%3」は Shift_JIS で表せません。")
-                  .arg(path, setting.key, line.fault->character)};
+      return {.error = static_cast<int>(RunTimeError::Other),
+              .message = QStringLiteral(
+                             "%1 に保存できません。「%2」の文字「%3」は Shift_JIS で表せません。")
+                             .arg(path, setting.key, line.fault->character)};
     }
     bytes += line.bytes;
   }

@@ -122,7 +122,7 @@ CommandLine ParseCommandLine(const QString& text) {
 }
 
 QString FindListFile(const QString& argument, const Drives& drives) {
-  const QString path = drives.ToSystemPath(argument);
+  QString path = drives.ToSystemPath(argument);
   if (QFileInfo::exists(path)) return path;
   const QFileInfo here(QDir::current().absoluteFilePath(QString(argument).replace(u'\\', u'/')));
   return here.exists() ? QDir::cleanPath(here.absoluteFilePath()) : path;

@@ -16,8 +16,8 @@ struct FileDialog {
   QStringList filters;   // "caption(*.ending)", the first one is chosen
 };
 
-// The one way by which anything asks the user for a file or a folder. Answers an absolute path of this system,
-// empty when the user gives up.
+// The one way by which anything asks the user for a file or a folder. Answers an absolute path of
+// this system, empty when the user gives up.
 class FileDialogs {
  public:
   FileDialogs() = default;

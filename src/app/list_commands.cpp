@@ -36,9 +36,10 @@ QCoro::Task<void> ListCommands::New() {
   UrlList& list = workspace_.urlList;
   if (list.IsDirty()) {
     const MessageBox question{
-        QStringLiteral("未保存"),
-        QStringLiteral("保存されていません！\r\n破棄して新規に作成しますか？"),
-        MessageBox::Buttons::OkCancel, MessageBox::Answer::Cancel};
+        .title = QStringLiteral("未保存"),
+        .text = QStringLiteral("保存されていません！\r\n破棄して新規に作成しますか？"),
+        .buttons = MessageBox::Buttons::OkCancel,
+        .defaultAnswer = MessageBox::Answer::Cancel};
     const MessageBox::Answer answer = co_await workspace_.world.messages.Ask(question);
     if (answer != MessageBox::Answer::Ok) co_return;
   }
@@ -50,10 +51,13 @@ QCoro::Task<void> ListCommands::New() {
 }
 
 QCoro::Task<void> ListCommands::Open() {
-  const FileDialog dialog{QStringLiteral("ＵＲＬリストファイルの選択"),
-                          workspace_.drives.ProgramFolder(), QString(), ListFileFilters()};
+  const FileDialog dialog{.title = QStringLiteral("ＵＲＬリストファイルの選択"),
+                          .folder = workspace_.drives.ProgramFolder(),
+                          .proposedFile = QString(),
+                          .filters = ListFileFilters()};
   const QString path = co_await dialogs_.AskForFileToOpen(dialog);
-  if (!path.isEmpty()) co_await OpenFile(path);
+  if (path.isEmpty()) co_return;
+  co_await OpenFile(path);
 }
 
 QCoro::Task<void> ListCommands::OpenFile(QString path) {
@@ -81,7 +85,10 @@ QCoro::Task<bool> ListCommands::SaveAs() {
   const QString& folder = workspace_.drives.ProgramFolder();
   QString proposed = workspace_.urlList.CurrentListFile();
   if (proposed.isEmpty()) proposed = folder + QStringLiteral("/無題.dat");
-  const FileDialog dialog{QStringLiteral("名前を付けて保存"), folder, proposed, ListFileFilters()};
+  const FileDialog dialog{.title = QStringLiteral("名前を付けて保存"),
+                          .folder = folder,
+                          .proposedFile = proposed,
+                          .filters = ListFileFilters()};
   const QString path = co_await dialogs_.AskForFileToSave(dialog);
   if (path.isEmpty()) co_return false;
   const bool written = co_await WriteTo(path);
@@ -91,9 +98,11 @@ QCoro::Task<bool> ListCommands::SaveAs() {
 
 QCoro::Task<bool> ListCommands::MayClose() {
   if (!workspace_.urlList.IsDirty()) co_return true;
-  const MessageBox question{QStringLiteral("未保存"),
-                            QStringLiteral("ＵＲＬリストが変更されています。\r\n保存しますか？"),
-                            MessageBox::Buttons::YesNoCancel, MessageBox::Answer::Yes};
+  const MessageBox question{
+      .title = QStringLiteral("未保存"),
+      .text = QStringLiteral("ＵＲＬリストが変更されています。\r\n保存しますか？"),
+      .buttons = MessageBox::Buttons::YesNoCancel,
+      .defaultAnswer = MessageBox::Answer::Yes};
   const MessageBox::Answer answer = co_await workspace_.world.messages.Ask(question);
   if (answer == MessageBox::Answer::No) co_return true;
   if (answer != MessageBox::Answer::Yes) co_return false;
@@ -112,8 +121,10 @@ QCoro::Task<bool> ListCommands::WriteTo(QString path) {
 }
 
 QCoro::Task<void> ListCommands::Report(QString message) {
-  const MessageBox box{QStringLiteral("エラー発生"), message, MessageBox::Buttons::Ok,
-                       MessageBox::Answer::Ok};
+  const MessageBox box{.title = QStringLiteral("エラー発生"),
+                       .text = message,
+                       .buttons = MessageBox::Buttons::Ok,
+                       .defaultAnswer = MessageBox::Answer::Ok};
   co_await workspace_.world.messages.Ask(box);
 }
 

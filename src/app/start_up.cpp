@@ -25,7 +25,7 @@ QString LoadList(Workspace& workspace, const QString& argument) {
     workspace.urlList.SetCurrentListFile(path);
     return {};
   }
-  const QString message = QStringLiteral("ＵＲＬリスト読み込みエラー") + kLineBreaks + argument;
+  QString message = QStringLiteral("ＵＲＬリスト読み込みエラー") + kLineBreaks + argument;
   // A missing file is told by its name alone; a fault inside it or on the way to it by its cause.
   if (outcome.error == static_cast<int>(RunTimeError::PathMissing)) return message;
   return message + kLineBreaks + NumberAndText(outcome);
@@ -67,8 +67,10 @@ QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line
 QCoro::Task<bool> StartUp(Workspace& workspace, AutoRun& autoRun, const CommandLine& line) {
   const QString fault = RunSteps(workspace, autoRun, line);
   if (fault.isEmpty()) co_return true;
-  const MessageBox box{QStringLiteral("エラー発生"), fault, MessageBox::Buttons::Ok,
-                       MessageBox::Answer::Ok};
+  const MessageBox box{.title = QStringLiteral("エラー発生"),
+                       .text = fault,
+                       .buttons = MessageBox::Buttons::Ok,
+                       .defaultAnswer = MessageBox::Answer::Ok};
   co_await workspace.world.messages.Ask(box);
   co_return false;
 }

@@ -4,14 +4,12 @@
 #include <QChar>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace zentorin {
 namespace {
 
-struct Range {
-  char32_t first;
-  char32_t last;
-};
+using Range = std::pair<char32_t, char32_t>;  // first and last character
 
 // East Asian Width W and F, neighbouring blocks merged.
 constexpr std::array<Range, 17> kWide = {{{0x1100, 0x115F},
@@ -42,9 +40,7 @@ int WidthOf(char32_t character) {
     default:
       break;
   }
-  const auto* const range =
-      std::lower_bound(kWide.begin(), kWide.end(), character,
-                       [](const Range& each, char32_t wanted) { return each.last < wanted; });
+  const auto* const range = std::ranges::lower_bound(kWide, character, {}, &Range::second);
   return range != kWide.end() && range->first <= character ? 2 : 1;
 }
 

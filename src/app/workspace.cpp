@@ -7,27 +7,33 @@ namespace zentorin {
 namespace {
 
 CrawlContext CrawlContextOf(Workspace& workspace) {
-  return {workspace.http,           workspace.state, workspace.board,
-          workspace.world.messages, workspace.clock, workspace.settings.clock,
-          workspace.urlList,        workspace.job,   workspace.files};
+  return {.http = workspace.http,
+          .state = workspace.state,
+          .board = workspace.board,
+          .messages = workspace.world.messages,
+          .clock = workspace.clock,
+          .clockOptions = workspace.settings.clock,
+          .urlList = workspace.urlList,
+          .job = workspace.job,
+          .files = workspace.files};
 }
 
 DownloadContext DownloadContextOf(Workspace& workspace) {
   const World& world = workspace.world;
-  return {*workspace.engine,
-          workspace.http,
-          workspace.state,
-          workspace.board,
-          world.messages,
-          world.capture,
-          world.opener,
-          workspace.log,
-          workspace.drives,
-          workspace.settings.download,
-          workspace.settings.clock,
-          workspace.job,
-          workspace.files,
-          workspace.clock};
+  return {.engine = *workspace.engine,
+          .http = workspace.http,
+          .state = workspace.state,
+          .board = workspace.board,
+          .messages = world.messages,
+          .capture = world.capture,
+          .opener = world.opener,
+          .log = workspace.log,
+          .drives = workspace.drives,
+          .options = workspace.settings.download,
+          .clockOptions = workspace.settings.clock,
+          .job = workspace.job,
+          .files = workspace.files,
+          .clock = workspace.clock};
 }
 
 }  // namespace

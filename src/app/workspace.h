@@ -44,7 +44,7 @@ struct World {
 class Workspace {
  public:
   // `programFolder` is absolute. `connectTo` is the engine's host map, see CurlHttpEngine.
-  Workspace(const World& world, const QString& programFolder, const QString& connectTo);
+  Workspace(const World& outside, const QString& programFolder, const QString& connectTo);
   ~Workspace();
   Workspace(const Workspace&) = delete;
   Workspace& operator=(const Workspace&) = delete;

@@ -9,11 +9,13 @@ namespace zentorin {
 
 QCoro::Task<int> NoStreamCapture::Capture(QString /*url*/, QString /*path*/) {
   const MessageBox question{
-      QStringLiteral("VLC未インストール"),
-      QStringLiteral("VLC media player　がインストールされていないようです。\r\n\r\n"
-                     "ASX(ストリーミング形式）のダウンロードには、VLC media player が必要です。\r\n"
-                     "VLC のダウンロードサイト（窓の杜）に接続しましょうか？"),
-      MessageBox::Buttons::YesNo, MessageBox::Answer::No};
+      .title = QStringLiteral("VLC未インストール"),
+      .text = QStringLiteral(
+          "VLC media player　がインストールされていないようです。\r\n\r\n"
+          "ASX(ストリーミング形式）のダウンロードには、VLC media player が必要です。\r\n"
+          "VLC のダウンロードサイト（窓の杜）に接続しましょうか？"),
+      .buttons = MessageBox::Buttons::YesNo,
+      .defaultAnswer = MessageBox::Answer::No};
   const MessageBox::Answer answer = co_await messages_.Ask(question);
   if (answer == MessageBox::Answer::Yes) {
     opener_.OpenWithDefaultHandler(QStringLiteral("https://forest.watch.impress.co.jp/library/"));

@@ -41,7 +41,8 @@ QCoro::Task<int> FakeStreamCapture::Capture(QString url, QString path) {
 
 QCoro::Task<QString> RecordingPowerControl::Perform(QString action) {
   performed.append(action);
-  co_return refusal;
+  // A copy: QCoro moves a returned member away.
+  co_return QString(refusal);
 }
 
 }  // namespace zentorin::test

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "tests/app/program_run.h"
+
+#include <QRegularExpression>
+#include <csignal>
+
+#include <QCoro/QCoroProcess>
+#include <QCoro/QCoroSignal>
+#include <gtest/gtest.h>
+
+#include "base/ansi_text.h"
+
+namespace zentorin::test {
+namespace {
+
+constexpr std::chrono::seconds kPatience(30);
+
+}  // namespace
+
+QByteArray ListFile(const QList<JobFields>& jobs) {
+  QByteArray bytes;
+  for (int i = 0; i < jobs.size(); ++i) {
+    for (const auto& [key, value] : jobs[i]) {
+      bytes += QByteArray::number(i + 1) + ' ' + key + " = " + value + "\r\n";
+    }
+    bytes += "\r\n";
+  }
+  return bytes;
+}
+
+ProgramRun::ProgramRun(const TempDir& home, const QString& connectTo) {
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.remove(QStringLiteral("DISPLAY"));
+  environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+  environment.insert(QStringLiteral("ZENTORIN_HOME"), home.Path());
+  environment.insert(QStringLiteral("ZENTORIN_CONNECT_TO"), connectTo);
+  process_.setProcessEnvironment(environment);
+  process_.setProgram(QStringLiteral(ZENTORIN_PROGRAM));
+}
+
+ProgramRun::~ProgramRun() {
+  if (process_.state() == QProcess::NotRunning) return;
+  process_.kill();
+  process_.waitForFinished();
+}
+
+void ProgramRun::Start(const QStringList& arguments) {
+  process_.setArguments(arguments);
+  process_.start();
+}
+
+int ProgramRun::Run(const QStringList& arguments) {
+  Start(arguments);
+  return WaitForEnd();
+}
+
+int ProgramRun::WaitForEnd() {
+  if (process_.state() != QProcess::NotRunning) {
+    QCoro::waitFor(qCoro(&process_, &QProcess::finished, kPatience));
+  }
+  const bool ended = process_.state() == QProcess::NotRunning;
+  EXPECT_TRUE(ended) << "still running: " << Errors().toStdString();
+  return ended && process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+}
+
+bool ProgramRun::WaitForError(const QString& text) {
+  while (!Errors().contains(text)) {
+    if (process_.state() == QProcess::NotRunning) return false;
+    if (!QCoro::waitFor(qCoro(&process_, &QProcess::readyReadStandardError, kPatience))) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void ProgramRun::Send(int signal) const {
+  ::kill(static_cast<pid_t>(process_.processId()), signal);
+}
+
+QString ProgramRun::Errors() {
+  errors_ += process_.readAllStandardError();
+  return QString::fromUtf8(errors_);
+}
+
+QString ProgramRun::Output() {
+  return QString::fromUtf8(process_.readAllStandardOutput());
+}
+
+QString LogWithoutDates(const TempDir& home) {
+  static const QRegularExpression kDates(
+      QStringLiteral("^-- \\d{4}/\\d\\d/\\d\\d \\d\\d:\\d\\d:\\d\\d ----\r$"),
+      QRegularExpression::MultilineOption);
+  return DecodeAnsi(home.Read("log.txt")).replace(kDates, QStringLiteral("DATE\r"));
+}
+
+}  // namespace zentorin::test
