@@ -2,8 +2,6 @@
 #include "base/drives.h"
 
 #include <QStringList>
-#include <utility>
-
 namespace zentorin {
 namespace {
 
@@ -52,8 +50,7 @@ bool IsRoot(const QString& path) {
 
 }  // namespace
 
-Drives::Drives(QString programFolder)
-    : programFolder_(NormalSystemPath(std::move(programFolder))) {}
+Drives::Drives(const QString& programFolder) : programFolder_(NormalSystemPath(programFolder)) {}
 
 QString Drives::ToSystemPath(const QString& path) const {
   const QString text = WithSlashes(path);
@@ -70,7 +67,7 @@ QString Drives::ToStoredPath(const QString& systemPath) const {
   const bool trailing = path.endsWith(kSlash) || path.endsWith(QLatin1Char('\\'));
   if (trailing && !IsRoot(path)) path.chop(1);
   if (!path.startsWith(kSlash) || BeginsWithServer(path)) return path;
-  const QString normal = NormalSystemPath(path);
+  QString normal = NormalSystemPath(path);
   const QString parent = IsRoot(programFolder_) ? programFolder_ : programFolder_ + kSlash;
   if (!normal.startsWith(parent) || normal == parent) return path;
   const QString relative = normal.sliced(parent.size());

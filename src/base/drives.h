@@ -10,7 +10,7 @@ namespace zentorin {
 class Drives {
  public:
   // `programFolder` is absolute, in this system's form.
-  explicit Drives(QString programFolder);
+  explicit Drives(const QString& programFolder);
 
   const QString& ProgramFolder() const { return programFolder_; }
 

@@ -97,8 +97,7 @@ QString FirstBytes(const QString& text, qsizetype bytes) {
   while (at < text.size()) {
     const bool pair = IsPairAt(text, at);
     const char16_t unit = text[at].unicode();
-    const int threeOrLess = unit < 0x80 ? 1 : (unit < 0x800 ? 2 : 3);
-    bytes -= pair ? 4 : threeOrLess;
+    bytes -= 1 + (unit >= 0x80) + (unit >= 0x800) + pair;
     if (bytes < 0) break;
     at += pair ? 2 : 1;
   }

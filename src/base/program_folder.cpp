@@ -18,7 +18,7 @@ QString DataFolder() {
 }
 
 QString ChooseFolder(const QString& executableFolder) {
-  const QString home = qEnvironmentVariable("ZENTORIN_HOME");
+  QString home = qEnvironmentVariable("ZENTORIN_HOME");
   if (!home.isEmpty()) return home;
   if (!executableFolder.isEmpty() && (Holds(executableFolder, QStringLiteral("Conf.txt")) ||
                                       Holds(executableFolder, QStringLiteral("portable"))))

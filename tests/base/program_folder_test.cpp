@@ -35,7 +35,7 @@ class ScopedVariable {
   QByteArray old_;
 };
 
-TEST(ProgramFolder, IsTheFirstPlaceThatIsMeant) {
+TEST(ProgramFolder, IsTheUsersDataFolderWhenNothingElseIsSaid) {
   const test::TempDir dir;
   const ScopedVariable home("ZENTORIN_HOME", {});
   const ScopedVariable data("XDG_DATA_HOME", dir.Path(QStringLiteral("data")));
@@ -48,6 +48,12 @@ TEST(ProgramFolder, IsTheFirstPlaceThatIsMeant) {
     data.Set(useless);
     EXPECT_EQ(FindProgramFolder(bin), dir.Path(QStringLiteral("me/.local/share/zentorin")));
   }
+}
+
+TEST(ProgramFolder, IsTheOneThatTheUserNamesOrCarriesAlong) {
+  const test::TempDir dir;
+  const ScopedVariable home("ZENTORIN_HOME", {});
+  const QString bin = dir.Path(QStringLiteral("bin"));
   dir.Write(QStringLiteral("bin/portable"), "");
   EXPECT_EQ(FindProgramFolder(bin), bin);
   home.Set(dir.Path(QStringLiteral("own/")));

@@ -35,7 +35,7 @@ QString FaultOfSegment(const QString& segment) {
 }  // namespace
 
 QString FaultOfCleanedName(const QString& name) {
-  const QString fault = FaultOfSegment(CleanFileName(name));
+  QString fault = FaultOfSegment(CleanFileName(name));
   if (!fault.isEmpty()) return fault;
   const QString path = CleanRelativePath(name);
   if (path.isEmpty()) return {};
