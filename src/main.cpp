@@ -1,22 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include <QCoreApplication>
+#include <QApplication>
 #include <cstdio>
 
 #include <unistd.h>
 
-#include "app/command_line.h"
 #include "app/exit_status.h"
-#include "app/stop_signals.h"
 #include "app/terminal.h"
-#include "app/terminal_messages.h"
-#include "app/terminal_opener.h"
-#include "app/unattended_run.h"
 #include "app/usage.h"
-#include "app/workspace.h"
-#include "base/clock.h"
 #include "base/program_folder.h"
-#include "download/no_power_control.h"
-#include "download/no_stream_capture.h"
+#include "compositions.h"
 
 namespace {
 
@@ -26,31 +18,22 @@ QStringList ArgumentsOf(int argc, char** argv) {
   return arguments;
 }
 
-int RunUnattended(const QStringList& arguments, const QString& programFolder) {
-  using namespace zentorin;
-  Terminal terminal(STDERR_FILENO);
-  if (programFolder.isEmpty()) {
-    terminal.Line(
-        QStringLiteral("プログラムのフォルダを作成できません。環境変数 ZENTORIN_HOME で"
-                       "書き込めるフォルダを指定して下さい。"));
-    return kExitRefused;
+// Without a display the program works with no window at all: no part of Qt that draws is started. A
+// platform that is named on purpose counts as a display.
+bool HasDisplay() {
+  return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+         qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+// The folder, or nothing after a message when it cannot be had.
+QString ProgramFolder() {
+  const QString folder = zentorin::FindProgramFolder(QCoreApplication::applicationDirPath());
+  if (folder.isEmpty()) {
+    zentorin::Terminal(STDERR_FILENO)
+        .Line(QStringLiteral("プログラムのフォルダを作成できません。環境変数 ZENTORIN_HOME で"
+                             "書き込めるフォルダを指定して下さい。"));
   }
-  SystemClock clock;
-  TerminalMessages messages(terminal);
-  TerminalOpener opener(terminal);
-  NoStreamCapture capture(messages, opener);
-  NoPowerControl power;
-  const World world{
-      .clock = clock, .messages = messages, .opener = opener, .capture = capture, .power = power};
-  Workspace workspace(world, programFolder, qEnvironmentVariable("ZENTORIN_CONNECT_TO"));
-  const CommandLine line = ReadArguments(arguments, workspace.drives);
-  UnattendedRun run(workspace, terminal);
-  const StopSignals signals;
-  QObject::connect(&signals, &StopSignals::StopRequested, &run, &UnattendedRun::Stop);
-  QObject::connect(&run, &UnattendedRun::Ended, QCoreApplication::instance(),
-                   &QCoreApplication::exit);
-  run.Run(line);
-  return QCoreApplication::exec();
+  return folder;
 }
 
 }  // namespace
@@ -61,7 +44,14 @@ int main(int argc, char** argv) {
     std::fputs(answer->toUtf8().constData(), stdout);
     return zentorin::kExitDone;
   }
+  if (HasDisplay()) {
+    // The program reads its arguments itself: Qt's own options are not among them.
+    int onlyName = 1;
+    const QApplication application(onlyName, argv);
+    const QString folder = ProgramFolder();
+    return folder.isEmpty() ? zentorin::kExitRefused : zentorin::RunWindow(arguments, folder);
+  }
   const QCoreApplication application(argc, argv);
-  return RunUnattended(arguments,
-                       zentorin::FindProgramFolder(QCoreApplication::applicationDirPath()));
+  const QString folder = ProgramFolder();
+  return folder.isEmpty() ? zentorin::kExitRefused : zentorin::RunUnattended(arguments, folder);
 }

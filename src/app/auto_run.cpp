@@ -39,6 +39,9 @@ bool AutoRun::Arm(const CommandLine& line) {
   trayMode_ = line.trayMode;
   remainingSeconds_ = SecondsUntilStart();
   workspace_.driver.SetAfterBatchAction(line.afterBatchAction);
+  // The countdown can be given up by the cancel button.
+  workspace_.board.SetCancelShown(true);
+  workspace_.board.SetCancelEnabled(true);
   if (trayMode_) Q_EMIT MoveToTrayRequested();
   timer_.start();
   return true;
@@ -79,6 +82,7 @@ void AutoRun::ShowText(const QString& text) {
 
 void AutoRun::Abandon() {
   if (phase_ != Phase::Armed) return;
+  workspace_.board.SetCancelShown(false);
   workspace_.board.SetCancelCaption(QStringLiteral("キャンセル"));
   Q_EMIT TitleChanged(ProductTitle());
   Reset();

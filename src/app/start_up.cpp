@@ -32,7 +32,8 @@ QString LoadList(Workspace& workspace, const QString& argument) {
 }
 
 // The steps in order; answers the message that ended them, or nothing.
-QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line) {
+QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line,
+                 const std::function<void()>& layOut) {
   if (!AnsiCodecAvailable()) {
     return QStringLiteral(
         "この環境では Shift_JIS（CP932）の変換が使えません。"
@@ -42,6 +43,7 @@ QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line
   if (!settings.Ok()) return NumberAndText(settings);
   const FileOutcome patterns = workspace.patterns.LoadOrCreate(workspace.PatternsPath());
   if (!patterns.Ok()) return NumberAndText(patterns);
+  if (layOut) layOut();
   for (const QString& file : line.files) {
     const QString fault = LoadList(workspace, file);
     if (!fault.isEmpty()) return fault;
@@ -64,8 +66,9 @@ QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line
 
 }  // namespace
 
-QCoro::Task<bool> StartUp(Workspace& workspace, AutoRun& autoRun, const CommandLine& line) {
-  const QString fault = RunSteps(workspace, autoRun, line);
+QCoro::Task<bool> StartUp(Workspace& workspace, AutoRun& autoRun, const CommandLine& line,
+                          std::function<void()> layOut) {
+  const QString fault = RunSteps(workspace, autoRun, line, layOut);
   if (fault.isEmpty()) co_return true;
   const MessageBox box{.title = QStringLiteral("エラー発生"),
                        .text = fault,

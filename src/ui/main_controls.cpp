@@ -17,6 +17,11 @@
 #include "ui/line_list_view.h"
 #include "ui/link_label.h"
 
+// Makes the icons known: a resource in a static library has to be asked for, outside all namespaces.
+static void InitIcons() {
+  Q_INIT_RESOURCE(icons);
+}
+
 namespace zentorin {
 namespace {
 
@@ -99,6 +104,7 @@ QFont FixedPitchFont(const QFont& base) {
 }
 
 MainControls::MainControls(QMainWindow& window) {
+  InitIcons();
   central = Named(new QWidget(&window), "central");
   window.setCentralWidget(central);
   MakeTop();

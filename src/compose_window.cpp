@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include <QApplication>
+
+#include <unistd.h>
+
+#include "app/auto_run.h"
+#include "app/command_line.h"
+#include "app/list_commands.h"
+#include "app/stop_signals.h"
+#include "app/terminal.h"
+#include "app/terminal_opener.h"
+#include "app/workspace.h"
+#include "base/clock.h"
+#include "compositions.h"
+#include "download/no_power_control.h"
+#include "download/no_stream_capture.h"
+#include "ui/frm_main.h"
+#include "ui/window_file_dialogs.h"
+#include "ui/window_messages.h"
+#include "ui/window_program.h"
+
+namespace zentorin {
+
+int RunWindow(const QStringList& arguments, const QString& programFolder) {
+  QApplication::setQuitOnLastWindowClosed(false);
+  Terminal terminal(STDERR_FILENO);
+  SystemClock clock;
+  WindowMessages messages;
+  WindowFileDialogs dialogs;
+  TerminalOpener opener(terminal);
+  NoStreamCapture capture(messages, opener);
+  NoPowerControl power;
+  const World world{
+      .clock = clock, .messages = messages, .opener = opener, .capture = capture, .power = power};
+  Workspace workspace(world, programFolder, qEnvironmentVariable("ZENTORIN_CONNECT_TO"));
+  AutoRun autoRun(workspace);
+  ListCommands lists(workspace, dialogs);
+  frmMain window({.workspace = workspace, .autoRun = autoRun, .lists = lists, .dialogs = dialogs});
+  messages.Attach(&window, &autoRun);
+  dialogs.Attach(&window);
+  WindowProgram program(workspace, autoRun, window);
+  const StopSignals signals;
+  QObject::connect(&signals, &StopSignals::StopRequested, &program, &WindowProgram::Stop);
+  QObject::connect(&program, &WindowProgram::Ended, QCoreApplication::instance(),
+                   &QCoreApplication::exit, Qt::QueuedConnection);
+  program.Run(arguments);
+  return QApplication::exec();
+}
+
+}  // namespace zentorin
