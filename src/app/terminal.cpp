@@ -26,10 +26,12 @@ void Terminal::Line(const QString& text) {
   Write(bytes);
 }
 
-void Terminal::Refresh(const QString& text) {
+void Terminal::Refresh(const QString& text, const QString& tail) {
   if (!isTerminal_) return;
   // The last column stays free: a full line would wrap and could not be drawn over.
-  refreshed_ = CutToWidth(EscapeForDisplay(text), Columns() - 1);
+  const int columns = Columns() - 1;
+  refreshed_ = CutToWidth(EscapeForDisplay(text), columns - TerminalWidth(tail));
+  refreshed_ = CutToWidth(refreshed_ + tail, columns);
   Write(kClearLine + refreshed_.toUtf8());
 }
 

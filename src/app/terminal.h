@@ -19,9 +19,9 @@ class Terminal {
 
   // A line of its own; one that is being refreshed moves down below it.
   void Line(const QString& text);
-  // Draws one line over the last one of this kind, cut to the terminal's width. Does nothing on a
-  // pipe.
-  void Refresh(const QString& text);
+  // Draws one line over the last one of this kind. A text that is too long for the terminal is cut
+  // so that `tail` still stands behind it. Does nothing on a pipe.
+  void Refresh(const QString& text, const QString& tail = {});
   // Takes the refreshed line away.
   void EndRefresh();
 

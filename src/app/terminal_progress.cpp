@@ -78,25 +78,31 @@ void TerminalProgress::ShowStatus() {
 void TerminalProgress::Draw() {
   if (autoRun_.CurrentPhase() != AutoRun::Phase::Running) return;
   if (terminal_.IsTerminal()) {
-    terminal_.Refresh(ProgressText());
+    terminal_.Refresh(WorkText(), BytesText());
   } else if (sinceLine_.isValid() && sinceLine_.hasExpired(kSignOfLifeMs)) {
-    Print(ProgressText());
+    Print(WorkText() + BytesText());
   }
 }
 
-QString TerminalProgress::ProgressText() const {
+// Status, counter and what is in hand: the row's address, or the crawl's page.
+QString TerminalProgress::WorkText() const {
   const StatusBoard& board = workspace_.board;
   QStringList parts = {board.Status()};
   if (board.ProgressShown()) {
     const int row = workspace_.files.CurrentRow();
     const bool known = row >= 0 && row < workspace_.files.Count();
-    parts += {board.Counter(), known ? workspace_.files.Row(row)[FileListRow::Address] : QString(),
-              GroupedNumber(board.FileBytes()) + QStringLiteral(" バイト")};
+    parts += {board.Counter(), known ? workspace_.files.Row(row)[FileListRow::Address] : QString()};
   } else {
     parts += {board.FileCount(), board.File()};
   }
   parts.removeAll(QString());
   return parts.join(QStringLiteral("  "));
+}
+
+QString TerminalProgress::BytesText() const {
+  const StatusBoard& board = workspace_.board;
+  if (!board.ProgressShown()) return {};
+  return QStringLiteral("  ") + GroupedNumber(board.FileBytes()) + QStringLiteral(" バイト");
 }
 
 void TerminalProgress::Print(const QString& line) {

@@ -34,7 +34,8 @@ class TerminalProgress : public QObject {
   void ShowRow(const FinishedRow& row);
   void ShowStatus();
   void Draw();
-  QString ProgressText() const;
+  QString WorkText() const;
+  QString BytesText() const;
   void Print(const QString& line);
 
   Workspace& workspace_;

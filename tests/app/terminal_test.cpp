@@ -60,9 +60,11 @@ TEST(Terminal, DrawsOneLineOverAndKeepsOthersAboveIt) {
   terminal.Refresh(QStringLiteral("ダウンロード中 1/3 http://a\x1b[31m.test/"));
   terminal.Line(QStringLiteral("x Error"));
   terminal.EndRefresh();
+  terminal.Refresh(QStringLiteral("漢字漢字漢字漢字漢字"), QStringLiteral(" 9 バイト"));
   const QString clear = QStringLiteral("\r\x1b[K");
   const QString cut = QStringLiteral("ダウンロード中 1/3 ").left(12);
-  EXPECT_EQ(ends.Take(), clear + cut + clear + QStringLiteral("x Error\n") + cut + clear);
+  EXPECT_EQ(ends.Take(), clear + cut + clear + QStringLiteral("x Error\n") + cut + clear + clear +
+                             QStringLiteral("漢字漢字漢 9 バイト"));
 }
 
 TEST(Terminal, WritesWholeLinesOnAPipeAndEscapesWhatCouldActOnAScreen) {
