@@ -53,7 +53,9 @@ class AutoRunTest : public testing::Test {
   RecordingOpener opener;
   FakeStreamCapture capture;
   RecordingPowerControl power;
-  Workspace workspace{{clock, messages, opener, capture, power}, home.Path(), QString()};
+  World world{
+      .clock = clock, .messages = messages, .opener = opener, .capture = capture, .power = power};
+  Workspace workspace{world, home.Path(), QString()};
   AutoRun run{workspace};
   QStringList said;
   QString tip;

@@ -2,6 +2,8 @@
 #include "app/command_line.h"
 
 #include <QDir>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -25,10 +27,7 @@ QString Summary(const CommandLine& line) {
 }
 
 TEST(CommandLine, ReadsItsOptionsFromOneText) {
-  const struct {
-    const char* text;
-    const char* expected;
-  } cases[] = {
+  const std::vector<std::pair<const char*, const char*>> cases = {
       {"", ""},
       {"   ", ""},
       {"lists.dat -debug", "debug"},
@@ -52,9 +51,8 @@ TEST(CommandLine, ReadsItsOptionsFromOneText) {
       {"-f a-b.dat -debug", "debug|a-b.dat"},
       {"--help", ""},
   };
-  for (const auto& each : cases) {
-    EXPECT_EQ(Summary(ParseCommandLine(QString::fromUtf8(each.text))).toStdString(), each.expected)
-        << each.text;
+  for (const auto& [text, expected] : cases) {
+    EXPECT_EQ(Summary(ParseCommandLine(QString::fromUtf8(text))).toStdString(), expected) << text;
   }
 }
 

@@ -17,10 +17,10 @@ class ProgramCancelTest : public testing::Test {
   ProgramCancelTest() {
     home.Write("list.dat", ListFile({{{"description", "endless"},
                                       {"root", "http://site.test/index.html"},
-                                      {"file_pattern", "href=\"(.+?\\.mp3)\""},
+                                      {"file_pattern", R"x(href="(.+?\.mp3)")x"},
                                       {"save_path", "save"},
                                       {"depth", "0"}}}));
-    server.Route("/index.html", Answer::Text("<a href=\"long.mp3\">a</a>"));
+    server.Route("/index.html", Answer::Text(R"(<a href="long.mp3">a</a>)"));
     server.Route("/long.mp3", Answer::Generated(1'000'000).Ends(Answer::Ending::Stall, 500'000));
   }
 

@@ -2,6 +2,7 @@
 #include "app/terminal.h"
 
 #include <array>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <pty.h>
@@ -79,12 +80,16 @@ TEST(TerminalMessages, ShowABoxAsOneLineAndAnswerItsDefault) {
   const Ends ends(false);
   Terminal terminal(ends.Writer());
   TerminalMessages messages(terminal);
-  const MessageBox told{QStringLiteral("エラー発生"), QStringLiteral("一行目\r\n\r\n二行目"),
-                        MessageBox::Buttons::Ok, MessageBox::Answer::Ok};
+  const MessageBox told{.title = QStringLiteral("エラー発生"),
+                        .text = QStringLiteral("一行目\r\n\r\n二行目"),
+                        .buttons = MessageBox::Buttons::Ok,
+                        .defaultAnswer = MessageBox::Answer::Ok};
   EXPECT_EQ(QCoro::waitFor(messages.Ask(told)), MessageBox::Answer::Ok);
   EXPECT_EQ(ends.Take(), QStringLiteral("エラー発生: 一行目 / 二行目\n"));
-  const MessageBox asked{QString(), QStringLiteral("接続しましょうか？"),
-                         MessageBox::Buttons::YesNo, MessageBox::Answer::No};
+  const MessageBox asked{.title = QString(),
+                         .text = QStringLiteral("接続しましょうか？"),
+                         .buttons = MessageBox::Buttons::YesNo,
+                         .defaultAnswer = MessageBox::Answer::No};
   EXPECT_EQ(QCoro::waitFor(messages.Ask(asked)), MessageBox::Answer::No);
   EXPECT_EQ(ends.Take(), QStringLiteral("接続しましょうか？ → いいえ\n"));
 }
@@ -92,8 +97,8 @@ TEST(TerminalMessages, ShowABoxAsOneLineAndAnswerItsDefault) {
 TEST(RunTally, SumsUpRowsByWhatBecameOfThem) {
   RunTally tally;
   tally.AddJob();
-  const int codes[] = {kComplete,       kComplete, kSkipExisting, kSkipNone, kFatal,
-                       kOutOfDiskSpace, 57,        kCancelled};
+  const std::vector<int> codes = {kComplete,       kComplete, kSkipExisting, kSkipNone, kFatal,
+                                  kOutOfDiskSpace, 57,        kCancelled};
   for (const int code : codes) {
     tally.AddRow({.code = code, .text = {}, .address = {}, .path = {}, .bytes = 600},
                  QStringLiteral("/save"));
