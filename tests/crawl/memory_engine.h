@@ -34,7 +34,7 @@ class MemoryEngine : public HttpEngine {
       HttpHead head;
       head.status = 200;
       head.finalUrl = url_;
-      head.headers = {{"Content-Type", "text/html; charset=utf-8"}};
+      head.headers = {{.name = "Content-Type", .value = "text/html; charset=utf-8"}};
       co_return head;
     }
     QCoro::Task<QByteArray> NextBlock() override {

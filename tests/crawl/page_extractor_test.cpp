@@ -36,7 +36,7 @@ TEST_F(Extractor, ReadsKeywordsAsFixedExpressions) {
 
 TEST_F(Extractor, TakesTheLinkOutOfWhatTheExpressionCaught) {
   Set(TargetUrlItem::FilePattern, R"re((?:<guid>|\w+=)[^>]*?\.mp3)re");
-  Html("<a HREF=a.mp3><x url=  b.mp3 ><y href=\"c.mp3\"><z href=url=d\\e.mp3><i foo=f.mp3>");
+  Html(R"(<a HREF=a.mp3><x url=  b.mp3 ><y href="c.mp3"><z href=url=d\e.mp3><i foo=f.mp3>)");
   Generate();
   EXPECT_EQ(Links(), QStringLiteral("a.mp3 b.mp3 c.mp3 de.mp3 foo=f.mp3 de.mp3"))
       << "a link with a backslash is not met again under its stored form";
@@ -52,7 +52,7 @@ TEST_F(Extractor, ListsALinkOnceWhereverItStands) {
 }
 
 TEST_F(Extractor, ResolvesAgainstTheBaseElement) {
-  Html("<base href=\"http://o.test/d/\"><a href=\"a.mp3\">");
+  Html(R"(<base href="http://o.test/d/"><a href="a.mp3">)");
   Generate();
   EXPECT_EQ(Rows(), QStringLiteral("|-|     -|a.mp3|http://o.test/d/|~/|http://o.test/d/a.mp3"));
 }
