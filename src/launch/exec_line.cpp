@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+#include "launch/exec_line.h"
+
+#include <QUrl>
+#include <vector>
+
+#include "launch/desktop_entry.h"
+
+namespace zentorin {
+namespace {
+
+struct Word {
+  QString text;
+  bool quoted = false;  // some part of it stood in quotes
+};
+
+// Takes Exec apart. Stricter lines (a quoted word is quoted as a whole) are the rule; quotes that
+// begin inside a word, single quotes and "\" outside quotes are read too, since installed entries
+// have them.
+class WordSplitter {
+ public:
+  explicit WordSplitter(const QString& line) : line_(line) {}
+
+  std::optional<std::vector<Word>> Split() {
+    for (; at_ < line_.size(); ++at_) {
+      const QChar c = line_[at_];
+      if (c.category() == QChar::Other_Control && c != u'\t') return std::nullopt;
+      if (quote_.isNull())
+        TakeUnquoted(c);
+      else
+        TakeQuoted(c);
+    }
+    if (!quote_.isNull()) return std::nullopt;
+    EndWord();
+    return std::move(words_);
+  }
+
+ private:
+  void TakeUnquoted(QChar c) {
+    if (c == u' ' || c == u'\t') {
+      EndWord();
+      return;
+    }
+    inWord_ = true;
+    if (c == u'"' || c == u'\'') {
+      quote_ = c;
+      word_.quoted = true;
+    } else {
+      word_.text += c == u'\\' && at_ + 1 < line_.size() ? line_[++at_] : c;
+    }
+  }
+
+  void TakeQuoted(QChar c) {
+    if (c == quote_) {
+      quote_ = QChar();
+      return;
+    }
+    const bool escape = c == u'\\' && quote_ == u'"' && at_ + 1 < line_.size() &&
+                        QStringLiteral("\"`$\\").contains(line_[at_ + 1]);
+    word_.text += escape ? line_[++at_] : c;
+  }
+
+  void EndWord() {
+    if (inWord_) words_.push_back(word_);
+    word_ = {};
+    inWord_ = false;
+  }
+
+  const QString& line_;
+  qsizetype at_ = 0;
+  QChar quote_;
+  bool inWord_ = false;
+  Word word_;
+  std::vector<Word> words_;
+};
+
+bool IsTargetCode(QChar code) {
+  return QStringLiteral("fFuU").contains(code);
+}
+
+// Fills the field codes of one Exec line.
+class CodeFiller {
+ public:
+  CodeFiller(const DesktopEntry& entry, const LaunchTarget& target)
+      : entry_(entry), target_(target) {}
+
+  bool Take(const Word& word) {
+    const QString& text = word.text;
+    const bool isProgram = words_.isEmpty();
+    if (text == QStringLiteral("%i") && !isProgram) {
+      if (!entry_.icon.isEmpty()) words_ << QStringLiteral("--icon") << entry_.icon;
+      return true;
+    }
+    const bool codeAlone = text.size() == 2 && text[0] == u'%';
+    QString filled;
+    bool onlyEmptyCodes = !text.isEmpty();
+    for (qsizetype i = 0; i < text.size(); ++i) {
+      if (text[i] != u'%') {
+        filled += text[i];
+        onlyEmptyCodes = false;
+        continue;
+      }
+      if (++i == text.size()) return false;
+      if (isProgram && text[i] != u'%') return false;
+      if (IsTargetCode(text[i]) && word.quoted && !codeAlone) return false;
+      // A list of files or addresses stands by itself.
+      if ((text[i] == u'F' || text[i] == u'U') && !codeAlone) return false;
+      const auto value = ValueOf(text[i]);
+      if (!value) return false;
+      if (!value->isEmpty()) onlyEmptyCodes = false;
+      filled += *value;
+    }
+    // A word of nothing but codes that stand for nothing is no empty argument, it is none.
+    if (!onlyEmptyCodes) words_ << filled;
+    return !words_.isEmpty() && !words_.first().isEmpty();
+  }
+
+  QStringList Finish() {
+    if (!targetTaken_ && !target_.text.isEmpty()) words_ << target_.text;
+    return std::move(words_);
+  }
+
+ private:
+  std::optional<QString> ValueOf(QChar code) {
+    switch (code.unicode()) {
+      case u'%':
+        return QStringLiteral("%");
+      case u'c':
+        return entry_.localName;
+      case u'k':
+        return entry_.path;
+      case u'f':
+      case u'F':
+        targetTaken_ = true;
+        if (!target_.isFile && !target_.text.isEmpty()) return std::nullopt;
+        return target_.text;
+      case u'u':
+      case u'U':
+        targetTaken_ = true;
+        if (!target_.isFile) return target_.text;
+        return QString::fromLatin1(QUrl::fromLocalFile(target_.text).toEncoded());
+      // Codes of former days stand for nothing.
+      case u'd':
+      case u'D':
+      case u'n':
+      case u'N':
+      case u'v':
+      case u'm':
+        return QString();
+      default:
+        return std::nullopt;
+    }
+  }
+
+  const DesktopEntry& entry_;
+  const LaunchTarget& target_;
+  bool targetTaken_ = false;
+  QStringList words_;
+};
+
+}  // namespace
+
+std::optional<QStringList> ExpandExec(const DesktopEntry& entry, const LaunchTarget& target) {
+  const auto words = WordSplitter(entry.exec).Split();
+  if (!words || words->empty()) return std::nullopt;
+  CodeFiller filler(entry, target);
+  for (const Word& word : *words)
+    if (!filler.Take(word)) return std::nullopt;
+  return filler.Finish();
+}
+
+}  // namespace zentorin

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "launch/key_file.h"
+
+#include "base/text_file.h"
+
+namespace zentorin {
+namespace {
+
+constexpr qint64 kMaxBytes = qint64{4} << 20;
+
+QString WithoutEscapes(const QString& raw) {
+  QString text;
+  text.reserve(raw.size());
+  for (qsizetype i = 0; i < raw.size(); ++i) {
+    const bool escape = raw[i] == u'\\' && i + 1 < raw.size();
+    if (!escape) {
+      text += raw[i];
+      continue;
+    }
+    switch (raw[++i].unicode()) {
+      case u's':
+        text += u' ';
+        break;
+      case u'n':
+        text += u'\n';
+        break;
+      case u't':
+        text += u'\t';
+        break;
+      case u'r':
+        text += u'\r';
+        break;
+      case u'\\':
+        text += u'\\';
+        break;
+      // No escape of this form, so both characters stay.
+      default:
+        text += u'\\';
+        text += raw[i];
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+std::optional<KeyFile> KeyFile::Read(const QString& path) {
+  QByteArray bytes;
+  if (!ReadWholeFile(path, kMaxBytes, bytes).Ok() || bytes.contains('\0')) return std::nullopt;
+  KeyFile file;
+  QHash<QString, QString>* group = nullptr;
+  for (const QByteArray& rawLine : bytes.split('\n')) {
+    const QString line = QString::fromUtf8(rawLine).trimmed();
+    if (line.isEmpty() || line.startsWith(u'#')) continue;
+    if (line.startsWith(u'[') && line.endsWith(u']')) {
+      const QString name = line.sliced(1, line.size() - 2);
+      const bool seen = file.groups_.contains(name);
+      group = seen ? nullptr : &file.groups_[name];
+      continue;
+    }
+    const qsizetype equals = line.indexOf(u'=');
+    if (group == nullptr || equals <= 0) continue;
+    const QString key = line.first(equals).trimmed();
+    if (!group->contains(key)) group->insert(key, line.sliced(equals + 1).trimmed());
+  }
+  return file;
+}
+
+QString KeyFile::Raw(const QString& group, const QString& key) const {
+  return groups_.value(group).value(key);
+}
+
+QString KeyFile::Text(const QString& group, const QString& key) const {
+  return WithoutEscapes(Raw(group, key));
+}
+
+bool KeyFile::Flag(const QString& group, const QString& key) const {
+  return Raw(group, key) == QStringLiteral("true");
+}
+
+QStringList KeyFile::List(const QString& group, const QString& key) const {
+  QStringList parts;
+  for (const QString& part : Raw(group, key).split(u';', Qt::SkipEmptyParts))
+    if (!part.trimmed().isEmpty()) parts.append(part.trimmed());
+  return parts;
+}
+
+}  // namespace zentorin
