@@ -18,4 +18,8 @@ void TerminalOpener::ShowText(const QString& text, const QString& title) {
       QStringLiteral("画面がないため表示しません: %1（%2 文字）").arg(title).arg(text.size()));
 }
 
+void TerminalOpener::PlayOrView(const QString& target) {
+  terminal_.Line(QStringLiteral("画面がないため再生しません: ") + target);
+}
+
 }  // namespace zentorin

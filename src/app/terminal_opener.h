@@ -17,6 +17,7 @@ class TerminalOpener : public Opener {
   void OpenWithDefaultHandler(const QString& target) override;
   void OpenFolder(const QString& path) override;
   void ShowText(const QString& text, const QString& title) override;
+  void PlayOrView(const QString& target) override;
 
  private:
   Terminal& terminal_;

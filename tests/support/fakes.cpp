@@ -33,6 +33,10 @@ void RecordingOpener::ShowText(const QString& text, const QString& title) {
   opened.append(QStringLiteral("text:") + title + QLatin1Char(':') + text);
 }
 
+void RecordingOpener::PlayOrView(const QString& target) {
+  opened.append(QStringLiteral("play:") + target);
+}
+
 QCoro::Task<int> FakeStreamCapture::Capture(QString url, QString path) {
   captured.append(url + QStringLiteral(" -> ") + path);
   if (during) during(path);

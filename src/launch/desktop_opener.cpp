@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+#include "launch/desktop_opener.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QStringDecoder>
+#include <QUrl>
+#include <utility>
+
+#include "base/ansi_text.h"
+#include "base/drives.h"
+#include "base/message_boxes.h"
+#include "base/status_board.h"
+#include "base/text_file.h"
+#include "launch/line_ends.h"
+#include "launch/text_windows.h"
+
+namespace zentorin {
+namespace {
+
+constexpr qint64 kMaxScriptBytes = qint64{16} << 20;
+
+bool IsPage(const QString& target) {
+  return target.startsWith(QStringLiteral("http://"), Qt::CaseInsensitive) ||
+         target.startsWith(QStringLiteral("https://"), Qt::CaseInsensitive);
+}
+
+bool IsStream(const QString& target) {
+  return target.startsWith(QStringLiteral("mms://"), Qt::CaseInsensitive);
+}
+
+// "X:" is a drive, so a scheme has two letters at least.
+bool IsAddress(const QString& target) {
+  static const QRegularExpression address(QStringLiteral("^(?:[a-z][a-z0-9+.-]+://|mailto:)"),
+                                          QRegularExpression::CaseInsensitiveOption);
+  return address.match(target).hasMatch();
+}
+
+// The text after the last "." of the target's file name, lower-cased; empty when there is none.
+QString ExtensionOf(const LaunchTarget& target) {
+  const QString path = target.isFile ? target.text : QUrl(target.text).path();
+  const QString name = path.sliced(path.lastIndexOf(u'/') + 1);
+  const qsizetype dot = name.lastIndexOf(u'.');
+  return dot < 0 ? QString() : name.sliced(dot + 1).toLower();
+}
+
+// By the extension alone: what a file holds is not looked at.
+QString TypeOf(const LaunchTarget& target) {
+  return IsStream(target.text) ? QStringLiteral("x-scheme-handler/mms")
+                               : MimeAssociations::TypeOfExtension(ExtensionOf(target));
+}
+
+bool IsScript(const QString& extension) {
+  return QStringList{QStringLiteral("bat"), QStringLiteral("vbs"), QStringLiteral("js")}.contains(
+      extension);
+}
+
+bool IsSpreadsheet(const QString& type) {
+  return type.contains(QStringLiteral("spreadsheet")) || type.contains(QStringLiteral("excel")) ||
+         type == QStringLiteral("text/csv");
+}
+
+// What can open a type when no program has registered for it; empty when nothing is known.
+QString KnownNameFor(const QString& type) {
+  if (IsSpreadsheet(type)) return QStringLiteral("ms excel");
+  if (type.startsWith(QStringLiteral("audio/")) || type.startsWith(QStringLiteral("video/")) ||
+      type == QStringLiteral("x-scheme-handler/mms"))
+    return QStringLiteral("メディア プレーヤー");
+  return {};
+}
+
+QString DecodeScript(const QByteArray& bytes) {
+  QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  QString text = utf8(bytes);
+  return utf8.hasError() ? DecodeAnsi(bytes) : text;
+}
+
+}  // namespace
+
+DesktopOpener::DesktopOpener(Drives& drives, ProgramStarter& starter, MessageBoxes& messages,
+                             TextWindows& windows, StatusBoard* status, XdgFolders folders)
+    : drives_(drives),
+      starter_(starter),
+      messages_(messages),
+      windows_(windows),
+      status_(status),
+      programs_(std::move(folders)),
+      placeholders_(drives),
+      associations_(programs_),
+      known_(programs_, placeholders_) {}
+
+void DesktopOpener::OpenWithDefaultHandler(const QString& target) {
+  OpenByHandler(ToTarget(target));
+}
+
+void DesktopOpener::OpenFolder(const QString& path) {
+  const LaunchTarget folder = ToTarget(path);
+  if (!folder.isFile) return;
+  const std::weak_ptr<bool> alive = alive_;
+  starter_.ShowFolder(folder.text, [this, alive, folder](bool shown) {
+    if (!shown && !alive.expired()) OpenByHandler(folder);
+  });
+}
+
+// On a desktop without an opener of its own, the registered program does.
+void DesktopOpener::OpenByHandler(const LaunchTarget& target) {
+  if (target.text.isEmpty()) return;
+  ShellOpenRequest shellRequest;
+  shellRequest.target = target.text;
+  if (starter_.ShellOpen(shellRequest)) return;
+  std::optional<ProgramRequest> request;
+  if (QFileInfo(target.text).isDir())
+    request = known_.RequestFor(QStringLiteral("エクスプローラー"), target);
+  else if (IsPage(target.text))
+    request = known_.RequestFor(QStringLiteral("ie"), target);
+  else
+    request = RegisteredProgram(target, TypeOf(target));
+  if (request) starter_.Start(*request, [](ProgramStart) {});
+}
+
+void DesktopOpener::ShowText(const QString& text, const QString& title) {
+  if (windows_.Show(WithWholeLineEnds(text), title)) return;
+  Tell(QStringLiteral("ウィンドウハンドルの特定に失敗\r\n再度、行って見て下さい。"));
+}
+
+void DesktopOpener::PlayOrView(const QString& text) {
+  const LaunchTarget target = ToTarget(text);
+  if (target.text.isEmpty()) return;
+  if (IsPage(target.text)) {
+    OpenWith(QStringLiteral("IE"), target.text);
+    return;
+  }
+  if (IsScript(ExtensionOf(target)) && !IsStream(target.text)) {
+    ShowScript(target);
+    return;
+  }
+  const QString type = TypeOf(target);
+  Launch launch;
+  launch.target = target.text;
+  launch.refusal = QStringLiteral("プログラムを起動できませんでした！");
+  launch.failure = QStringLiteral("プログラムがエラーで終了しました！");
+  if (IsSpreadsheet(type)) {
+    launch.refusal = QStringLiteral("EXCELの起動に失敗しました！");
+    launch.failure = QStringLiteral("EXCELのオブジェクト取得に失敗しました！");
+  }
+  const auto request = RegisteredProgram(target, type);
+  if (!request && !IsSpreadsheet(type))
+    launch.refusal = QStringLiteral("開くことができるプログラムがありません！");
+  Begin(request, launch);
+}
+
+void DesktopOpener::OpenWith(const QString& applicationName, const QString& text) {
+  const LaunchTarget target = ToTarget(text);
+  const QString name = applicationName.toLower();
+  Launch launch;
+  launch.target = target.text.isEmpty() ? applicationName : target.text;
+  launch.refusal = applicationName + QStringLiteral(" を起動できませんでした！");
+  launch.failure = applicationName + QStringLiteral(" がエラーで終了しました！");
+  if (name == QStringLiteral("ie")) {
+    launch.refusal = QStringLiteral("IEFrameの特定失敗！");
+    launch.failure = launch.refusal;
+    launch.success = QStringLiteral("ページが表示されました");
+  } else if (name == QStringLiteral("ms excel")) {
+    launch.refusal = QStringLiteral("EXCELの起動に失敗しました！");
+    launch.failure = QStringLiteral("EXCELのオブジェクト取得に失敗しました！");
+  }
+  Begin(known_.RequestFor(name, target), launch);
+}
+
+// An address as it is; anything else as an absolute path of this system. Neither can begin with
+// "-", so no program takes a target for an option.
+LaunchTarget DesktopOpener::ToTarget(const QString& text) const {
+  // A NUL would cut the text short on its way into a program.
+  if (text.isEmpty() || text.contains(QChar(u'\0'))) return {};
+  if (text.startsWith(QStringLiteral("file:"), Qt::CaseInsensitive)) {
+    const QString path = QUrl(text).toLocalFile();
+    return path.isEmpty() || path.contains(QChar(u'\0'))
+               ? LaunchTarget{}
+               : LaunchTarget{drives_.ToSystemPath(path), true};
+  }
+  if (IsAddress(text)) return {text, false};
+  return {drives_.ToSystemPath(text), true};
+}
+
+void DesktopOpener::Begin(const std::optional<ProgramRequest>& request, const Launch& launch) {
+  if (!request) {
+    Report(launch, ProgramStart::NotStarted);
+    return;
+  }
+  const std::weak_ptr<bool> alive = alive_;
+  starter_.Start(*request, [this, alive, launch](ProgramStart outcome) {
+    if (!alive.expired()) Report(launch, outcome);
+  });
+}
+
+// No window is looked for: another program's windows cannot be seen on every display of this
+// system. That the program runs, or ended well because it handed over to one that runs, stands for
+// it.
+void DesktopOpener::Report(const Launch& launch, ProgramStart outcome) {
+  const QString andTarget = QStringLiteral("\r\n") + launch.target;
+  switch (outcome) {
+    case ProgramStart::Running:
+    case ProgramStart::EndedWell:
+      if (status_ != nullptr && !launch.success.isEmpty())
+        status_->SetStatus(launch.success, StatusBoard::kBlue);
+      return;
+    case ProgramStart::EndedWithError:
+      Tell(launch.failure + andTarget);
+      return;
+    case ProgramStart::NotStarted:
+      Tell(launch.refusal + andTarget);
+      return;
+    case ProgramStart::TimedOut:
+      Tell(QStringLiteral("タイムアウト- ") + launch.target);
+  }
+}
+
+std::optional<ProgramRequest> DesktopOpener::RegisteredProgram(const LaunchTarget& target,
+                                                               const QString& type) const {
+  for (const DesktopEntry& program : associations_.ProgramsFor(type))
+    if (auto request = known_.RequestFor(program, target)) return request;
+  return known_.RequestFor(KnownNameFor(type), target);
+}
+
+// Programs for these extensions would run what came from a web site; the user reads it instead.
+void DesktopOpener::ShowScript(const LaunchTarget& target) {
+  if (!target.isFile) {
+    Tell(QStringLiteral("開くことができるプログラムがありません！\r\n") + target.text);
+    return;
+  }
+  QByteArray bytes;
+  const FileOutcome outcome = ReadWholeFile(target.text, kMaxScriptBytes, bytes);
+  if (outcome.Ok())
+    ShowText(DecodeScript(bytes), QFileInfo(target.text).fileName());
+  else
+    Tell(outcome.message);
+}
+
+void DesktopOpener::Tell(const QString& text) {
+  MessageBox box;
+  box.text = text;
+  messages_.Ask(box);
+}
+
+}  // namespace zentorin

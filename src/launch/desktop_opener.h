@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "launch/folder_placeholders.h"
+#include "launch/installed_programs.h"
+#include "launch/known_applications.h"
+#include "launch/mime_associations.h"
+#include "launch/opener.h"
+#include "launch/program_starter.h"
+#include "launch/xdg_folders.h"
+
+namespace zentorin {
+
+class Drives;
+class MessageBoxes;
+class StatusBoard;
+class TextWindows;
+
+// Opens things in the programs of the user's desktop.
+class DesktopOpener : public Opener {
+ public:
+  // All outlive the opener; `starter` ends before `messages` and the status board, which its
+  // answers are told to. The board is optional.
+  DesktopOpener(Drives& drives, ProgramStarter& starter, MessageBoxes& messages,
+                TextWindows& windows, StatusBoard* status = nullptr,
+                XdgFolders folders = XdgFolders::FromEnvironment());
+
+  void OpenWithDefaultHandler(const QString& target) override;
+  void OpenFolder(const QString& path) override;
+  void ShowText(const QString& text, const QString& title) override;
+  void PlayOrView(const QString& target) override;
+
+  // The same in a program of the table of well-known applications, by its name there; an empty
+  // target just starts it. The user is told of failures.
+  void OpenWith(const QString& applicationName, const QString& target);
+
+ private:
+  // A start that the user waits for, with what there is to say about it.
+  struct Launch {
+    QString target;
+    QString refusal;  // the first line when no program comes up
+    QString failure;  // the first line when the program ends at once with an error
+    QString success;  // for the status line; may be empty
+  };
+
+  void OpenByHandler(const LaunchTarget& target);
+  LaunchTarget ToTarget(const QString& text) const;
+  void Begin(const std::optional<ProgramRequest>& request, const Launch& launch);
+  std::optional<ProgramRequest> RegisteredProgram(const LaunchTarget& target,
+                                                  const QString& type) const;
+  void Report(const Launch& launch, ProgramStart outcome);
+  void ShowScript(const LaunchTarget& target);
+  void Tell(const QString& text);
+
+  Drives& drives_;
+  ProgramStarter& starter_;
+  MessageBoxes& messages_;
+  TextWindows& windows_;
+  StatusBoard* status_;
+  InstalledPrograms programs_;
+  FolderPlaceholders placeholders_;
+  MimeAssociations associations_;
+  KnownApplications known_;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // answers may come too late
+};
+
+}  // namespace zentorin

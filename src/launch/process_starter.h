@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <chrono>
+
+#include "launch/program_starter.h"
+#include "launch/xdg_folders.h"
+
+namespace zentorin {
+
+// Starts real programs, and speaks to the file manager over the session bus.
+class ProcessStarter : public ProgramStarter {
+ public:
+  struct Times {
+    std::chrono::milliseconds comeUp = std::chrono::seconds(10);
+    std::chrono::milliseconds settle = std::chrono::seconds(2);
+    std::chrono::milliseconds fileManager = std::chrono::seconds(5);
+  };
+
+  explicit ProcessStarter(XdgFolders folders);
+  ProcessStarter(XdgFolders folders, const Times& times);
+
+  void Start(const ProgramRequest& request, std::function<void(ProgramStart)> done) override;
+  bool ShellOpen(const ShellOpenRequest& request) override;
+  void ShowFolder(const QString& path, std::function<void(bool)> done) override;
+
+ private:
+  XdgFolders folders_;
+  Times times_;
+  QObject owned_;  // what is still watched or waited for; goes with the starter
+};
+
+}  // namespace zentorin

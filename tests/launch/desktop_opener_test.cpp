@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include "launch/desktop_opener.h"
+
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "base/drives.h"
+#include "base/status_board.h"
+#include "launch/line_ends.h"
+#include "tests/launch/xdg_tree.h"
+#include "tests/support/fakes.h"
+#include "tests/support/recording_starter.h"
+
+namespace zentorin::test {
+namespace {
+
+TEST(LineEnds, PairsStayAndLoneLineFeedsBecomePairs) {
+  EXPECT_EQ(WithWholeLineEnds(QStringLiteral("\na\nb\r\nc\rd\r\r\n\n")),
+            QStringLiteral("\r\na\r\nb\r\nc\rd\r\r\n\r\n"));
+  EXPECT_EQ(WithWholeLineEnds({}), QString());
+}
+
+class DesktopOpenerTest : public testing::Test {
+ protected:
+  // What was asked of the starter since the last call, without the tree's own path.
+  std::string Requests() {
+    QStringList requests = std::exchange(starter_.requests, {});
+    requests.replaceInStrings(tree_.Path({}) + u'/', QString());
+    return requests.join(u' ').toStdString();
+  }
+  std::string Boxes() {
+    QStringList texts;
+    for (const MessageBox& box : std::exchange(messages_.boxes, {})) texts.append(box.text);
+    return texts.join(u'/').remove(tree_.Path({})).toStdString();
+  }
+  std::string Play(const char* target) {
+    opener_->PlayOrView(QString::fromUtf8(target));
+    return Requests();
+  }
+
+  XdgTree tree_;
+  Drives drives_{tree_.Path(QStringLiteral("home"))};
+  RecordingStarter starter_;
+  RecordingMessageBoxes messages_;
+  RecordingTextWindows windows_;
+  StatusBoard status_;
+  std::unique_ptr<DesktopOpener> opener_ = std::make_unique<DesktopOpener>(
+      drives_, starter_, messages_, windows_, &status_, tree_.Folders());
+};
+
+TEST_F(DesktopOpenerTest, TheHandlerGetsAddressesAsTheyAreAndPathsOfThisSystem) {
+  const struct {
+    const char16_t* target;
+    const char* request;
+  } cases[] = {
+      {u"http://a.test/?b c", "open:open|http://a.test/?b c|0|0|1"},
+      {u"mailto:-x@b.test", "open:open|mailto:-x@b.test|0|0|1"},
+      {u"C:\\docs\\a.html", "open:open|home/drives/c/docs/a.html|0|0|1"},
+      {u"file:///usr/a%20b.html", "open:open|/usr/a b.html|0|0|1"},
+      {u"-x", "open:open|home/-x|0|0|1"},
+      {u"--help=http://a.test/", "open:open|home/--help=http:/a.test|0|0|1"},
+      {u"", ""},
+  };
+  for (const auto& c : cases) {
+    opener_->OpenWithDefaultHandler(QString::fromUtf16(c.target));
+    EXPECT_EQ(Requests(), c.request);
+  }
+  opener_->OpenWithDefaultHandler(QStringLiteral("/usr/a") + QChar(u'\0') + QStringLiteral("b"));
+  EXPECT_EQ(Requests(), "");
+}
+
+TEST_F(DesktopOpenerTest, FoldersGoToTheFileManagerElseToTheHandlerElseToARegisteredProgram) {
+  tree_.Write(QStringLiteral("home/drives/d/my files/a"), "");
+  const QString folder = QStringLiteral("D:\\my files\\");
+  opener_->OpenFolder(folder);
+  EXPECT_EQ(Requests(), "folder:home/drives/d/my files");
+  starter_.hasFileManager = false;
+  opener_->OpenFolder(folder);
+  EXPECT_EQ(Requests(), "folder:home/drives/d/my files open:open|home/drives/d/my files|0|0|1");
+  starter_.hasShellOpener = false;
+  tree_.AddProgram(QStringLiteral("files"), "%F", "MimeType=inode/directory;");
+  opener_->OpenFolder(folder);
+  EXPECT_EQ(Requests(),
+            "folder:home/drives/d/my files open:open|home/drives/d/my files|0|0|1 "
+            "start:bin/files|home/drives/d/my files");
+  EXPECT_EQ(Boxes(), "");
+}
+
+TEST_F(DesktopOpenerTest, TextsAreShownWithWholeLineEnds) {
+  opener_->ShowText(QStringLiteral("a\nb\r\n"), QStringLiteral("題"));
+  EXPECT_EQ(windows_.shown, QStringList(QStringLiteral("題|a\r\nb\r\n")));
+  EXPECT_EQ(Boxes(), "");
+  windows_.result = false;
+  opener_->ShowText({}, {});
+  EXPECT_EQ(Boxes(), "ウィンドウハンドルの特定に失敗\r\n再度、行って見て下さい。");
+}
+
+TEST_F(DesktopOpenerTest, PagesPlayInTheBrowserAndFilesInTheirRegisteredProgram) {
+  tree_.AddProgram(QStringLiteral("firefox"), "%u");
+  tree_.AddProgram(QStringLiteral("local"), "%f", "MimeType=audio/mpeg;");
+  tree_.AddProgram(QStringLiteral("player"), "%U", "MimeType=audio/mpeg;x-scheme-handler/mms;");
+  const struct {
+    const char* target;
+    const char* request;
+  } cases[] = {
+      {"http://a.test/x.js", "start:bin/firefox|http://a.test/x.js"},
+      {"HTTPS://a.test/a.mp3", "start:bin/firefox|HTTPS://a.test/a.mp3"},
+      {"C:\\m\\b c.MP3", "start:bin/local|home/drives/c/m/b c.MP3"},
+      {"-o.mp3", "start:bin/local|home/-o.mp3"},
+      {"ftp://a.test/d/a.mp3?x=1.txt", "start:bin/player|ftp://a.test/d/a.mp3?x=1.txt"},
+      {"mms://a.test/x.js", "start:bin/player|mms://a.test/x.js"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Play(c.target), c.request);
+  EXPECT_EQ(status_.Status(), QStringLiteral("ページが表示されました"));
+  EXPECT_EQ(Boxes(), "");
+}
+
+TEST_F(DesktopOpenerTest, WithoutARegisteredProgramAKnownOneMayDo) {
+  tree_.AddCommand(QStringLiteral("mpv"));
+  tree_.AddCommand(QStringLiteral("gnumeric"));
+  EXPECT_EQ(Play("/d/a.mp3"), "start:bin/mpv|/d/a.mp3");
+  EXPECT_EQ(Play("mms://a.test/b"), "start:bin/mpv|mms://a.test/b");
+  EXPECT_EQ(Play("/d/a.xls"), "start:bin/gnumeric|/d/a.xls");
+}
+
+TEST_F(DesktopOpenerTest, ScriptsAreShownAndNeverRun) {
+  tree_.AddProgram(QStringLiteral("runner"), "%f",
+                   "MimeType=application/javascript;text/javascript;application/x-bat;"
+                   "text/vbscript;text/plain;");
+  tree_.Write(QStringLiteral("home/drives/c/a.JS"), "alert(1)\nend");
+  tree_.Write(QStringLiteral("home/drives/c/b.bat"), "echo \x93\xfa");
+  EXPECT_EQ(Play("C:\\a.JS"), "");
+  EXPECT_EQ(Play("C:\\b.bat"), "");
+  EXPECT_EQ(windows_.shown,
+            QStringList({QStringLiteral("a.JS|alert(1)\r\nend"), QStringLiteral("b.bat|echo 日")}));
+  EXPECT_EQ(Boxes(), "");
+  EXPECT_EQ(Play("C:\\missing.vbs"), "");
+  EXPECT_NE(Boxes().find("missing.vbs"), std::string::npos);
+  EXPECT_EQ(Play("ftp://a.test/a.js"), "");
+  EXPECT_EQ(windows_.shown.size(), 2);
+  EXPECT_NE(Boxes().find("ftp://a.test/a.js"), std::string::npos);
+}
+
+TEST_F(DesktopOpenerTest, FailuresAreToldWithTheTargetAtFault) {
+  const char* page = "http://a.test/";
+  Play(page);
+  EXPECT_EQ(Boxes(), "IEFrameの特定失敗！\r\nhttp://a.test/");
+  Play("/d/a.xls");
+  EXPECT_EQ(Boxes(), "EXCELの起動に失敗しました！\r\n/d/a.xls");
+  Play("/d/a.unknown");
+  EXPECT_EQ(Boxes(), "開くことができるプログラムがありません！\r\n/d/a.unknown");
+
+  tree_.AddCommand(QStringLiteral("firefox"));
+  tree_.AddCommand(QStringLiteral("mpv"));
+  tree_.AddCommand(QStringLiteral("localc"));
+  const struct {
+    ProgramStart outcome;
+    const char* target;
+    const char* box;
+  } cases[] = {
+      {ProgramStart::NotStarted, page, "IEFrameの特定失敗！\r\nhttp://a.test/"},
+      {ProgramStart::EndedWithError, page, "IEFrameの特定失敗！\r\nhttp://a.test/"},
+      {ProgramStart::TimedOut, page, "タイムアウト- http://a.test/"},
+      {ProgramStart::EndedWell, page, ""},
+      {ProgramStart::EndedWithError, "/a.xls", "EXCELのオブジェクト取得に失敗しました！\r\n/a.xls"},
+      {ProgramStart::NotStarted, "/a.mp3", "プログラムを起動できませんでした！\r\n/a.mp3"},
+      {ProgramStart::EndedWithError, "/a.mp3", "プログラムがエラーで終了しました！\r\n/a.mp3"},
+  };
+  for (const auto& c : cases) {
+    starter_.outcome = c.outcome;
+    Play(c.target);
+    EXPECT_EQ(Boxes(), c.box);
+  }
+}
+
+TEST_F(DesktopOpenerTest, AnswersAfterTheOpenersEndAreDropped) {
+  tree_.AddCommand(QStringLiteral("firefox"));
+  starter_.holdAnswers = true;
+  starter_.outcome = ProgramStart::NotStarted;
+  starter_.hasFileManager = false;
+  Play("http://a.test/");
+  opener_->OpenFolder(tree_.Path({}));
+  Requests();
+  opener_.reset();
+  for (const auto& answer : starter_.held) answer();
+  EXPECT_EQ(Boxes(), "");
+  EXPECT_EQ(Requests(), "");
+}
+
+}  // namespace
+}  // namespace zentorin::test

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include "launch/process_starter.h"
+
+#include <QDBusConnection>
+#include <QEventLoop>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTimer>
+#include <optional>
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include "base/drives.h"
+#include "launch/desktop_opener.h"
+#include "tests/launch/xdg_tree.h"
+#include "tests/support/fakes.h"
+#include "tests/support/recording_starter.h"
+
+namespace zentorin::test {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr ProcessStarter::Times kTimes{milliseconds(20000), milliseconds(50), milliseconds(20000)};
+
+// Runs the event loop until `done` holds; false when that takes half a minute.
+template <typename Condition>
+bool RunUntil(Condition done) {
+  QEventLoop loop;
+  QTimer poll;
+  QTimer limit;
+  QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+    if (done()) loop.exit(1);
+  });
+  limit.setSingleShot(true);
+  QObject::connect(&limit, &QTimer::timeout, &loop, [&] { loop.exit(0); });
+  poll.start(2);
+  limit.start(30000);
+  return loop.exec() == 1;
+}
+
+class ProcessStarterTest : public testing::Test {
+ protected:
+  std::optional<ProgramStart> OutcomeOf(const QString& program, const QStringList& arguments = {}) {
+    std::optional<ProgramStart> outcome;
+    starter_->Start({program, arguments, {}}, [&](ProgramStart start) { outcome = start; });
+    RunUntil([&] { return outcome.has_value(); });
+    return outcome;
+  }
+
+  XdgTree tree_;
+  std::unique_ptr<ProcessStarter> starter_ =
+      std::make_unique<ProcessStarter>(tree_.Folders(), kTimes);
+};
+
+TEST_F(ProcessStarterTest, TheFirstMomentsOfAProgramAreReported) {
+  EXPECT_EQ(OutcomeOf(tree_.AddCommand(QStringLiteral("well"))), ProgramStart::EndedWell);
+  EXPECT_EQ(OutcomeOf(tree_.AddCommand(QStringLiteral("bad"), "exit 3")),
+            ProgramStart::EndedWithError);
+  EXPECT_EQ(OutcomeOf(tree_.AddCommand(QStringLiteral("crash"), "kill -SEGV $$")),
+            ProgramStart::EndedWithError);
+  EXPECT_EQ(OutcomeOf(tree_.Path(QStringLiteral("bin/missing"))), ProgramStart::NotStarted);
+  EXPECT_EQ(OutcomeOf(tree_.Write(QStringLiteral("bin/no-program"), "x")),
+            ProgramStart::NotStarted);
+}
+
+TEST_F(ProcessStarterTest, AProgramLivesOnAfterItsStarter) {
+  const QString out = tree_.Path(QStringLiteral("pid"));
+  const QString command = tree_.AddCommand(QStringLiteral("stay"),
+                                           "echo $$ > \"$1.new\"; mv \"$1.new\" \"$1\"; "
+                                           "exec sleep 60");
+  EXPECT_EQ(OutcomeOf(command, {out}), ProgramStart::Running);
+  ASSERT_TRUE(RunUntil([&] { return QFile::exists(out); }));
+  const int pid = tree_.Read(QStringLiteral("pid")).trimmed().toInt();
+  ASSERT_GT(pid, 0);
+  starter_.reset();
+  EXPECT_EQ(kill(pid, 0), 0);
+  EXPECT_EQ(getsid(pid), pid);
+  kill(pid, SIGKILL);
+}
+
+TEST_F(ProcessStarterTest, AnEndOfTheStarterWhileAProgramStartsIsHarmless) {
+  bool told = false;
+  starter_->Start({tree_.AddCommand(QStringLiteral("well")), {}, {}},
+                  [&](ProgramStart) { told = true; });
+  starter_.reset();
+  EXPECT_FALSE(told);
+}
+
+// The whole way with real programs: entries in the folders, stubs that write down their arguments.
+TEST_F(ProcessStarterTest, ThingsOpenInStubProgramsThatAreRegisteredByDesktopEntries) {
+  const QByteArray writeDown = "for a; do echo \"$a\"; done > \"$0.new\"; mv \"$0.new\" \"$0.out\"";
+  tree_.AddProgram(QStringLiteral("browser"), "--new %u", "MimeType=x-scheme-handler/http;");
+  tree_.AddProgram(QStringLiteral("player"), "-q %f", "MimeType=audio/mpeg;");
+  for (const char* name : {"browser", "player", "xdg-open"})
+    tree_.AddCommand(QString::fromLatin1(name), writeDown);
+  Drives drives(tree_.Path(QStringLiteral("home")));
+  RecordingMessageBoxes messages;
+  RecordingTextWindows windows;
+  DesktopOpener opener(drives, *starter_, messages, windows, nullptr, tree_.Folders());
+  qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+  qunsetenv("XDG_RUNTIME_DIR");
+
+  const QString page = QStringLiteral("http://a.test/$(touch x)?a=1&b='c'");
+  const QString song = tree_.Path(QStringLiteral("a `b` \"c\".mp3"));
+  opener.PlayOrView(page);
+  opener.PlayOrView(song);
+  opener.OpenFolder(tree_.Path(QStringLiteral("my folder")));
+
+  const auto written = [&](const char* name) {
+    const QString file = QStringLiteral("bin/%1.out").arg(QLatin1String(name));
+    EXPECT_TRUE(RunUntil([&] { return QFile::exists(tree_.Path(file)); })) << name;
+    return QString::fromUtf8(tree_.Read(file));
+  };
+  EXPECT_EQ(written("browser"), QStringLiteral("--new\n") + page + u'\n');
+  EXPECT_EQ(written("player"), QStringLiteral("-q\n") + song + u'\n');
+  EXPECT_EQ(written("xdg-open"), tree_.Path(QStringLiteral("my folder")) + u'\n');
+  EXPECT_EQ(messages.Texts(), QStringList());
+}
+
+// Stands for the desktop's file manager on a bus of the test's own.
+class StubFileManager : public QObject {
+  Q_OBJECT
+  Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
+
+ public Q_SLOTS:
+  // NOLINTNEXTLINE(readability-identifier-naming): the bus's name
+  void ShowFolders(const QStringList& uris, const QString&) { shown += uris; }
+
+ public:
+  QStringList shown;
+};
+
+TEST_F(ProcessStarterTest, TheFileManagerIsAskedOverTheSessionBus) {
+  const QString daemon = QStandardPaths::findExecutable(QStringLiteral("dbus-daemon"));
+  if (daemon.isEmpty()) GTEST_SKIP() << "needs dbus-daemon";
+  QProcess bus;
+  bus.start(daemon, {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                     QStringLiteral("--print-address")});
+  ASSERT_TRUE(bus.waitForReadyRead());
+  const QByteArray address = bus.readLine().trimmed();
+  qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+  const auto ask = [&] {
+    std::optional<bool> shown;
+    starter_->ShowFolder(QStringLiteral("/my folder"), [&](bool answer) { shown = answer; });
+    RunUntil([&] { return shown.has_value(); });
+    return shown;
+  };
+  EXPECT_EQ(ask(), false);
+
+  StubFileManager manager;
+  auto side = QDBusConnection::connectToBus(QString::fromUtf8(address), QStringLiteral("manager"));
+  side.registerObject(QStringLiteral("/org/freedesktop/FileManager1"), &manager,
+                      QDBusConnection::ExportAllSlots);
+  ASSERT_TRUE(side.registerService(QStringLiteral("org.freedesktop.FileManager1")));
+  EXPECT_EQ(ask(), true);
+  EXPECT_EQ(manager.shown, QStringList(QStringLiteral("file:///my%20folder")));
+
+  QDBusConnection::disconnectFromBus(QStringLiteral("manager"));
+  bus.kill();
+  bus.waitForFinished();
+}
+
+}  // namespace
+}  // namespace zentorin::test
+
+#include "process_starter_test.moc"
