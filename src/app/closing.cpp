@@ -15,12 +15,17 @@ namespace {
 
 constexpr std::chrono::milliseconds kToolWindowTime(500);
 
-QCoro::Task<void> WaitForRest(RunDriver& driver, AutoRun& autoRun) {
+QCoro::Task<void> WaitForRest(Workspace& workspace, AutoRun& autoRun) {
+  RunDriver& driver = workspace.driver;
+  SourceCommand& source = workspace.source;
   while (autoRun.CurrentPhase() != AutoRun::Phase::Idle) {
     co_await qCoro(&autoRun, &AutoRun::Finished);
   }
   while (driver.IsRunning()) {
     co_await qCoro(&driver, &RunDriver::RunningChanged);
+  }
+  while (source.IsRunning()) {
+    co_await qCoro(&source, &SourceCommand::RunningChanged);
   }
   // The signals come from within the tasks; after one turn those have returned.
   co_await YieldToEventLoop();
@@ -30,7 +35,7 @@ QCoro::Task<void> WaitForRest(RunDriver& driver, AutoRun& autoRun) {
 
 QCoro::Task<FileOutcome> CloseSteps(Workspace& workspace, AutoRun& autoRun) {
   workspace.state.RequestCancel();
-  co_await WaitForRest(workspace.driver, autoRun);
+  co_await WaitForRest(workspace, autoRun);
   const bool asked = workspace.world.capture.AskToolToClose();
   if (asked) co_await QCoro::sleepFor(kToolWindowTime);
   co_return workspace.settings.Save(workspace.SettingsPath());

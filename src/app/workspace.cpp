@@ -48,7 +48,8 @@ Workspace::Workspace(const World& outside, const QString& programFolder, const Q
       engine(std::make_unique<CurlHttpEngine>(state, connectTo)),
       http(*engine, state),
       generator(CrawlContextOf(*this)),
-      driver(DownloadContextOf(*this), urlList, generator, world.power) {}
+      driver(DownloadContextOf(*this), urlList, generator, world.power),
+      source({http, state, board, world.messages, world.opener, driver}) {}
 
 Workspace::~Workspace() = default;
 

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "app/app_settings.h"
+#include "app/source_command.h"
 #include "base/display_clock.h"
 #include "base/drives.h"
 #include "base/run_state.h"
@@ -69,6 +70,7 @@ class Workspace {
   MyXMLHttpRequest http;
   FileListGenerator generator;
   RunDriver driver;
+  SourceCommand source;
 };
 
 }  // namespace zentorin

@@ -84,6 +84,13 @@ void FileList::DeselectAll() {
   SelectRange(0, Count() - 1, false);
 }
 
+void FileList::SelectOnly(const std::vector<int>& rows) {
+  for (Entry& entry : rows_) entry.selected = false;
+  for (const int row : rows) rows_[row].selected = true;
+  selectedCount_ = static_cast<int>(rows.size());
+  if (announced_ > 0) Q_EMIT SelectionChanged(0, announced_ - 1);
+}
+
 void FileList::SetCurrentRow(int row) {
   currentRow_ = row;
   Flush();

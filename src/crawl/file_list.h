@@ -34,6 +34,8 @@ class FileList : public QAbstractTableModel {
   void SelectRange(int first, int last, bool selected);
   void SelectAll();
   void DeselectAll();
+  // Leaves exactly these rows selected and announces that once.
+  void SelectOnly(const std::vector<int>& rows);
   void SetCurrentRow(int row);
   // Removes every selected row in linear time. When the current row is among them, the next row
   // that stays becomes current, else the last one. Views hear of a few removed ranges or of a

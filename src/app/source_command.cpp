@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "app/source_command.h"
+
+#include "base/file_names.h"
+#include "base/message_boxes.h"
+#include "base/run_state.h"
+#include "base/status_board.h"
+#include "download/run_driver.h"
+#include "launch/opener.h"
+#include "net/my_xml_http_request.h"
+
+namespace zentorin {
+namespace {
+
+constexpr int kFetched = 0;
+constexpr int kCancelled = 1;
+
+}  // namespace
+
+SourceCommand::SourceCommand(const SourceContext& context, QObject* parent)
+    : QObject(parent), context_(context) {}
+
+QCoro::Task<void> SourceCommand::Show(QString url) {
+  if (running_ || url.isEmpty()) co_return;
+  SetRunning(true);
+  StatusBoard& board = context_.board;
+  const bool ownButton = !board.CancelShown();
+  if (ownButton) {
+    context_.state.ClearCancel();
+    board.SetCancelEnabled(true);
+    board.SetCancelShown(true);
+  }
+  const FetchedPage page = co_await context_.http.FetchPageText(url);
+  // A run that began meanwhile has the button now.
+  if (ownButton && !context_.driver.IsRunning()) {
+    board.SetCancelShown(false);
+    board.SetCancelCaption(QStringLiteral("キャンセル"));
+    context_.state.ClearCancel();
+  }
+  if (page.status == kFetched) {
+    context_.opener.ShowText(page.text, EscapeForDisplay(url));
+  } else if (page.status != kCancelled) {
+    MessageBox box;
+    box.text = QStringLiteral("このＵＲＬは無効です。\r\n\r\n") + EscapeForDisplay(url);
+    co_await context_.messages.Ask(box);
+  }
+  SetRunning(false);
+}
+
+void SourceCommand::SetRunning(bool running) {
+  running_ = running;
+  Q_EMIT RunningChanged(running);
+}
+
+}  // namespace zentorin

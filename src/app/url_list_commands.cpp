@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "app/url_list_commands.h"
+
+#include <QPersistentModelIndex>
+#include <QRegularExpression>
+
+#include "app/delete_question.h"
+#include "app/list_commands.h"
+#include "app/workspace.h"
+#include "jobs/date_template.h"
+#include "launch/opener.h"
+
+namespace zentorin {
+
+void UrlListCommands::OpenSite() {
+  const QString address = RootAddress();
+  if (!address.isEmpty()) workspace_.world.opener.OpenWithDefaultHandler(address);
+}
+
+QCoro::Task<void> UrlListCommands::OpenSource() {
+  return workspace_.source.Show(RootAddress());
+}
+
+QString UrlListCommands::CopiedText() const {
+  const UrlList& list = workspace_.urlList;
+  return list.SelectedRow() < 0 ? QString() : list.Line(list.SelectedRow());
+}
+
+void UrlListCommands::Paste(const QString& text) {
+  static const QRegularExpression lineEnd(QStringLiteral("[\\r\\n\\0]"));
+  UrlList& list = workspace_.urlList;
+  const int row = list.SelectedRow();
+  if (row < 0 || text.isEmpty()) return;
+  list.SetLine(row, text.left(text.indexOf(lineEnd)));
+  list.Select(row);
+  list.SetDirty(true);
+}
+
+void UrlListCommands::Add() {
+  UrlList& list = workspace_.urlList;
+  const int above = list.SelectedRow() < 0 ? list.Count() - 1 : list.SelectedRow();
+  list.InsertBelow(above, NewJob(workspace_.settings.defaultSavePath));
+  list.Select(above + 1);
+  workspace_.job.Store();
+}
+
+QCoro::Task<void> UrlListCommands::Delete() {
+  UrlList& list = workspace_.urlList;
+  if (list.SelectedRow() < 0) co_return;
+  const QPersistentModelIndex job = list.index(list.SelectedRow());
+  const MessageBox question = DeleteQuestion();
+  const MessageBox::Answer answer = co_await workspace_.world.messages.Ask(question);
+  // An unattended run may have begun behind the question; it walks the list by its rows.
+  const bool stillThere = job.isValid() && !workspace_.board.Busy();
+  if (answer == MessageBox::Answer::Ok && stillThere) list.Remove(job.row());
+}
+
+QString UrlListCommands::RootAddress() const {
+  if (workspace_.urlList.SelectedRow() < 0) return {};
+  return ExpandDateTemplates(workspace_.job[TargetUrlItem::Root], workspace_.clock.Now());
+}
+
+}  // namespace zentorin

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include "crawl/file_list_row.h"
+
+namespace zentorin {
+
+class FileList;
+
+// Sorts the file list as text by one column. There is one direction for all columns, kept as the
+// list's tag text; every sort turns it round, the first one is ascending.
+class FileListSorter {
+ public:
+  // Stable; selection and current row stay on their rows.
+  void Sort(FileList& files, FileListRow::Column column);
+
+  // "1" after an ascending sort, "0" after a descending one.
+  const QString& Tag() const { return tag_; }
+
+ private:
+  QString tag_;
+};
+
+}  // namespace zentorin
