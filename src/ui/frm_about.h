@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDialog>
+#include <QStringList>
+#include <memory>
+
+namespace Ui {
+class frmAbout;
+}
+
+namespace zentorin {
+
+// The about box.
+class frmAbout : public QDialog {
+  Q_OBJECT
+
+ public:
+  // `libraries`: one line for each library, name and version.
+  frmAbout(const QString& title, const QStringList& libraries, QWidget* parent = nullptr);
+  ~frmAbout() override;
+
+ Q_SIGNALS:
+  void SystemInformationRequested();
+  void HistoryRequested();
+
+ private:
+  std::unique_ptr<Ui::frmAbout> ui_;
+};
+
+// "Qt 6.4.2" and the like, of what the program runs with at this moment.
+QStringList LibraryVersions();
+
+}  // namespace zentorin
