@@ -123,8 +123,11 @@ void DesktopOpener::ShowText(const QString& text, const QString& title) {
   Tell(QStringLiteral("ウィンドウハンドルの特定に失敗\r\n再度、行って見て下さい。"));
 }
 
-void DesktopOpener::PlayOrView(const QString& text) {
-  const LaunchTarget target = ToTarget(text);
+void DesktopOpener::PlayOrView(const QString& target) {
+  Play(ToTarget(target));
+}
+
+void DesktopOpener::Play(const LaunchTarget& target) {
   if (target.text.isEmpty()) return;
   if (IsPage(target.text)) {
     OpenWith(QStringLiteral("IE"), target.text);
@@ -149,11 +152,11 @@ void DesktopOpener::PlayOrView(const QString& text) {
   Begin(request, launch);
 }
 
-void DesktopOpener::OpenWith(const QString& applicationName, const QString& text) {
-  const LaunchTarget target = ToTarget(text);
+void DesktopOpener::OpenWith(const QString& applicationName, const QString& target) {
+  const LaunchTarget opened = ToTarget(target);
   const QString name = applicationName.toLower();
   Launch launch;
-  launch.target = target.text.isEmpty() ? applicationName : target.text;
+  launch.target = opened.text.isEmpty() ? applicationName : opened.text;
   launch.refusal = applicationName + QStringLiteral(" を起動できませんでした！");
   launch.failure = applicationName + QStringLiteral(" がエラーで終了しました！");
   if (name == QStringLiteral("ie")) {
@@ -164,7 +167,7 @@ void DesktopOpener::OpenWith(const QString& applicationName, const QString& text
     launch.refusal = QStringLiteral("EXCELの起動に失敗しました！");
     launch.failure = QStringLiteral("EXCELのオブジェクト取得に失敗しました！");
   }
-  Begin(known_.RequestFor(name, target), launch);
+  Begin(known_.RequestFor(name, opened), launch);
 }
 
 // An address as it is; anything else as an absolute path of this system. Neither can begin with
@@ -172,14 +175,14 @@ void DesktopOpener::OpenWith(const QString& applicationName, const QString& text
 LaunchTarget DesktopOpener::ToTarget(const QString& text) const {
   // A NUL would cut the text short on its way into a program.
   if (text.isEmpty() || text.contains(QChar(u'\0'))) return {};
+  QString path = text;
   if (text.startsWith(QStringLiteral("file:"), Qt::CaseInsensitive)) {
-    const QString path = QUrl(text).toLocalFile();
-    return path.isEmpty() || path.contains(QChar(u'\0'))
-               ? LaunchTarget{}
-               : LaunchTarget{drives_.ToSystemPath(path), true};
+    path = QUrl(text).toLocalFile();
+    if (path.isEmpty() || path.contains(QChar(u'\0'))) return {};
+  } else if (IsAddress(text)) {
+    return {.text = text, .isFile = false};
   }
-  if (IsAddress(text)) return {text, false};
-  return {drives_.ToSystemPath(text), true};
+  return {.text = drives_.ToSystemPath(path), .isFile = true};
 }
 
 void DesktopOpener::Begin(const std::optional<ProgramRequest>& request, const Launch& launch) {

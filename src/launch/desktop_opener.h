@@ -46,6 +46,7 @@ class DesktopOpener : public Opener {
     QString success;  // for the status line; may be empty
   };
 
+  void Play(const LaunchTarget& target);
   void OpenByHandler(const LaunchTarget& target);
   LaunchTarget ToTarget(const QString& text) const;
   void Begin(const std::optional<ProgramRequest>& request, const Launch& launch);

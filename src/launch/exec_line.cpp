@@ -74,10 +74,6 @@ class WordSplitter {
   std::vector<Word> words_;
 };
 
-bool IsTargetCode(QChar code) {
-  return QStringLiteral("fFuU").contains(code);
-}
-
 // Fills the field codes of one Exec line.
 class CodeFiller {
  public:
@@ -86,33 +82,29 @@ class CodeFiller {
 
   bool Take(const Word& word) {
     const QString& text = word.text;
-    const bool isProgram = words_.isEmpty();
-    if (text == QStringLiteral("%i") && !isProgram) {
+    if (words_.isEmpty()) return TakeProgram(text);
+    if (text == QStringLiteral("%i")) {
       if (!entry_.icon.isEmpty()) words_ << QStringLiteral("--icon") << entry_.icon;
       return true;
     }
     const bool codeAlone = text.size() == 2 && text[0] == u'%';
     QString filled;
-    bool onlyEmptyCodes = !text.isEmpty();
+    // A word of nothing but codes that stand for nothing is no empty argument, it is none.
+    bool present = text.isEmpty();
     for (qsizetype i = 0; i < text.size(); ++i) {
       if (text[i] != u'%') {
         filled += text[i];
-        onlyEmptyCodes = false;
+        present = true;
         continue;
       }
-      if (++i == text.size()) return false;
-      if (isProgram && text[i] != u'%') return false;
-      if (IsTargetCode(text[i]) && word.quoted && !codeAlone) return false;
-      // A list of files or addresses stands by itself.
-      if ((text[i] == u'F' || text[i] == u'U') && !codeAlone) return false;
+      if (++i == text.size() || (!codeAlone && !MayStandBesideText(text[i], word))) return false;
       const auto value = ValueOf(text[i]);
       if (!value) return false;
-      if (!value->isEmpty()) onlyEmptyCodes = false;
+      present = present || !value->isEmpty();
       filled += *value;
     }
-    // A word of nothing but codes that stand for nothing is no empty argument, it is none.
-    if (!onlyEmptyCodes) words_ << filled;
-    return !words_.isEmpty() && !words_.first().isEmpty();
+    if (present) words_ << filled;
+    return true;
   }
 
   QStringList Finish() {
@@ -121,6 +113,20 @@ class CodeFiller {
   }
 
  private:
+  // No field code but %% may have a part in what is run.
+  bool TakeProgram(QString text) {
+    const QString percent = QStringLiteral("%%");
+    if (text.isEmpty() || QString(text).remove(percent).contains(u'%')) return false;
+    words_ << text.replace(percent, QStringLiteral("%"));
+    return true;
+  }
+
+  // A list of files or addresses stands by itself; no target stands within quotes.
+  static bool MayStandBesideText(QChar code, const Word& word) {
+    if (code == u'F' || code == u'U') return false;
+    return !word.quoted || (code != u'f' && code != u'u');
+  }
+
   std::optional<QString> ValueOf(QChar code) {
     switch (code.unicode()) {
       case u'%':

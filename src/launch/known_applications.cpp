@@ -2,6 +2,7 @@
 #include "launch/known_applications.h"
 
 #include <QFileInfo>
+#include <array>
 
 namespace zentorin {
 namespace {
@@ -16,65 +17,135 @@ constexpr auto kMailers =
     u"thunderbird,org.gnome.Evolution,evolution,org.gnome.Geary,"
     u"org.kde.kmail2,claws-mail,sylpheed";
 
-constexpr KnownApplication kTable[] = {
-    {u"ie", u"<PROGRAM_FILES>", u"\\Internet Explorer\\IEXPLORE.EXE", u"x-scheme-handler/http",
-     kBrowsers},
-    {u"エクスプローラー", u"<WINDOWS>", u"\\explorer.exe", u"inode/directory",
-     u"org.gnome.Nautilus,org.kde.dolphin,nemo,thunar,caja,pcmanfm-qt,pcmanfm"},
-    {u"電卓", u"<SYSTEM>", u"\\calc.exe", u"",
-     u"org.gnome.Calculator,org.kde.kcalc,qalculate-gtk,mate-calc,galculator,speedcrunch,xcalc"},
-    {u"スクリーンキーボード", u"<SYSTEM>", u"\\osk.exe", u"",
-     u"onboard,org.onboard.Onboard,florence,org.maliit.keyboard,squeekboard,matchbox-keyboard,"
-     u"xvkbd"},
-    {u"ペイント", u"<SYSTEM>", u"\\mspaint.exe", u"",
-     u"org.kde.kolourpaint,com.github.maoschanz.drawing,mtpaint,gpaint,pinta,gimp,org.kde.krita"},
-    {u"メモ帳", u"<WINDOWS>", u"\\NOTEPAD.EXE", u"text/plain",
-     u"org.gnome.TextEditor,org.gnome.gedit,org.kde.kwrite,org.kde.kate,org.xfce.mousepad,xed,"
-     u"pluma,featherpad,l3afpad"},
-    {u"ワードパッド", u"<PROGRAM_FILES>", u"\\Windows NT\\Accessories\\wordpad.exe",
-     u"application/rtf", u"abiword,libreoffice-writer,org.kde.calligrawords,lowriter"},
-    {u"メディア プレーヤー", u"<PROGRAM_FILES>", u"\\Windows Media Player\\wmplayer.exe", u"",
-     kPlayers},
-    {u"mplayer2", u"<PROGRAM_FILES>", u"\\Windows Media Player\\mplayer2.exe", u"", kPlayers},
-    {u"拡大鏡", u"<SYSTEM>", u"\\magnify.exe", u"",
-     u"org.kde.kmag,kmag,magnus,virtual-magnifying-glass,xmag"},
-    {u"ダイヤラ", u"<WINDOWS>", u"\\dialer.exe", u"x-scheme-handler/tel",
-     u"org.gnome.Calls,org.kde.phone.dialer,linphone,org.jami.Jami"},
-    {u"コマンド プロンプト", u"<SYSTEM>", u"\\cmd.exe", u"",
-     u"x-terminal-emulator,org.gnome.Console,org.gnome.Terminal,org.kde.konsole,"
-     u"xfce4-terminal,mate-terminal,lxterminal,alacritty,kitty,foot,xterm"},
-    {u"outlookexpress", u"<PROGRAM_FILES>", u"\\Outlook Express\\msimn.exe",
-     u"x-scheme-handler/mailto", kMailers},
-    {u"ms excel", u"<OFFICE>", u"EXCEL.EXE", u"application/vnd.ms-excel",
-     u"libreoffice-calc,localc,gnumeric,org.kde.calligrasheets,onlyoffice-desktopeditors"},
-    {u"ms word", u"<OFFICE>", u"WINWORD.EXE", u"application/msword",
-     u"libreoffice-writer,lowriter,abiword,org.kde.calligrawords,onlyoffice-desktopeditors"},
-    {u"ms powerpoint", u"<OFFICE>", u"POWERPNT.EXE", u"application/vnd.ms-powerpoint",
-     u"libreoffice-impress,loimpress,org.kde.calligrastage,onlyoffice-desktopeditors"},
-    {u"ms access", u"<OFFICE>", u"MSACCESS.EXE", u"application/vnd.oasis.opendocument.database",
-     u"libreoffice-base,lobase,kexi"},
-    {u"ms outlook", u"<OFFICE>", u"OUTLOOK.EXE", u"x-scheme-handler/mailto", kMailers},
+constexpr std::array kTable = {
+    KnownApplication{.name = u"ie",
+                     .folder = u"<PROGRAM_FILES>",
+                     .tail = u"\\Internet Explorer\\IEXPLORE.EXE",
+                     .type = u"x-scheme-handler/http",
+                     .candidates = kBrowsers},
+    KnownApplication{
+        .name = u"エクスプローラー",
+        .folder = u"<WINDOWS>",
+        .tail = u"\\explorer.exe",
+        .type = u"inode/directory",
+        .candidates = u"org.gnome.Nautilus,org.kde.dolphin,nemo,thunar,caja,pcmanfm-qt,pcmanfm"},
+    KnownApplication{.name = u"電卓",
+                     .folder = u"<SYSTEM>",
+                     .tail = u"\\calc.exe",
+                     .type = u"",
+                     .candidates =
+                         u"org.gnome.Calculator,org.kde.kcalc,qalculate-gtk,mate-calc,galculator,"
+                         u"speedcrunch,xcalc"},
+    KnownApplication{.name = u"スクリーンキーボード",
+                     .folder = u"<SYSTEM>",
+                     .tail = u"\\osk.exe",
+                     .type = u"",
+                     .candidates = u"onboard,org.onboard.Onboard,florence,org.maliit.keyboard,"
+                                   u"squeekboard,matchbox-keyboard,"
+                                   u"xvkbd"},
+    KnownApplication{
+        .name = u"ペイント",
+        .folder = u"<SYSTEM>",
+        .tail = u"\\mspaint.exe",
+        .type = u"",
+        .candidates = u"org.kde.kolourpaint,com.github.maoschanz.drawing,mtpaint,gpaint,pinta,gimp,"
+                      u"org.kde.krita"},
+    KnownApplication{.name = u"メモ帳",
+                     .folder = u"<WINDOWS>",
+                     .tail = u"\\NOTEPAD.EXE",
+                     .type = u"text/plain",
+                     .candidates = u"org.gnome.TextEditor,org.gnome.gedit,org.kde.kwrite,org.kde."
+                                   u"kate,org.xfce.mousepad,xed,"
+                                   u"pluma,featherpad,l3afpad"},
+    KnownApplication{.name = u"ワードパッド",
+                     .folder = u"<PROGRAM_FILES>",
+                     .tail = u"\\Windows NT\\Accessories\\wordpad.exe",
+                     .type = u"application/rtf",
+                     .candidates = u"abiword,libreoffice-writer,org.kde.calligrawords,lowriter"},
+    KnownApplication{.name = u"メディア プレーヤー",
+                     .folder = u"<PROGRAM_FILES>",
+                     .tail = u"\\Windows Media Player\\wmplayer.exe",
+                     .type = u"",
+                     .candidates = kPlayers},
+    KnownApplication{.name = u"mplayer2",
+                     .folder = u"<PROGRAM_FILES>",
+                     .tail = u"\\Windows Media Player\\mplayer2.exe",
+                     .type = u"",
+                     .candidates = kPlayers},
+    KnownApplication{.name = u"拡大鏡",
+                     .folder = u"<SYSTEM>",
+                     .tail = u"\\magnify.exe",
+                     .type = u"",
+                     .candidates = u"org.kde.kmag,kmag,magnus,virtual-magnifying-glass,xmag"},
+    KnownApplication{.name = u"ダイヤラ",
+                     .folder = u"<WINDOWS>",
+                     .tail = u"\\dialer.exe",
+                     .type = u"x-scheme-handler/tel",
+                     .candidates = u"org.gnome.Calls,org.kde.phone.dialer,linphone,org.jami.Jami"},
+    KnownApplication{
+        .name = u"コマンド プロンプト",
+        .folder = u"<SYSTEM>",
+        .tail = u"\\cmd.exe",
+        .type = u"",
+        .candidates = u"x-terminal-emulator,org.gnome.Console,org.gnome.Terminal,org.kde.konsole,"
+                      u"xfce4-terminal,mate-terminal,lxterminal,alacritty,kitty,foot,xterm"},
+    KnownApplication{.name = u"outlookexpress",
+                     .folder = u"<PROGRAM_FILES>",
+                     .tail = u"\\Outlook Express\\msimn.exe",
+                     .type = u"x-scheme-handler/mailto",
+                     .candidates = kMailers},
+    KnownApplication{
+        .name = u"ms excel",
+        .folder = u"<OFFICE>",
+        .tail = u"EXCEL.EXE",
+        .type = u"application/vnd.ms-excel",
+        .candidates =
+            u"libreoffice-calc,localc,gnumeric,org.kde.calligrasheets,onlyoffice-desktopeditors"},
+    KnownApplication{
+        .name = u"ms word",
+        .folder = u"<OFFICE>",
+        .tail = u"WINWORD.EXE",
+        .type = u"application/msword",
+        .candidates =
+            u"libreoffice-writer,lowriter,abiword,org.kde.calligrawords,onlyoffice-desktopeditors"},
+    KnownApplication{
+        .name = u"ms powerpoint",
+        .folder = u"<OFFICE>",
+        .tail = u"POWERPNT.EXE",
+        .type = u"application/vnd.ms-powerpoint",
+        .candidates =
+            u"libreoffice-impress,loimpress,org.kde.calligrastage,onlyoffice-desktopeditors"},
+    KnownApplication{.name = u"ms access",
+                     .folder = u"<OFFICE>",
+                     .tail = u"MSACCESS.EXE",
+                     .type = u"application/vnd.oasis.opendocument.database",
+                     .candidates = u"libreoffice-base,lobase,kexi"},
+    KnownApplication{.name = u"ms outlook",
+                     .folder = u"<OFFICE>",
+                     .tail = u"OUTLOOK.EXE",
+                     .type = u"x-scheme-handler/mailto",
+                     .candidates = kMailers},
 };
 
 // Terminals and the words between them and the command that runs inside: only those that take the
 // command as words of its own. A terminal that wants one text would read it with a shell.
 struct Terminal {
-  const char16_t* command;
-  const char16_t* option;  // may be empty
+  QStringView command;
+  QStringView option = {};
 };
 
-constexpr Terminal kTerminals[] = {
-    {u"xdg-terminal-exec", u""},
-    {u"x-terminal-emulator", u"-e"},
-    {u"gnome-terminal", u"--"},
-    {u"kgx", u"--"},
-    {u"konsole", u"-e"},
-    {u"xfce4-terminal", u"-x"},
-    {u"mate-terminal", u"-x"},
-    {u"alacritty", u"-e"},
-    {u"kitty", u""},
-    {u"foot", u""},
-    {u"xterm", u"-e"},
+constexpr std::array kTerminals = {
+    Terminal{.command = u"xdg-terminal-exec"},
+    Terminal{.command = u"x-terminal-emulator", .option = u"-e"},
+    Terminal{.command = u"gnome-terminal", .option = u"--"},
+    Terminal{.command = u"kgx", .option = u"--"},
+    Terminal{.command = u"konsole", .option = u"-e"},
+    Terminal{.command = u"xfce4-terminal", .option = u"-x"},
+    Terminal{.command = u"mate-terminal", .option = u"-x"},
+    Terminal{.command = u"alacritty", .option = u"-e"},
+    Terminal{.command = u"kitty"},
+    Terminal{.command = u"foot"},
+    Terminal{.command = u"xterm", .option = u"-e"},
 };
 
 }  // namespace
@@ -114,10 +185,12 @@ std::optional<ProgramRequest> KnownApplications::RequestFor(const DesktopEntry& 
     if (around.isEmpty()) return std::nullopt;
     *words = around + *words;
   }
-  const QString program = words->takeFirst();
+  ProgramRequest request;
+  request.program = words->takeFirst();
+  request.arguments = *words;
   // A folder that is not there would keep the program from starting.
-  const QString folder = QFileInfo(entry.folder).isDir() ? entry.folder : QString();
-  return ProgramRequest{program, *words, folder};
+  if (QFileInfo(entry.folder).isDir()) request.workingFolder = entry.folder;
+  return request;
 }
 
 std::optional<ProgramRequest> KnownApplications::Candidate(const QString& candidate,
@@ -126,17 +199,19 @@ std::optional<ProgramRequest> KnownApplications::Candidate(const QString& candid
     if (auto request = RequestFor(*entry, target)) return request;
   const QString program = programs_.Folders().FindCommand(candidate);
   if (program.isEmpty()) return std::nullopt;
-  QStringList arguments;
-  if (!target.text.isEmpty()) arguments.append(target.text);
-  return ProgramRequest{program, arguments, {}};
+  ProgramRequest request;
+  request.program = program;
+  if (!target.text.isEmpty()) request.arguments.append(target.text);
+  return request;
 }
 
 QStringList KnownApplications::TerminalWords() const {
-  for (const Terminal& terminal : kTerminals) {
-    const QString program = programs_.Folders().FindCommand(QString::fromUtf16(terminal.command));
+  for (const auto& [command, option] : kTerminals) {
+    const QString program = programs_.Folders().FindCommand(command.toString());
     if (program.isEmpty()) continue;
-    const QString option = QString::fromUtf16(terminal.option);
-    return option.isEmpty() ? QStringList{program} : QStringList{program, option};
+    QStringList words(program);
+    if (!option.isEmpty()) words.append(option.toString());
+    return words;
   }
   return {};
 }

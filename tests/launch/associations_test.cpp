@@ -64,7 +64,7 @@ TEST(MimeAssociations, AnEntryOfTheUserSpeaksForAllEntriesOfItsId) {
 class KnownApplicationsTest : public testing::Test {
  protected:
   std::string Request(const QString& name, const QString& address = {}) const {
-    const auto request = known_.RequestFor(name, LaunchTarget{address, false});
+    const auto request = known_.RequestFor(name, LaunchTarget{.text = address, .isFile = false});
     if (!request) return "-";
     QStringList words = QStringList{request->program} + request->arguments;
     words.replaceInStrings(tree_.Path({}) + u'/', QString());
@@ -79,21 +79,21 @@ class KnownApplicationsTest : public testing::Test {
 };
 
 TEST_F(KnownApplicationsTest, PathsOfTheTableHavePlaceholdersForTheirFolders) {
-  const struct {
-    const char16_t* name;
-    const char16_t* path;
-  } cases[] = {
-      {u"IE", u"C:\\Program Files\\Internet Explorer\\IEXPLORE.EXE"},
-      {u"メモ帳", u"C:\\WINDOWS\\NOTEPAD.EXE"},
-      {u"電卓", u"C:\\WINDOWS\\system32\\calc.exe"},
-      {u"MS Excel", u"<OFFICE>EXCEL.EXE"},
+  const std::vector<std::pair<QString, QString>> cases = {
+      {QStringLiteral("IE"), QStringLiteral("C:\\Program Files\\Internet Explorer\\IEXPLORE.EXE")},
+      {QStringLiteral("メモ帳"), QStringLiteral("C:\\WINDOWS\\NOTEPAD.EXE")},
+      {QStringLiteral("電卓"), QStringLiteral("C:\\WINDOWS\\system32\\calc.exe")},
+      {QStringLiteral("MS Excel"), QStringLiteral("<OFFICE>EXCEL.EXE")},
   };
-  for (const auto& c : cases) {
-    const KnownApplication* found = KnownApplications::Find(QString::fromUtf16(c.name));
+  for (const auto& [name, path] : cases) {
+    const KnownApplication* found = KnownApplications::Find(name);
     ASSERT_NE(found, nullptr);
-    EXPECT_EQ(known_.TablePath(*found), QString::fromUtf16(c.path));
+    EXPECT_EQ(known_.TablePath(*found), path);
   }
   EXPECT_EQ(KnownApplications::Find(QStringLiteral("excel")), nullptr);
+}
+
+TEST_F(KnownApplicationsTest, AFolderIsWrittenBackAsItsPlaceholder) {
   EXPECT_EQ(placeholders_.Expand(QStringLiteral("<NOWHERE>\\a")), QStringLiteral("<NOWHERE>\\a"));
   EXPECT_EQ(placeholders_.Collapse(QStringLiteral("c:\\windows\\SYSTEM32\\a.exe")),
             QStringLiteral("<SYSTEM>\\a.exe"));

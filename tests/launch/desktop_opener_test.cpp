@@ -2,6 +2,9 @@
 #include "launch/desktop_opener.h"
 
 #include <memory>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -50,21 +53,18 @@ class DesktopOpenerTest : public testing::Test {
 };
 
 TEST_F(DesktopOpenerTest, TheHandlerGetsAddressesAsTheyAreAndPathsOfThisSystem) {
-  const struct {
-    const char16_t* target;
-    const char* request;
-  } cases[] = {
-      {u"http://a.test/?b c", "open:open|http://a.test/?b c|0|0|1"},
-      {u"mailto:-x@b.test", "open:open|mailto:-x@b.test|0|0|1"},
-      {u"C:\\docs\\a.html", "open:open|home/drives/c/docs/a.html|0|0|1"},
-      {u"file:///usr/a%20b.html", "open:open|/usr/a b.html|0|0|1"},
-      {u"-x", "open:open|home/-x|0|0|1"},
-      {u"--help=http://a.test/", "open:open|home/--help=http:/a.test|0|0|1"},
-      {u"", ""},
+  const std::vector<std::pair<QString, const char*>> cases = {
+      {QStringLiteral("http://a.test/?b c"), "open:open|http://a.test/?b c|0|0|1"},
+      {QStringLiteral("mailto:-x@b.test"), "open:open|mailto:-x@b.test|0|0|1"},
+      {QStringLiteral("C:\\docs\\a.html"), "open:open|home/drives/c/docs/a.html|0|0|1"},
+      {QStringLiteral("file:///usr/a%20b.html"), "open:open|/usr/a b.html|0|0|1"},
+      {QStringLiteral("-x"), "open:open|home/-x|0|0|1"},
+      {QStringLiteral("--help=http://a.test/"), "open:open|home/--help=http:/a.test|0|0|1"},
+      {QStringLiteral(""), ""},
   };
-  for (const auto& c : cases) {
-    opener_->OpenWithDefaultHandler(QString::fromUtf16(c.target));
-    EXPECT_EQ(Requests(), c.request);
+  for (const auto& [target, request] : cases) {
+    opener_->OpenWithDefaultHandler(target);
+    EXPECT_EQ(Requests(), request);
   }
   opener_->OpenWithDefaultHandler(QStringLiteral("/usr/a") + QChar(u'\0') + QStringLiteral("b"));
   EXPECT_EQ(Requests(), "");
@@ -100,10 +100,7 @@ TEST_F(DesktopOpenerTest, PagesPlayInTheBrowserAndFilesInTheirRegisteredProgram)
   tree_.AddProgram(QStringLiteral("firefox"), "%u");
   tree_.AddProgram(QStringLiteral("local"), "%f", "MimeType=audio/mpeg;");
   tree_.AddProgram(QStringLiteral("player"), "%U", "MimeType=audio/mpeg;x-scheme-handler/mms;");
-  const struct {
-    const char* target;
-    const char* request;
-  } cases[] = {
+  const std::vector<std::pair<const char*, const char*>> cases = {
       {"http://a.test/x.js", "start:bin/firefox|http://a.test/x.js"},
       {"HTTPS://a.test/a.mp3", "start:bin/firefox|HTTPS://a.test/a.mp3"},
       {"C:\\m\\b c.MP3", "start:bin/local|home/drives/c/m/b c.MP3"},
@@ -111,7 +108,7 @@ TEST_F(DesktopOpenerTest, PagesPlayInTheBrowserAndFilesInTheirRegisteredProgram)
       {"ftp://a.test/d/a.mp3?x=1.txt", "start:bin/player|ftp://a.test/d/a.mp3?x=1.txt"},
       {"mms://a.test/x.js", "start:bin/player|mms://a.test/x.js"},
   };
-  for (const auto& c : cases) EXPECT_EQ(Play(c.target), c.request);
+  for (const auto& [target, request] : cases) EXPECT_EQ(Play(target), request);
   EXPECT_EQ(status_.Status(), QStringLiteral("ページが表示されました"));
   EXPECT_EQ(Boxes(), "");
 }
@@ -154,11 +151,7 @@ TEST_F(DesktopOpenerTest, FailuresAreToldWithTheTargetAtFault) {
   tree_.AddCommand(QStringLiteral("firefox"));
   tree_.AddCommand(QStringLiteral("mpv"));
   tree_.AddCommand(QStringLiteral("localc"));
-  const struct {
-    ProgramStart outcome;
-    const char* target;
-    const char* box;
-  } cases[] = {
+  const std::vector<std::tuple<ProgramStart, const char*, const char*>> cases = {
       {ProgramStart::NotStarted, page, "IEFrameの特定失敗！\r\nhttp://a.test/"},
       {ProgramStart::EndedWithError, page, "IEFrameの特定失敗！\r\nhttp://a.test/"},
       {ProgramStart::TimedOut, page, "タイムアウト- http://a.test/"},
@@ -167,10 +160,10 @@ TEST_F(DesktopOpenerTest, FailuresAreToldWithTheTargetAtFault) {
       {ProgramStart::NotStarted, "/a.mp3", "プログラムを起動できませんでした！\r\n/a.mp3"},
       {ProgramStart::EndedWithError, "/a.mp3", "プログラムがエラーで終了しました！\r\n/a.mp3"},
   };
-  for (const auto& c : cases) {
-    starter_.outcome = c.outcome;
-    Play(c.target);
-    EXPECT_EQ(Boxes(), c.box);
+  for (const auto& [outcome, target, box] : cases) {
+    starter_.outcome = outcome;
+    Play(target);
+    EXPECT_EQ(Boxes(), box);
   }
 }
 

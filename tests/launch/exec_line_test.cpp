@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "launch/exec_line.h"
 
+#include <tuple>
+#include <utility>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "launch/desktop_entry.h"
@@ -9,8 +13,9 @@
 namespace zentorin::test {
 namespace {
 
-const LaunchTarget kFile{QStringLiteral("/d/a b#1.mp3"), true};
-const LaunchTarget kAddress{QStringLiteral("mms://host/$(id);x"), false};
+const LaunchTarget kFile{.text = QStringLiteral("/d/a b#1.mp3"), .isFile = true};
+const LaunchTarget kAddress{.text = QStringLiteral("mms://host/$(id);x"), .isFile = false};
+const LaunchTarget kNothing;
 
 // The words for a line as it stands in the entry's file, joined with "|"; "-" when it is refused.
 std::string Words(const QByteArray& execLine, const LaunchTarget& target) {
@@ -27,53 +32,46 @@ std::string Words(const QByteArray& execLine, const LaunchTarget& target) {
 }
 
 TEST(ExecLine, FieldCodesAndQuotesAreReadAsEntriesDefineThem) {
-  const struct {
-    const char* line;
-    LaunchTarget target;
-    const char* words;
-  } cases[] = {
+  const std::vector<std::tuple<const char*, LaunchTarget, const char*>> cases = {
       {"play %f", kFile, "play|/d/a b#1.mp3"},
       {"play %F", kFile, "play|/d/a b#1.mp3"},
       {"play %u", kFile, "play|file:///d/a%20b%231.mp3"},
       {"play %U --end", kAddress, "play|mms://host/$(id);x|--end"},
       {"play --open=%f", kFile, "play|--open=/d/a b#1.mp3"},
       {"play", kFile, "play|/d/a b#1.mp3"},
-      {"play %f", {}, "play"},
-      {"play %i %c %k 100%%", {}, "play|--icon|i con|再生|/x/e.desktop|100%"},
-      {"play %d %D %n %N %v %m x", {}, "play|x"},
+      {"play %f", kNothing, "play"},
+      {"play %i %c %k 100%%", kNothing, "play|--icon|i con|再生|/x/e.desktop|100%"},
+      {"play %d %D %n %N %v %m x", kNothing, "play|x"},
       {R"("/opt/my player/run" "a \\"b\\" \\$ \\` \\\\" %f)",
        {},
        R"(/opt/my player/run|a "b" $ ` \)"},
-      {"play \"\" ''", {}, "play||"},
-      {"play \"%f\"", kFile, "play|/d/a b#1.mp3"},
-      {"env A=\"b c\"d play\\\\ er", {}, "env|A=b cd|play er"},
-      {"play\\s%f", kFile, "play|/d/a b#1.mp3"},
+      {R"(play "" '')", kNothing, "play||"},
+      {R"(play "%f")", kFile, "play|/d/a b#1.mp3"},
+      {R"(env A="b c"d play\\ er)", kNothing, "env|A=b cd|play er"},
+      {R"(play\s%f)", kFile, "play|/d/a b#1.mp3"},
   };
-  for (const auto& c : cases) EXPECT_EQ(Words(c.line, c.target), c.words) << c.line;
+  for (const auto& [line, target, words] : cases) EXPECT_EQ(Words(line, target), words) << line;
 }
 
 TEST(ExecLine, LinesThatCannotBeTrustedAreRefused) {
-  const struct {
-    const char* line;
-    LaunchTarget target;
-  } cases[] = {
+  const std::vector<std::pair<const char*, LaunchTarget>> cases = {
       {"", kFile},
       {"   ", kFile},
       {"%f", kFile},
       {"%c", kFile},
       {"%i play", kFile},
       {"/bin/%f", kFile},
-      {"\"%u\" x", kAddress},
-      {"sh -c \"play %f\"", kFile},
+      {R"("%u" x)", kAddress},
+      {R"(sh -c "play %f")", kFile},
       {"sh -c 'play %u'", kAddress},
-      {"play \"%f", kFile},
+      {R"(play "%f)", kFile},
       {"play %x", kFile},
       {"play 100%", kFile},
       {"play x%F", kFile},
-      {"play\\nrm %f", kFile},
+      {R"(play\nrm %f)", kFile},
       {"play %f", kAddress},
   };
-  for (const auto& c : cases) EXPECT_EQ(Words(c.line, c.target), "-") << c.line;
+  for (const auto& [line, target] : cases) EXPECT_EQ(Words(line, target), "-") << line;
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "launch/installed_programs.h"
 
+#include <utility>
+
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -36,8 +38,9 @@ TEST(InstalledPrograms, OnlyWhatCanBeStartedIsListed) {
   EXPECT_TRUE(programs.FindById(QStringLiteral("kde-own-er-deep.desktop")));
   EXPECT_FALSE(programs.FindById(QStringLiteral("shadowed.desktop")));
   EXPECT_FALSE(programs.FindById(QStringLiteral("../../data-system/applications/good.desktop")));
-  EXPECT_EQ(programs.ProgramFile(*programs.FindById(QStringLiteral("quiet.desktop"))),
-            tree.Path(QStringLiteral("bin/quiet")));
+  const auto quiet = programs.FindById(QStringLiteral("quiet.desktop"));
+  ASSERT_TRUE(quiet);
+  EXPECT_EQ(programs.ProgramFile(*quiet), tree.Path(QStringLiteral("bin/quiet")));
 }
 
 TEST(InstalledPrograms, ProgramsAreFoundByEitherOfTheirNames) {
@@ -50,19 +53,16 @@ TEST(InstalledPrograms, ProgramsAreFoundByEitherOfTheirNames) {
   tree.Write(QStringLiteral("data/applications/c.desktop"),
              "[Desktop Entry]\nType=Application\nName=Recorder\nName[ja]=録画\nExec=vlc\n");
   const InstalledPrograms programs(tree.Folders());
-  const struct {
-    const char16_t* names;
-    const char* id;
-  } cases[] = {
-      {u"VLC media player,VideoLAN VLC", "b.desktop"},
-      {u"VideoLAN VLC, recorder", "c.desktop"},
-      {u"録画", "c.desktop"},
-      {u"GetASFStream", ""},
-      {u" ,,", ""},
+  const std::vector<std::pair<QString, const char*>> cases = {
+      {QStringLiteral("VLC media player,VideoLAN VLC"), "b.desktop"},
+      {QStringLiteral("VideoLAN VLC, recorder"), "c.desktop"},
+      {QStringLiteral("録画"), "c.desktop"},
+      {QStringLiteral("GetASFStream"), ""},
+      {QStringLiteral(" ,,"), ""},
   };
-  for (const auto& c : cases) {
-    const auto found = programs.FindByDisplayName(QString::fromUtf16(c.names));
-    EXPECT_EQ(found ? found->id.toStdString() : "", c.id) << c.id;
+  for (const auto& [names, id] : cases) {
+    const auto found = programs.FindByDisplayName(names);
+    EXPECT_EQ(found ? found->id.toStdString() : "", id) << id;
   }
 }
 
@@ -70,10 +70,7 @@ TEST(InstalledPrograms, HostileEntriesAreNoPrograms) {
   const XdgTree tree;
   tree.AddCommand(QStringLiteral("play"));
   const QByteArray head = "[Desktop Entry]\nType=Application\nName=x\n";
-  const struct {
-    const char* name;
-    QByteArray bytes;
-  } cases[] = {
+  const std::vector<std::pair<const char*, QByteArray>> cases = {
       {"empty", {}},
       {"binary", head + "Exec=play\n" + QByteArray("\0\xff\xfe", 3)},
       {"huge", head + "Exec=play\n#" + QByteArray(5 << 20, 'x')},
@@ -86,8 +83,8 @@ TEST(InstalledPrograms, HostileEntriesAreNoPrograms) {
       {"first-counts", head + "Exec=missing\nExec=play\n"},
       {"before-group", "Exec=play\n" + head},
   };
-  for (const auto& c : cases)
-    tree.Write(QStringLiteral("data/applications/%1.desktop").arg(QLatin1String(c.name)), c.bytes);
+  for (const auto& [name, bytes] : cases)
+    tree.Write(QStringLiteral("data/applications/%1.desktop").arg(QLatin1String(name)), bytes);
   const QByteArray pipe = tree.Path(QStringLiteral("data/applications/pipe.desktop")).toUtf8();
   ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
 

@@ -7,10 +7,10 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTimer>
+#include <csignal>
 #include <optional>
 
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include "base/drives.h"
 #include "launch/desktop_opener.h"
@@ -23,7 +23,8 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr ProcessStarter::Times kTimes{milliseconds(20000), milliseconds(50), milliseconds(20000)};
+constexpr ProcessStarter::Times kTimes{
+    .comeUp = milliseconds(20000), .settle = milliseconds(50), .fileManager = milliseconds(20000)};
 
 // Runs the event loop until `done` holds; false when that takes half a minute.
 template <typename Condition>
@@ -45,7 +46,8 @@ class ProcessStarterTest : public testing::Test {
  protected:
   std::optional<ProgramStart> OutcomeOf(const QString& program, const QStringList& arguments = {}) {
     std::optional<ProgramStart> outcome;
-    starter_->Start({program, arguments, {}}, [&](ProgramStart start) { outcome = start; });
+    starter_->Start({.program = program, .arguments = arguments, .workingFolder = {}},
+                    [&](ProgramStart start) { outcome = start; });
     RunUntil([&] { return outcome.has_value(); });
     return outcome;
   }
@@ -68,9 +70,9 @@ TEST_F(ProcessStarterTest, TheFirstMomentsOfAProgramAreReported) {
 
 TEST_F(ProcessStarterTest, AProgramLivesOnAfterItsStarter) {
   const QString out = tree_.Path(QStringLiteral("pid"));
-  const QString command = tree_.AddCommand(QStringLiteral("stay"),
-                                           "echo $$ > \"$1.new\"; mv \"$1.new\" \"$1\"; "
-                                           "exec sleep 60");
+  const QString command =
+      tree_.AddCommand(QStringLiteral("stay"), R"(echo $$ > "$1.new"; mv "$1.new" "$1"; )"
+                                               "exec sleep 60");
   EXPECT_EQ(OutcomeOf(command, {out}), ProgramStart::Running);
   ASSERT_TRUE(RunUntil([&] { return QFile::exists(out); }));
   const int pid = tree_.Read(QStringLiteral("pid")).trimmed().toInt();
@@ -83,7 +85,8 @@ TEST_F(ProcessStarterTest, AProgramLivesOnAfterItsStarter) {
 
 TEST_F(ProcessStarterTest, AnEndOfTheStarterWhileAProgramStartsIsHarmless) {
   bool told = false;
-  starter_->Start({tree_.AddCommand(QStringLiteral("well")), {}, {}},
+  const QString program = tree_.AddCommand(QStringLiteral("well"));
+  starter_->Start({.program = program, .arguments = {}, .workingFolder = {}},
                   [&](ProgramStart) { told = true; });
   starter_.reset();
   EXPECT_FALSE(told);
@@ -91,7 +94,7 @@ TEST_F(ProcessStarterTest, AnEndOfTheStarterWhileAProgramStartsIsHarmless) {
 
 // The whole way with real programs: entries in the folders, stubs that write down their arguments.
 TEST_F(ProcessStarterTest, ThingsOpenInStubProgramsThatAreRegisteredByDesktopEntries) {
-  const QByteArray writeDown = "for a; do echo \"$a\"; done > \"$0.new\"; mv \"$0.new\" \"$0.out\"";
+  const QByteArray writeDown = R"(for a; do echo "$a"; done > "$0.new"; mv "$0.new" "$0.out")";
   tree_.AddProgram(QStringLiteral("browser"), "--new %u", "MimeType=x-scheme-handler/http;");
   tree_.AddProgram(QStringLiteral("player"), "-q %f", "MimeType=audio/mpeg;");
   for (const char* name : {"browser", "player", "xdg-open"})
@@ -127,7 +130,7 @@ class StubFileManager : public QObject {
 
  public Q_SLOTS:
   // NOLINTNEXTLINE(readability-identifier-naming): the bus's name
-  void ShowFolders(const QStringList& uris, const QString&) { shown += uris; }
+  void ShowFolders(const QStringList& uris, const QString& /*startupId*/) { shown += uris; }
 
  public:
   QStringList shown;
