@@ -97,7 +97,9 @@ class CodeFiller {
         present = true;
         continue;
       }
-      if (++i == text.size() || (!codeAlone && !MayStandBesideText(text[i], word))) return false;
+      ++i;
+      if (i == text.size()) return false;
+      if (!codeAlone && !MayStandBesideText(text[i], word)) return false;
       const auto value = ValueOf(text[i]);
       if (!value) return false;
       present = present || !value->isEmpty();

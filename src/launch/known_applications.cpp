@@ -131,11 +131,11 @@ constexpr std::array kTable = {
 // command as words of its own. A terminal that wants one text would read it with a shell.
 struct Terminal {
   QStringView command;
-  QStringView option = {};
+  QStringView option;
 };
 
 constexpr std::array kTerminals = {
-    Terminal{.command = u"xdg-terminal-exec"},
+    Terminal{.command = u"xdg-terminal-exec", .option = {}},
     Terminal{.command = u"x-terminal-emulator", .option = u"-e"},
     Terminal{.command = u"gnome-terminal", .option = u"--"},
     Terminal{.command = u"kgx", .option = u"--"},
@@ -143,8 +143,8 @@ constexpr std::array kTerminals = {
     Terminal{.command = u"xfce4-terminal", .option = u"-x"},
     Terminal{.command = u"mate-terminal", .option = u"-x"},
     Terminal{.command = u"alacritty", .option = u"-e"},
-    Terminal{.command = u"kitty"},
-    Terminal{.command = u"foot"},
+    Terminal{.command = u"kitty", .option = {}},
+    Terminal{.command = u"foot", .option = {}},
     Terminal{.command = u"xterm", .option = u"-e"},
 };
 

@@ -39,8 +39,8 @@ TEST(InstalledPrograms, OnlyWhatCanBeStartedIsListed) {
   EXPECT_FALSE(programs.FindById(QStringLiteral("shadowed.desktop")));
   EXPECT_FALSE(programs.FindById(QStringLiteral("../../data-system/applications/good.desktop")));
   const auto quiet = programs.FindById(QStringLiteral("quiet.desktop"));
-  ASSERT_TRUE(quiet);
-  EXPECT_EQ(programs.ProgramFile(*quiet), tree.Path(QStringLiteral("bin/quiet")));
+  EXPECT_EQ(quiet ? programs.ProgramFile(*quiet) : QString(),
+            tree.Path(QStringLiteral("bin/quiet")));
 }
 
 TEST(InstalledPrograms, ProgramsAreFoundByEitherOfTheirNames) {
