@@ -8,7 +8,7 @@ namespace zentorin {
 // Power control on a system that offers none: every action is refused with a sentence.
 class NoPowerControl : public PowerControl {
  public:
-  QCoro::Task<QString> Perform(QString action) override;
+  QCoro::Task<PowerOutcome> Perform(QString action) override;
 };
 
 }  // namespace zentorin

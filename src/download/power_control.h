@@ -2,12 +2,28 @@
 #pragma once
 
 #include <QString>
+#include <memory>
 
 #include <QCoro/QCoroTask>
 
 namespace zentorin {
 
-// Puts the computer into a power state.
+// What came of a power action.
+struct PowerOutcome {
+  bool done = false;
+  QString text;  // a sentence for the user; empty when the action asks for nothing
+};
+
+// As long as it lives, the computer is asked not to go to sleep by itself.
+class SleepHold {
+ public:
+  SleepHold() = default;
+  SleepHold(const SleepHold&) = delete;
+  SleepHold& operator=(const SleepHold&) = delete;
+  virtual ~SleepHold() = default;
+};
+
+// Puts the computer into a power state, and keeps it out of one.
 class PowerControl {
  public:
   PowerControl() = default;
@@ -16,8 +32,11 @@ class PowerControl {
   virtual ~PowerControl() = default;
 
   // `action`: "スタンバイ", "休止", "ログオフ", "再起動" or "シャットダウン"; any other text does
-  // nothing. Empty when it was done, else a sentence that says why not.
-  virtual QCoro::Task<QString> Perform(QString action) = 0;
+  // nothing.
+  virtual QCoro::Task<PowerOutcome> Perform(QString action) = 0;
+
+  // Null where the system knows no such thing. The control outlives the hold.
+  virtual std::unique_ptr<SleepHold> KeepAwake() { return nullptr; }
 };
 
 }  // namespace zentorin

@@ -114,6 +114,11 @@ void RunDriver::CancelCommand() {
 
 QCoro::Task<void> RunDriver::DriveSteps(bool batch) {
   anyFailure_ = wasCancelled_ = endedByFatal_ = false;
+  std::unique_ptr<SleepHold> awake;
+  if (batch) {
+    awake = power_.KeepAwake();
+    Q_EMIT BatchStarted();
+  }
   StatusBoard& board = context_.board;
   board.SetBusy(true);
   board.SetStatus({});
@@ -136,6 +141,8 @@ QCoro::Task<void> RunDriver::DriveSteps(bool batch) {
   wasCancelled_ = context_.state.CancelRequested() && !endedByFatal_;
   board.SetBusy(false);
   board.SetFile({});
+  awake.reset();
+  if (batch) Q_EMIT BatchEnded();
 }
 
 QCoro::Task<void> RunDriver::RunDownload() {
@@ -184,6 +191,7 @@ QCoro::Task<void> RunDriver::AllJobs() {
 }
 
 QCoro::Task<void> RunDriver::BatchJob() {
+  Q_EMIT JobStarted();
   context_.state.SetRunMode(QStringLiteral("一括"));
   const GenerateResult generated = co_await generator_.Generate(false);
   // The generator frees the surface and the cancel button when it ends; the batch goes on.
@@ -216,12 +224,22 @@ QCoro::Task<RunDriver::Unload> RunDriver::CountdownSteps() {
       // Whoever stops the countdown is there and keeps the window.
       co_return Unload::No;
     }
-    context_.log.Sync();
-    const QString refusal = co_await power_.Perform(standby.caption);
-    if (!refusal.isEmpty()) context_.board.SetStatus(refusal, StatusBoard::kRed);
+    co_await PerformAction(standby.caption);
     context_.board.SetCancelShown(false);
   }
   co_return afterBatchAction_.isEmpty() ? Unload::No : Unload::Yes;
+}
+
+// The log is on disk before the power may be gone; a disk that fails does not keep the power on. A
+// refused action changes nothing else.
+QCoro::Task<void> RunDriver::PerformAction(const QString& action) {
+  StatusBoard& board = context_.board;
+  const FileOutcome durable = context_.log.Sync();
+  if (!durable.Ok()) board.SetStatus(durable.message, StatusBoard::kRed);
+  const PowerOutcome outcome = co_await power_.Perform(action);
+  if (outcome.text.isEmpty()) co_return;
+  board.SetStatus(outcome.text, outcome.done ? StatusBoard::kBlue : StatusBoard::kRed);
+  Q_EMIT PowerAnswered(outcome.text);
 }
 
 // "4.9" down to "0.0". False when it was stopped: by a cancel, or by unchecking the box.

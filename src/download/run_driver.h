@@ -54,6 +54,12 @@ class RunDriver : public QObject {
 
  Q_SIGNALS:
   void RunningChanged(bool running);
+  // The walk over all jobs, each job in it that is not skipped, and its end with the outcome known.
+  void BatchStarted();
+  void JobStarted();
+  void BatchEnded();
+  // What the system said to a power action.
+  void PowerAnswered(const QString& text);
   // Passed on from the download run.
   void RowFinished(const zentorin::FinishedRow& row);
   // The window is to be unloaded: after an action preset on the command line, or by "auto close".
@@ -70,6 +76,7 @@ class RunDriver : public QObject {
   QCoro::Task<void> AllJobs();
   QCoro::Task<void> BatchJob();
   QCoro::Task<Unload> CountdownSteps();
+  QCoro::Task<void> PerformAction(const QString& action);
   QCoro::Task<bool> CountDown();
   QCoro::Task<void> RunDownload();
   void OfferStandby();

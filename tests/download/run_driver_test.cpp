@@ -60,6 +60,9 @@ TEST_F(RunDriverTest, TheBatchRunsEveryJobThatIsNotSkippedAndLogsThem) {
   QList<int> selected;
   QObject::connect(&urlList, &UrlList::Selected, [&](int row) { selected.append(row); });
   bool alwaysBusy = true;
+  bool alwaysAwake = true;
+  QObject::connect(&driver, &RunDriver::JobStarted,
+                   [&] { alwaysAwake = alwaysAwake && power.holds == 1; });
   QObject::connect(&board, &StatusBoard::ProgressChanged,
                    [&] { alwaysBusy = alwaysBusy && (board.Busy() || !driver.IsRunning()); });
   QCoro::waitFor(driver.Drive(true));
@@ -76,6 +79,8 @@ TEST_F(RunDriverTest, TheBatchRunsEveryJobThatIsNotSkippedAndLogsThem) {
   EXPECT_EQ(home.Read(QStringLiteral("save/one.mp3")), "1");
   EXPECT_EQ(board.Status(), QStringLiteral("異常終了"));
   EXPECT_TRUE(alwaysBusy);
+  EXPECT_TRUE(alwaysAwake);
+  EXPECT_EQ(power.holds, 0);
   EXPECT_FALSE(board.Busy());
   EXPECT_TRUE(driver.AnyFailure());
   EXPECT_FALSE(driver.WasCancelled());

@@ -43,10 +43,24 @@ QCoro::Task<int> FakeStreamCapture::Capture(QString url, QString path) {
   co_return result;
 }
 
-QCoro::Task<QString> RecordingPowerControl::Perform(QString action) {
+QCoro::Task<PowerOutcome> RecordingPowerControl::Perform(QString action) {
   performed.append(action);
-  // A copy: QCoro moves a returned member away.
-  co_return QString(refusal);
+  PowerOutcome outcome;
+  outcome.done = refusal.isEmpty();
+  outcome.text = refusal;
+  co_return outcome;
+}
+
+std::unique_ptr<SleepHold> RecordingPowerControl::KeepAwake() {
+  class Hold : public SleepHold {
+   public:
+    explicit Hold(int& count) : count_(count) { ++count_; }
+    ~Hold() override { --count_; }
+
+   private:
+    int& count_;
+  };
+  return std::make_unique<Hold>(holds);
 }
 
 }  // namespace zentorin::test

@@ -51,13 +51,15 @@ class FakeStreamCapture : public StreamCapture {
   QStringList captured;
 };
 
-// Keeps the actions and answers `refusal` to each.
+// Keeps the actions and answers `refusal` to each; counts the holds that live.
 class RecordingPowerControl : public PowerControl {
  public:
-  QCoro::Task<QString> Perform(QString action) override;
+  QCoro::Task<PowerOutcome> Perform(QString action) override;
+  std::unique_ptr<SleepHold> KeepAwake() override;
 
   QString refusal;
   QStringList performed;
+  int holds = 0;
 };
 
 // Stands still at `now` until a test moves it.

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+#include "download/login1_power_control.h"
+
+#include <QCoreApplication>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+
+#include "base/message_bus.h"
+#include "download/login1_names.h"
+#include "download/login1_sleep_hold.h"
+#include "download/power_action.h"
+
+namespace zentorin {
+namespace {
+
+bool IsError(const QDBusMessage& reply) {
+  return reply.type() != QDBusMessage::ReplyMessage;
+}
+
+// Without the header that would let the service ask the user for authorisation.
+QDBusMessage ManagerCall(QLatin1String method, const QVariantList& arguments = {}) {
+  QDBusMessage call = QDBusMessage::createMethodCall(login1::Service(), login1::ManagerPath(),
+                                                     login1::ManagerInterface(), QString(method));
+  call.setArguments(arguments);
+  return call;
+}
+
+const QString& NotAllowed() {
+  static const QString text = QStringLiteral("許可されていません。");
+  return text;
+}
+
+const QString& NeedsAuthorisation() {
+  static const QString text = QStringLiteral("管理者の認証が必要です。");
+  return text;
+}
+
+// Empty when the action may go on. An answer that is not known here is left to the call itself,
+// "inhibited" too, as the call overrides inhibitors.
+QString Objection(const QString& answer) {
+  if (answer == QStringLiteral("na")) {
+    return QStringLiteral("このコンピュータは対応していません。");
+  }
+  if (answer == QStringLiteral("no")) return NotAllowed();
+  if (answer.startsWith(QStringLiteral("challenge"))) return NeedsAuthorisation();
+  return {};
+}
+
+// A login1 that lacks the method, or the flag.
+bool KnowsNoFlags(const QDBusMessage& reply) {
+  const QDBusError::ErrorType type = QDBusError(reply).type();
+  return type == QDBusError::UnknownMethod || type == QDBusError::InvalidArgs;
+}
+
+}  // namespace
+
+QCoro::Task<PowerOutcome> Login1PowerControl::Perform(QString action) {
+  PowerOutcome outcome;
+  const PowerAction* const wanted = FindPowerAction(action);
+  if (wanted == nullptr) co_return outcome;
+  QString fault;
+  if (wanted->EndsSession()) {
+    fault = co_await EndSession(*wanted);
+  } else {
+    fault = co_await ActOnComputer(*wanted);
+  }
+  outcome.done = fault.isEmpty();
+  outcome.text = outcome.done ? QStringLiteral("「%1」を要求し、受け付けられました。").arg(action)
+                              : QStringLiteral("「%1」を実行できません。").arg(action) + fault;
+  co_return outcome;
+}
+
+std::unique_ptr<SleepHold> Login1PowerControl::KeepAwake() {
+  return std::make_unique<Login1SleepHold>(bus_);
+}
+
+QCoro::Task<QString> Login1PowerControl::ActOnComputer(const PowerAction& action) {
+  const QDBusMessage question = ManagerCall(action.question);
+  const QDBusMessage answer = co_await bus_.Call(question);
+  QString fault = Fault(answer);
+  if (fault.isEmpty()) fault = Objection(answer.arguments().value(0).toString());
+  if (!fault.isEmpty()) co_return fault;
+  const QDBusMessage reply = co_await ForcedCall(action);
+  fault = Fault(reply);
+  co_return fault;
+}
+
+// The call without flags has no word for "forced": a login1 that knows no flags overrides the
+// inhibitors for whoever is allowed to.
+QCoro::Task<QDBusMessage> Login1PowerControl::ForcedCall(const PowerAction& action) {
+  const QDBusMessage forced = ManagerCall(action.forced, {QVariant::fromValue(action.flags)});
+  QDBusMessage reply = co_await bus_.Call(forced);
+  if (!IsError(reply) || !KnowsNoFlags(reply)) co_return reply;
+  constexpr bool kInteractive = false;
+  const QDBusMessage plain = ManagerCall(action.plain, {kInteractive});
+  reply = co_await bus_.Call(plain);
+  co_return reply;
+}
+
+QCoro::Task<QString> Login1PowerControl::EndSession(const PowerAction& action) {
+  const QDBusMessage session = co_await OwnSession();
+  QString fault = Fault(session);
+  if (!fault.isEmpty()) co_return fault;
+  const QString name = session.arguments().value(0).value<QDBusVariant>().variant().toString();
+  if (name.isEmpty()) co_return QStringLiteral("ログインセッションがありません。");
+  const QDBusMessage call = ManagerCall(action.forced, {name});
+  const QDBusMessage reply = co_await bus_.Call(call);
+  fault = Fault(reply);
+  co_return fault;
+}
+
+// A program that the user's service manager has started belongs to no session by its process
+// number; then the environment names the session.
+QCoro::Task<QDBusMessage> Login1PowerControl::OwnSession() {
+  const auto processId = static_cast<quint32>(QCoreApplication::applicationPid());
+  const QDBusMessage lookUp = ManagerCall(QLatin1String("GetSessionByPID"), {processId});
+  const QDBusMessage found = co_await bus_.Call(lookUp);
+  if (IsError(found)) {
+    const bool none = found.errorName() == QStringLiteral("org.freedesktop.login1.NoSessionForPID");
+    if (!none) co_return found;
+    const QVariant name = qEnvironmentVariable("XDG_SESSION_ID");
+    const QVariant answer = QVariant::fromValue(QDBusVariant(name));
+    QDBusMessage reply = lookUp.createReply(answer);
+    co_return reply;
+  }
+  QDBusMessage property = QDBusMessage::createMethodCall(
+      login1::Service(), found.arguments().value(0).value<QDBusObjectPath>().path(),
+      QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+  property << QStringLiteral("org.freedesktop.login1.Session") << QStringLiteral("Id");
+  QDBusMessage reply = co_await bus_.Call(property);
+  co_return reply;
+}
+
+// Why an error came instead of an answer; empty for a reply.
+QString Login1PowerControl::Fault(const QDBusMessage& reply) const {
+  if (!IsError(reply)) return {};
+  if (reply.errorName() == login1::AuthorisationError()) return NeedsAuthorisation();
+  switch (QDBusError(reply).type()) {
+    case QDBusError::Disconnected:
+    case QDBusError::NoServer:
+    case QDBusError::ServiceUnknown:
+      return QStringLiteral("電源管理サービス（%1）がありません。").arg(login1::Service());
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+      return QStringLiteral("電源管理サービス（%1）から %2 秒以内に応答がありません。")
+          .arg(login1::Service())
+          .arg(std::chrono::duration<double>(bus_.AnswerTime()).count());
+    case QDBusError::AccessDenied:
+      return NotAllowed();
+    default:
+      return QStringLiteral("%1（%2）").arg(reply.errorMessage(), reply.errorName());
+  }
+}
+
+}  // namespace zentorin

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "download/power_control.h"
+
+class QDBusMessage;
+
+namespace zentorin {
+
+class MessageBus;
+struct PowerAction;
+
+// Power control by org.freedesktop.login1. The privilege comes first: the service is asked whether
+// the action is allowed, and for a log-off which session is the program's own. Then comes the
+// forced call. Whatever would need the user's authorisation is refused, as nobody may be there.
+class Login1PowerControl : public PowerControl {
+ public:
+  // `bus` is the system's and outlives the control.
+  explicit Login1PowerControl(MessageBus& bus) : bus_(bus) {}
+
+  QCoro::Task<PowerOutcome> Perform(QString action) override;
+  std::unique_ptr<SleepHold> KeepAwake() override;
+
+ private:
+  // Each answers why the action cannot be performed; empty when it can, or was.
+  QCoro::Task<QString> ActOnComputer(const PowerAction& action);
+  QCoro::Task<QString> EndSession(const PowerAction& action);
+  QCoro::Task<QDBusMessage> ForcedCall(const PowerAction& action);
+  // A reply that holds the session's name, or the error.
+  QCoro::Task<QDBusMessage> OwnSession();
+  QString Fault(const QDBusMessage& reply) const;
+
+  MessageBus& bus_;
+};
+
+}  // namespace zentorin

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/private_bus.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusUnixFileDescriptor>
+#include <QDBusVariant>
+#include <array>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace zentorin::test {
+namespace {
+
+const QString kConnection = QStringLiteral("played services");
+const QStringList kServices = {QStringLiteral("org.freedesktop.login1"),
+                               QStringLiteral("org.freedesktop.Notifications")};
+
+// A bus with its socket in the test's folder and no service that it could start.
+constexpr const char* kConfiguration = R"(<!DOCTYPE busconfig PUBLIC
+ "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:path=%1</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*"/>
+    <allow receive_sender="*"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+
+}  // namespace
+
+PrivateBus::PrivateBus() {
+  const QString configuration = QString::fromLatin1(kConfiguration).arg(dir_.Path("bus"));
+  const QString file = dir_.Write("bus.conf", configuration.toUtf8());
+  daemon_.start(QStringLiteral("dbus-daemon"),
+                {QStringLiteral("--config-file=") + file, QStringLiteral("--nofork"),
+                 QStringLiteral("--print-address=1")});
+  while (!daemon_.canReadLine() && daemon_.waitForReadyRead()) {
+  }
+  address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
+  QDBusConnection bus = QDBusConnection::connectToBus(address_, kConnection);
+  EXPECT_TRUE(bus.isConnected()) << daemon_.errorString().toStdString()
+                                 << daemon_.readAllStandardError().toStdString();
+  bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+  for (const QString& service : kServices) EXPECT_TRUE(bus.registerService(service));
+}
+
+PrivateBus::~PrivateBus() {
+  QDBusConnection(kConnection)
+      .unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
+  QDBusConnection::disconnectFromBus(kConnection);
+  daemon_.kill();
+  daemon_.waitForFinished();
+}
+
+void PrivateBus::Withdraw() {
+  for (const QString& service : kServices) QDBusConnection(kConnection).unregisterService(service);
+}
+
+bool PrivateBus::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
+  const QString method = message.member();
+  QStringList arguments;
+  for (const QVariant& argument : message.arguments()) arguments.append(argument.toString());
+  calls.append(QStringLiteral("%1(%2)").arg(method, arguments.join(u',')));
+  if (silent.contains(method)) return true;
+  QStringList& failures = errors[method];
+  if (failures.isEmpty()) {
+    const QVariant answer = AnswerTo(message);
+    const QDBusMessage reply =
+        answer.isValid() ? message.createReply(answer) : message.createReply();
+    connection.send(reply);
+  } else {
+    connection.send(message.createErrorReply(failures.takeFirst(), QStringLiteral("a reason")));
+  }
+  return true;
+}
+
+QVariant PrivateBus::AnswerTo(const QDBusMessage& message) {
+  const QString method = message.member();
+  if (answers.contains(method)) return answers[method];
+  if (method.startsWith(QStringLiteral("Can"))) return QStringLiteral("yes");
+  if (method == QStringLiteral("Inhibit")) return InhibitorLock();
+  if (method == QStringLiteral("Notify")) return quint32{1};
+  if (method == QStringLiteral("GetSessionByPID")) {
+    return QVariant::fromValue(
+        QDBusObjectPath(QStringLiteral("/org/freedesktop/login1/session/_37")));
+  }
+  if (method == QStringLiteral("Get") && message.path().endsWith(QStringLiteral("/_37"))) {
+    return QVariant::fromValue(QDBusVariant(QStringLiteral("7")));
+  }
+  return {};
+}
+
+// The end of a pipe, as login1 gives it away: the other end reports when the last copy is closed.
+QVariant PrivateBus::InhibitorLock() {
+  std::array<int, 2> ends = {-1, -1};
+  EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
+  lock_ = std::make_unique<QSocketNotifier>(ends[0], QSocketNotifier::Read);
+  QObject::connect(lock_.get(), &QSocketNotifier::activated, this, [this, end = ends[0]] {
+    calls.append(QStringLiteral("released"));
+    lock_->setEnabled(false);
+    close(end);
+  });
+  const QDBusUnixFileDescriptor given(ends[1]);
+  close(ends[1]);
+  return QVariant::fromValue(given);
+}
+
+}  // namespace zentorin::test
