@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include "app/batch_notice.h"
 #include "app/command_line.h"
 #include "app/start_up.h"
 #include "app/stop_signals.h"
@@ -13,8 +14,8 @@
 #include "app/workspace.h"
 #include "base/clock.h"
 #include "compositions.h"
-#include "download/no_power_control.h"
 #include "download/no_stream_capture.h"
+#include "download/system_services.h"
 
 namespace zentorin {
 
@@ -24,11 +25,15 @@ int RunUnattended(const QStringList& arguments, const QString& programFolder) {
   TerminalMessages messages(terminal);
   TerminalOpener opener(terminal);
   NoStreamCapture capture(messages, opener);
-  NoPowerControl power;
-  const World world{
-      .clock = clock, .messages = messages, .opener = opener, .capture = capture, .power = power};
+  SystemServices services;
+  const World world{.clock = clock,
+                    .messages = messages,
+                    .opener = opener,
+                    .capture = capture,
+                    .power = services.Power()};
   Workspace workspace(world, programFolder, qEnvironmentVariable("ZENTORIN_CONNECT_TO"));
   const CommandLine line = ReadArguments(arguments, workspace.drives);
+  const BatchNotice notice(workspace.driver, services.Notices());
   UnattendedRun run(workspace, terminal);
   const StopSignals signals;
   QObject::connect(&signals, &StopSignals::StopRequested, &run, &UnattendedRun::Stop);

@@ -22,6 +22,7 @@ TerminalProgress::TerminalProgress(Workspace& workspace, AutoRun& autoRun, Termi
   connect(&autoRun_, &AutoRun::TitleChanged, this, &TerminalProgress::ShowCountdown);
   connect(&workspace_.urlList, &UrlList::Selected, this, &TerminalProgress::ShowJob);
   connect(&workspace_.driver, &RunDriver::RowFinished, this, &TerminalProgress::ShowRow);
+  connect(&workspace_.driver, &RunDriver::PowerAnswered, this, &TerminalProgress::ShowPowerAnswer);
   connect(&workspace_.board, &StatusBoard::Changed, this, &TerminalProgress::ShowStatus);
   connect(&workspace_.board, &StatusBoard::Changed, &throttle_, &ChangeThrottle::Touch);
   connect(&workspace_.board, &StatusBoard::ProgressChanged, &throttle_, &ChangeThrottle::Touch);
@@ -73,6 +74,11 @@ void TerminalProgress::ShowStatus() {
   if (board.StatusColour() != StatusBoard::kRed || board.Status() == lastFault_) return;
   lastFault_ = board.Status();
   if (!lastFault_.isEmpty()) Print(lastFault_);
+}
+
+// A refusal is a fault and has been told as one.
+void TerminalProgress::ShowPowerAnswer(const QString& text) {
+  if (text != lastFault_) Print(text);
 }
 
 void TerminalProgress::Draw() {

@@ -33,6 +33,7 @@ class TerminalProgress : public QObject {
   void ShowJob(int row);
   void ShowRow(const FinishedRow& row);
   void ShowStatus();
+  void ShowPowerAnswer(const QString& text);
   void Draw();
   QString WorkText() const;
   QString BytesText() const;

@@ -34,6 +34,7 @@ QString HelpText() {
 環境変数:
   ZENTORIN_HOME          プログラムのフォルダ（Conf.txt、reglist.txt、log.txt の場所）
   ZENTORIN_CONNECT_TO    接続先の置き換え（ホスト:ポート:アドレス:ポート[,…]）
+  ZENTORIN_POWER         dry-run で、電源の操作を実行せずに表示だけします
 
 例: zentorin -auto 23:30 -quit -file ~/lists/nightly.dat
 )");

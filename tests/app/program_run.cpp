@@ -32,6 +32,10 @@ ProgramRun::ProgramRun(const TempDir& home, const QString& connectTo) {
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.remove(QStringLiteral("DISPLAY"));
   environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+  environment.remove(QStringLiteral("ZENTORIN_POWER"));
+  const QString noBus = QStringLiteral("unix:path=") + home.Path(QStringLiteral("no-bus"));
+  environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), noBus);
+  environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), noBus);
   environment.insert(QStringLiteral("ZENTORIN_HOME"), home.Path());
   environment.insert(QStringLiteral("ZENTORIN_CONNECT_TO"), connectTo);
   process_.setProcessEnvironment(environment);
@@ -42,6 +46,12 @@ ProgramRun::~ProgramRun() {
   if (process_.state() == QProcess::NotRunning) return;
   process_.kill();
   process_.waitForFinished();
+}
+
+void ProgramRun::SetVariable(const char* name, const QString& value) {
+  QProcessEnvironment environment = process_.processEnvironment();
+  environment.insert(QString::fromLatin1(name), value);
+  process_.setProcessEnvironment(environment);
 }
 
 void ProgramRun::Start(const QStringList& arguments) {

@@ -28,6 +28,8 @@ class ProgramRun {
   ProgramRun(const ProgramRun&) = delete;
   ProgramRun& operator=(const ProgramRun&) = delete;
 
+  // Before the start. The buses of the host are out of reach unless others are named.
+  void SetVariable(const char* name, const QString& value);
   void Start(const QStringList& arguments);
   // Starts, waits for the end and answers the exit status; -1 after a crash.
   int Run(const QStringList& arguments);
