@@ -19,8 +19,9 @@ UrlListBinding::UrlListBinding(UrlList& list, LineListView& view, QObject* paren
           [this](const QModelIndex& current) {
             if (!following_ && current.isValid()) list_.Select(current.row());
           });
-  // A click on the selected job loads its fields again.
-  connect(&view, &QListView::clicked, this, [this](const QModelIndex& index) {
+  // A click on the selected job loads its fields again; one with Ctrl does not take the selection
+  // away.
+  connect(&view, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
     if (index.row() == list_.SelectedRow()) list_.Select(index.row());
   });
   ShowSelected(list.SelectedRow());
@@ -29,8 +30,12 @@ UrlListBinding::UrlListBinding(UrlList& list, LineListView& view, QObject* paren
 void UrlListBinding::ShowSelected(int row) {
   const QScopedValueRollback<bool> guard(following_, true);
   const QModelIndex index = list_.index(row, 0);
-  if (view_.currentIndex() != index) view_.setCurrentIndex(index);
-  if (!index.isValid()) view_.clearSelection();
+  if (index.isValid()) {
+    view_.setCurrentIndex(index);
+    view_.selectionModel()->select(index, QItemSelectionModel::ClearAndSelect);
+  } else {
+    view_.selectionModel()->clear();
+  }
 }
 
 }  // namespace zentorin
