@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include <QApplication>
 
-#include <unistd.h>
-
 #include "app/auto_run.h"
 #include "app/command_line.h"
 #include "app/list_commands.h"
 #include "app/stop_signals.h"
-#include "app/terminal.h"
-#include "app/terminal_opener.h"
 #include "app/workspace.h"
 #include "base/clock.h"
+#include "base/drives.h"
 #include "compositions.h"
 #include "download/no_power_control.h"
 #include "download/no_stream_capture.h"
+#include "launch/desktop_opener.h"
+#include "launch/process_starter.h"
 #include "ui/frm_main.h"
+#include "ui/plain_text_windows.h"
 #include "ui/window_file_dialogs.h"
 #include "ui/window_messages.h"
 #include "ui/window_program.h"
@@ -23,11 +23,13 @@ namespace zentorin {
 
 int RunWindow(const QStringList& arguments, const QString& programFolder) {
   QApplication::setQuitOnLastWindowClosed(false);
-  Terminal terminal(STDERR_FILENO);
   SystemClock clock;
   WindowMessages messages;
   WindowFileDialogs dialogs;
-  TerminalOpener opener(terminal);
+  ProcessStarter starter(XdgFolders::FromEnvironment());
+  PlainTextWindows texts(dialogs, messages);
+  Drives drives(programFolder);
+  DesktopOpener opener(drives, starter, messages, texts);
   NoStreamCapture capture(messages, opener);
   NoPowerControl power;
   const World world{
@@ -35,7 +37,12 @@ int RunWindow(const QStringList& arguments, const QString& programFolder) {
   Workspace workspace(world, programFolder, qEnvironmentVariable("ZENTORIN_CONNECT_TO"));
   AutoRun autoRun(workspace);
   ListCommands lists(workspace, dialogs);
-  frmMain window({.workspace = workspace, .autoRun = autoRun, .lists = lists, .dialogs = dialogs});
+  frmMain window(
+      {.workspace = workspace,
+       .autoRun = autoRun,
+       .lists = lists,
+       .dialogs = dialogs,
+       .toolCaptions = {QStringLiteral("VLC media player"), QStringLiteral("GetASFStream")}});
   messages.Attach(&window, &autoRun);
   dialogs.Attach(&window);
   WindowProgram program(workspace, autoRun, window);

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "ui/frm_main.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMimeData>
+#include <QMenuBar>
 #include <QPushButton>
-#include <QScreen>
 #include <QShortcut>
 #include <QToolButton>
 
@@ -22,37 +21,29 @@
 #include "base/message_boxes.h"
 #include "launch/opener.h"
 #include "ui/file_list_binding.h"
+#include "ui/frm_setting.h"
 #include "ui/job_binding.h"
 #include "ui/key_filter.h"
 #include "ui/line_list_view.h"
 #include "ui/link_label.h"
+#include "ui/list_drop.h"
 #include "ui/pattern_choice.h"
 #include "ui/status_binding.h"
 #include "ui/template_help.h"
 #include "ui/tray_icon.h"
 #include "ui/url_list_binding.h"
+#include "ui/window_place.h"
 
 namespace zentorin {
 namespace {
 
 constexpr std::chrono::milliseconds kClockInterval(100);
 
-// The path of the only .dat file that a drop brings; empty when it brings anything else.
-QString DroppedList(const QMimeData& data) {
-  const QList<QUrl> urls = data.urls();
-  if (urls.size() != 1 || !urls.first().isLocalFile()) return {};
-  const QString path = urls.first().toLocalFile();
-  return path.endsWith(QLatin1String(".dat"), Qt::CaseInsensitive) ? path : QString();
-}
-
-// Moves a rectangle that no screen shows onto the nearest one.
-QRect OntoAScreen(QRect rectangle) {
-  for (const QScreen* screen : QGuiApplication::screens()) {
-    if (screen->availableGeometry().intersects(rectangle)) return rectangle;
+// Gives up every question that is open, as if its window had been closed by hand.
+void DismissDialogs() {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isModal() && window->isVisible()) window->close();
   }
-  const QScreen* screen = QGuiApplication::primaryScreen();
-  if (screen != nullptr) rectangle.moveCenter(screen->availableGeometry().center());
-  return rectangle;
 }
 
 }  // namespace
@@ -61,7 +52,7 @@ frmMain::frmMain(const WindowContext& context)
     : context_(context),
       c_(*this),
       layout_(c_),
-      job_(std::make_unique<JobBinding>(context.workspace.job, c_)),
+      job_(std::make_unique<JobBinding>(context.workspace.job, context.workspace.clock, c_)),
       status_(std::make_unique<StatusBinding>(context.workspace.board, c_, layout_, *job_)),
       urlList_(std::make_unique<UrlListBinding>(context.workspace.urlList, *c_.lstTargetUrl)),
       files_(std::make_unique<FileListBinding>(context.workspace.files, *c_.lstUrl_All)),
@@ -71,7 +62,6 @@ frmMain::frmMain(const WindowContext& context)
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(ProductTitle());
   setWindowIcon(QIcon(QStringLiteral(":/icons/zentorin.svg")));
-  setAcceptDrops(true);
   c_.cmdDebug->hide();
   SetKeyFilters();
   ConnectCommands();
@@ -80,6 +70,7 @@ frmMain::frmMain(const WindowContext& context)
   ConnectPatterns();
   ConnectState();
   ConnectTray();
+  connect(new ListDrop(this), &ListDrop::Dropped, this, &frmMain::OpenListFile);
   Timer1.setInterval(kClockInterval);
   connect(&Timer1, &QTimer::timeout, this, &frmMain::ShowClock);
   Timer1.start();
@@ -89,10 +80,7 @@ frmMain::frmMain(const WindowContext& context)
 frmMain::~frmMain() = default;
 
 void frmMain::PlaceBySettings() {
-  const AppSettings& settings = context_.workspace.settings;
-  setGeometry(OntoAScreen(QRect(
-      QPoint(settings.formLeft, settings.formTop),
-      QSize(settings.formRight - settings.formLeft, settings.formBottom - settings.formTop))));
+  setGeometry(PlaceFromSettings(context_.workspace.settings));
   subUrlChoice_->SetEntries(context_.workspace.patterns.SubUrl());
   fileChoice_->SetEntries(context_.workspace.patterns.File());
 }
@@ -111,7 +99,18 @@ void frmMain::RestoreFromTray() {
 }
 
 void frmMain::OpenListFile(const QString& path) {
-  if (!context_.workspace.board.Busy()) context_.lists.OpenFile(path);
+  if (!closing_ && !context_.workspace.driver.IsRunning()) context_.lists.OpenFile(path);
+}
+
+void frmMain::ComeForward() {
+  if (tray_->IsShown()) {
+    RestoreFromTray();
+    return;
+  }
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  raise();
+  activateWindow();
 }
 
 void frmMain::ConnectCommands() {
@@ -133,7 +132,8 @@ void frmMain::ConnectCommands() {
   connect(c_.lblFormat, &LinkLabel::Clicked, this, &frmMain::ShowTemplateHelp);
   const auto* escape = new QShortcut(Qt::Key_Escape, this);
   connect(escape, &QShortcut::activated, this, [this, &driver] {
-    if (context_.workspace.board.CancelShown()) driver.CancelCommand();
+    const StatusBoard& board = context_.workspace.board;
+    if (board.CancelShown() && board.CancelEnabled()) driver.CancelCommand();
   });
 }
 
@@ -143,6 +143,7 @@ void frmMain::ConnectMenus() {
   connect(c_.mnuSave, &QAction::triggered, this, [this] { context_.lists.Save(); });
   connect(c_.mnuSaveAs, &QAction::triggered, this, [this] { context_.lists.SaveAs(); });
   connect(c_.mnuClose, &QAction::triggered, this, &QWidget::close);
+  connect(c_.mnuSetting, &QAction::triggered, this, &frmMain::OpenSettings);
 }
 
 void frmMain::ConnectSaveFolder() {
@@ -160,6 +161,8 @@ void frmMain::ConnectPatterns() {
           [&job](const QString& expression) { job.Edit(TargetUrlItem::SubPattern, expression); });
   connect(fileChoice_, &PatternChoice::Chosen, this,
           [&job](const QString& expression) { job.Edit(TargetUrlItem::FilePattern, expression); });
+  connect(&job, &JobEditor::Loaded, subUrlChoice_, &PatternChoice::Forget);
+  connect(&job, &JobEditor::Loaded, fileChoice_, &PatternChoice::Forget);
 }
 
 void frmMain::ConnectState() {
@@ -189,9 +192,9 @@ void frmMain::ConnectTray() {
 
 void frmMain::SetKeyFilters() {
   using Mode = KeyFilter::Mode;
-  new KeyFilter(QStringLiteral("[0123456789.]"), Mode::OnlyMatching, c_.cmbDate->lineEdit());
-  for (const QComboBox* combo : {c_.cmbBefore_0, c_.cmbBefore_1, c_.cmbDepth}) {
-    new KeyFilter(QStringLiteral("[0-9]"), Mode::OnlyMatching, combo->lineEdit());
+  new KeyFilter(QStringLiteral("[0123456789.]"), Mode::OnlyMatching, c_.cmbDate);
+  for (QComboBox* combo : {c_.cmbBefore_0, c_.cmbBefore_1, c_.cmbDepth}) {
+    new KeyFilter(QStringLiteral("[0-9]"), Mode::OnlyMatching, combo);
   }
   new KeyFilter(QStringLiteral("[/:*?\"|<>]"), Mode::AllButMatching, c_.txtSavePath);
 }
@@ -206,23 +209,15 @@ void frmMain::LayOut() {
 
 void frmMain::ShowClock() {
   const DisplayClock& clock = context_.workspace.clock;
-  const QString text = clock.Text();
-  if (c_.lblTime->text() != text) c_.lblTime->setText(text);
+  if (const QString text = clock.Text(); c_.lblTime->text() != text) {
+    c_.lblTime->setText(text);
+    job_->ShowFormatPreview();
+  }
   if (c_.lblTimeLbl->text() != clock.Label()) {
     c_.lblTimeLbl->setText(clock.Label());
     c_.lblTimeLbl->setToolTip(clock.LabelHint());
     ScheduleLayout();
   }
-}
-
-// The restored rectangle, also while the window is maximised or minimised.
-void frmMain::RememberPlace() {
-  const QRect place = normalGeometry().isValid() ? normalGeometry() : geometry();
-  AppSettings& settings = context_.workspace.settings;
-  settings.formLeft = place.x();
-  settings.formTop = place.y();
-  settings.formRight = place.x() + place.width();
-  settings.formBottom = place.y() + place.height();
 }
 
 void frmMain::MoveToTray() {
@@ -253,22 +248,19 @@ void frmMain::closeEvent(QCloseEvent* event) {
   if (!closing_) Close();
 }
 
-void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-  if (!DroppedList(*event->mimeData()).isEmpty() && !context_.workspace.board.Busy()) {
-    event->acceptProposedAction();
-  }
-}
-
-void frmMain::dropEvent(QDropEvent* event) {
-  OpenListFile(DroppedList(*event->mimeData()));
-}
-
+// While the last work unwinds, nothing new can be started.
 QCoro::Task<void> frmMain::Close() {
   closing_ = true;
-  RememberPlace();
-  const bool closed = co_await AskAndClose(context_.workspace, context_.autoRun, context_.lists);
-  closing_ = false;
-  if (!closed) co_return;
+  DismissDialogs();
+  RememberPlace(*this, context_.workspace.settings);
+  const bool mayClose = co_await context_.lists.MayClose();
+  if (!mayClose) {
+    closing_ = false;
+    co_return;
+  }
+  c_.central->setEnabled(false);
+  menuBar()->setEnabled(false);
+  co_await CloseSteps(context_.workspace, context_.autoRun);
   closed_ = true;
   tray_->Remove();
   close();
@@ -310,6 +302,17 @@ QCoro::Task<void> frmMain::ShowLog() {
   box.title = QStringLiteral("エラー発生");
   box.text = outcome.message;
   co_await workspace.world.messages.Ask(box);
+}
+
+void frmMain::OpenSettings() {
+  const SettingContext context{.settings = context_.workspace.settings,
+                               .dialogs = context_.dialogs,
+                               .messages = context_.workspace.world.messages,
+                               .programFolder = context_.workspace.drives.ProgramFolder(),
+                               .toolCaptions = context_.toolCaptions};
+  setting_ = std::make_unique<frmSetting>(context, this);
+  connect(setting_.get(), &QDialog::accepted, this, &frmMain::ShowClock);
+  setting_->open();
 }
 
 void frmMain::ShowDiagnostics() {

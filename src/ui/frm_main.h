@@ -22,6 +22,7 @@ class StatusBinding;
 class TrayIcon;
 class UrlListBinding;
 class Workspace;
+class frmSetting;
 
 // What the main window shows and drives. All must outlive the window.
 struct WindowContext {
@@ -29,6 +30,7 @@ struct WindowContext {
   AutoRun& autoRun;
   ListCommands& lists;
   FileDialogs& dialogs;
+  QStringList toolCaptions = {};  // of the two streaming tools, as located on this machine
 };
 
 // The main window. It shows the state that lives below it and hands every command down; what a
@@ -52,6 +54,9 @@ class frmMain : public QMainWindow {
   // Reads a list file into the window as the Open command does, unless work runs.
   void OpenListFile(const QString& path);
 
+  // Brings the window before the user wherever it is now.
+  void ComeForward();
+
  Q_SIGNALS:
   // The closing steps are done and nothing works any more: the program may end.
   void Closed();
@@ -60,8 +65,6 @@ class frmMain : public QMainWindow {
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
-  void dragEnterEvent(QDragEnterEvent* event) override;
-  void dropEvent(QDropEvent* event) override;
 
  private:
   void ConnectCommands();
@@ -74,9 +77,9 @@ class frmMain : public QMainWindow {
   void ScheduleLayout();
   void LayOut();
   void ShowClock();
-  void RememberPlace();
   void MoveToTray();
   void ShowDiagnostics();
+  void OpenSettings();
   QCoro::Task<void> Close();
   QCoro::Task<void> PickSaveFolder();
   QCoro::Task<void> ShowTemplateHelp();
@@ -90,6 +93,7 @@ class frmMain : public QMainWindow {
   std::unique_ptr<UrlListBinding> urlList_;
   std::unique_ptr<FileListBinding> files_;
   std::unique_ptr<TrayIcon> tray_;
+  std::unique_ptr<frmSetting> setting_;  // the dialog as it was opened last
   PatternChoice* subUrlChoice_ = nullptr;
   PatternChoice* fileChoice_ = nullptr;
   QTimer Timer1;  // the clock

@@ -70,8 +70,7 @@ void frmSetting::Connect() {
   auto* format = new KeyFilter(QString::fromUtf16(kForbiddenExpression),
                                KeyFilter::Mode::AllButMatching, ui_->txtAddDateFormat);
   connect(format, &KeyFilter::Refused, this, &frmSetting::RefuseKey);
-  new KeyFilter(QStringLiteral("[-0-9]"), KeyFilter::Mode::OnlyMatching,
-                ui_->cmbGmtDiff->lineEdit());
+  new KeyFilter(QStringLiteral("[-0-9]"), KeyFilter::Mode::OnlyMatching, ui_->cmbGmtDiff);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &frmSetting::TakeOver);
 }
 

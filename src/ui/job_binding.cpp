@@ -10,6 +10,8 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 
+#include "base/display_clock.h"
+#include "jobs/date_template.h"
 #include "jobs/job_editor.h"
 #include "ui/main_controls.h"
 
@@ -26,14 +28,15 @@ void ShowText(QLineEdit* edit, const QString& text) {
 
 }  // namespace
 
-JobBinding::JobBinding(JobEditor& job, MainControls& controls, QObject* parent)
-    : QObject(parent), job_(job), c_(controls) {
+JobBinding::JobBinding(JobEditor& job, const DisplayClock& clock, MainControls& controls,
+                       QObject* parent)
+    : QObject(parent), job_(job), clock_(clock), c_(controls) {
   BindText(c_.txtDescription, TargetUrlItem::Description);
   BindText(c_.txtUrl_Root, TargetUrlItem::Root);
   BindText(c_.txtSavePath, TargetUrlItem::SavePath);
   BindText(c_.txtFileFormat, TargetUrlItem::Format);
-  BindCombo(c_.cmbUrl_SubPattern, TargetUrlItem::SubPattern);
-  BindCombo(c_.cmbFilePattern, TargetUrlItem::FilePattern);
+  BindText(c_.cmbUrl_SubPattern->lineEdit(), TargetUrlItem::SubPattern);
+  BindText(c_.cmbFilePattern->lineEdit(), TargetUrlItem::FilePattern);
   BindCombo(c_.cmbDate, TargetUrlItem::Date);
   BindCombo(c_.cmbDepth, TargetUrlItem::Depth);
   BindBefore(c_.cmbBefore_0, 0);
@@ -57,6 +60,7 @@ JobBinding::JobBinding(JobEditor& job, MainControls& controls, QObject* parent)
 }
 
 void JobBinding::SetEditable(bool editable) {
+  if (editable == editable_) return;
   editable_ = editable;
   ShowModes();
 }
@@ -111,17 +115,31 @@ void JobBinding::ShowField(TargetUrlItem::Field field) {
 void JobBinding::ShowModes() {
   const bool byDate = job_.Flag(TargetUrlItem::Opt);
   (byDate ? c_.Opt_1 : c_.Opt_0)->setChecked(true);
-  c_.frOpt_0->setVisible(!byDate);
-  c_.frOpt_1->setVisible(byDate);
-  c_.frGo_All->setVisible(!byDate);
+  SetShown(c_.frOpt_0, !byDate);
+  SetShown(c_.frOpt_1, byDate);
+  SetShown(c_.frGo_All, !byDate);
   c_.ChkOnlyInSite->setEnabled(editable_ && !byDate);
   c_.ChkTreeFolder->setEnabled(editable_ && !byDate);
   const bool crawls = !job_[TargetUrlItem::SubPattern].isEmpty();
-  c_.cmdGo_All_0->setVisible(crawls);
-  c_.frDepth->setVisible(crawls);
-  c_.ChkModify->setVisible(job_.Flag(TargetUrlItem::DispModify));
-  c_.frModify->setVisible(job_.Flag(TargetUrlItem::Modify));
+  SetShown(c_.cmdGo_All_0, crawls);
+  SetShown(c_.frDepth, crawls);
+  SetShown(c_.ChkModify, job_.Flag(TargetUrlItem::DispModify));
+  SetShown(c_.frModify, job_.Flag(TargetUrlItem::Modify));
+  ShowFormatPreview();
+}
+
+void JobBinding::SetShown(QWidget* control, bool shown) {
+  if (control->isHidden() != shown) return;
+  control->setVisible(shown);
   Q_EMIT LayoutNeeded();
+}
+
+void JobBinding::ShowFormatPreview() {
+  if (!job_.Flag(TargetUrlItem::Opt)) return;
+  const QString text = ExpandDateTemplates(job_[TargetUrlItem::Format], clock_.Now());
+  if (c_.lblFileFormat->text() == text) return;
+  c_.lblFileFormat->setText(text);
+  c_.lblFileFormat->setToolTip(text);
 }
 
 void JobBinding::ShowBeforeDate() {

@@ -4,19 +4,24 @@
 #include <QObject>
 #include <QRegularExpression>
 
+class QInputMethodEvent;
+class QWidget;
+
 namespace zentorin {
 
-// Swallows typed keys by their character; keys that type nothing (backspace, arrows, shortcuts)
-// pass. Text that is pasted or set is not looked at: the filter is about keys.
+// Swallows typed characters, whether they come from a key or from an input method; keys that type
+// nothing (backspace, arrows, shortcuts) pass. Text that is pasted or set is not looked at: the
+// filter is about typing.
 class KeyFilter : public QObject {
   Q_OBJECT
 
  public:
   enum class Mode { OnlyMatching, AllButMatching };
 
-  // Watches `target`, which also owns the filter. `characterClass` is an expression for one
-  // character.
-  KeyFilter(const QString& characterClass, Mode mode, QObject* target);
+  // Watches `target`, which also owns the filter. It has to be the widget that gets the keys: for
+  // an editable combo box that is the box, not its text field. `characterClass` is an expression
+  // for one character.
+  KeyFilter(const QString& characterClass, Mode mode, QWidget* target);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -24,6 +29,9 @@ class KeyFilter : public QObject {
   void Refused();
 
  private:
+  bool Refuses(const QString& character) const;
+  bool FilterCommit(QObject* watched, const QInputMethodEvent& event);
+
   QRegularExpression class_;
   Mode mode_;
 };

@@ -4,6 +4,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
+#include "ui/readable_colour.h"
+
 namespace zentorin {
 
 LinkLabel::LinkLabel(const QString& text, bool asLink, QWidget* parent)
@@ -43,7 +45,12 @@ void LinkLabel::changeEvent(QEvent* event) {
 void LinkLabel::ApplyLook() {
   if (!asLink_ || applyingLook_) return;
   applyingLook_ = true;
-  setForegroundRole(QPalette::Link);
+  // The colour of links that a desktop sets is not always made for its dark windows.
+  QPalette look;
+  const QColor link = ReadableColour(look.color(QPalette::Link), look);
+  look.setColor(QPalette::Active, QPalette::WindowText, link);
+  look.setColor(QPalette::Inactive, QPalette::WindowText, link);
+  setPalette(look);
   QFont underlined = font();
   underlined.setUnderline(true);
   setFont(underlined);

@@ -17,7 +17,8 @@
 #include "ui/line_list_view.h"
 #include "ui/link_label.h"
 
-// Makes the icons known: a resource in a static library has to be asked for, outside all namespaces.
+// Makes the icons known: a resource in a static library has to be asked for, outside all
+// namespaces.
 static void InitIcons() {
   Q_INIT_RESOURCE(icons);
 }
@@ -242,7 +243,7 @@ void MainControls::MakeFileList() {
   headerStrip = Named(new QWidget(central), "headerStrip");
   const QString captions[kHeaderCount] = {
       QStringLiteral("ParentUrl"), QStringLiteral("BaseUrl"),       QStringLiteral("FileUrl"),
-      QStringLiteral("KByte"),     QStringLiteral("更新日時(GMT)"), QStringLiteral("印")};
+      QStringLiteral("KByte"),     QStringLiteral("更新日時(GMT)"), QStringLiteral("*")};
   for (int i = 0; i < kHeaderCount; ++i) {
     auto* label = new LinkLabel(captions[i], false, headerStrip);
     label->setObjectName(QStringLiteral("lblDescription_%1").arg(i));

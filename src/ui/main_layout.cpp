@@ -132,9 +132,7 @@ void MainLayout::PlaceBottom(QSize inner) {
   const int standby = HintWidth(c_.ChkStandby);
   Put(c_.ChkStandby, bar - standby - 10, 0, standby, row);
   Put(c_.frStatus, 0, 0, bar - standby - 10 - kGap, row);
-  const int statusWidth = std::max(HintWidth(c_.lblStatus), c_.frStatus->width() / 3);
-  Put(c_.lblStatus, 0, 0, statusWidth, row);
-  Put(c_.lblFile, statusWidth + kGap, 0, c_.frStatus->width() - statusWidth - kGap, row);
+  PlaceStatus();
 
   const int top = c_.cmdClose->y() - c_.frBottom->y();
   Row commands(0, top, row);
@@ -148,11 +146,24 @@ void MainLayout::PlaceBottom(QSize inner) {
   // same 5 px.
   const int left = commands.Left();
   Put(c_.frProgress_o, left, top, c_.cmdClose->x() - c_.frBottom->x() - 5 - left, row);
+  PlaceProgressFrame();
+}
+
+void MainLayout::PlaceStatus() {
+  const int whole = c_.frStatus->width();
+  const int row = c_.frStatus->height();
+  const int status = std::clamp(HintWidth(c_.lblStatus), whole / 3, whole);
+  Put(c_.lblStatus, 0, 0, status, row);
+  Put(c_.lblFile, status + kGap, 0, whole - status - kGap, row);
+}
+
+void MainLayout::PlaceProgressFrame() {
+  const int row = c_.frProgress_o->height();
   const int counter =
       std::max(HintWidth(c_.lblProgress_o), TextWidth(c_.lblProgress_o, QStringLiteral("000/000")));
   Put(c_.lblProgress_o, 0, 0, counter, row);
-  const int barLeft = counter + kGap;
-  Put(c_.frProgress_0, barLeft, row / 4, c_.frProgress_o->width() - barLeft - 5, row / 2);
+  const int left = counter + kGap;
+  Put(c_.frProgress_0, left, row / 4, c_.frProgress_o->width() - left - 5, row / 2);
   PlaceProgress();
 }
 

@@ -20,14 +20,18 @@ class MainLayout : public QObject {
 
   // Lays everything out for the inner size of the window.
   void Apply(QSize inner);
-  // Puts the headers over the columns of the file list and the bar to its fraction.
+  // Puts the headers over the columns of the file list.
   void PlaceHeaders();
-  void PlaceProgress();
+  // Shares the status line between its text and the file in hand.
+  void PlaceStatus();
+  // Shares the run's frame between its counter and the bar.
+  void PlaceProgressFrame();
 
   // Width of the run's bar as a part of its frame, 0 to 1.
   void SetFraction(double fraction);
 
  private:
+  void PlaceProgress();
   void PlaceTop(int width);
   void PlaceBottom(QSize inner);
   void PlaceSite(int width);

@@ -19,6 +19,9 @@ class PatternChoice : public QObject {
   // Watches `combo`, which also owns the object.
   PatternChoice(QComboBox& combo, const QString& timerName);
 
+  // Forgets a choice whose expression is not in the box yet: the box shows another job now.
+  void Forget() { timer_.stop(); }
+
   // Fills the list and keeps the text.
   void SetEntries(const QStringList& entries);
 

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "ui/status_binding.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -17,22 +19,23 @@
 #include "ui/link_label.h"
 #include "ui/main_controls.h"
 #include "ui/main_layout.h"
+#include "ui/readable_colour.h"
 
 namespace zentorin {
 namespace {
 
-// The status line's colour as a colour that can be read on the window's background: the pure blue
-// and red of the board on a light one, lighter shades of them on a dark one.
-QColor ReadableColour(quint32 bgr, const QPalette& palette) {
-  if (bgr == StatusBoard::kBlack) return palette.color(QPalette::WindowText);
-  const QColor colour(static_cast<int>(bgr & 0xFF), static_cast<int>((bgr >> 8) & 0xFF),
-                      static_cast<int>((bgr >> 16) & 0xFF));
-  constexpr int kHalfLight = 128;
-  constexpr int kLighterPercent = 160;
-  const bool dark = palette.color(QPalette::Window).lightness() < kHalfLight;
-  if (!dark) return colour;
-  return QColor::fromHsl(colour.hslHue(), colour.hslSaturation(),
-                         std::min(255, colour.lightness() * kLighterPercent / 100));
+QColor FromBgr(quint32 bgr) {
+  constexpr quint32 kByte = 0xFF;
+  return {static_cast<int>(bgr & kByte), static_cast<int>((bgr >> 8) & kByte),
+          static_cast<int>((bgr >> 16) & kByte)};
+}
+
+// Sets a caption; true when it was another one.
+template <typename Control>
+bool SetCaption(Control* control, const QString& caption) {
+  if (control->text() == caption) return false;
+  control->setText(caption);
+  return true;
 }
 
 }  // namespace
@@ -47,43 +50,78 @@ StatusBinding::StatusBinding(StatusBoard& board, MainControls& controls, MainLay
     standby.checked = checked;
     board_.SetStandby(standby);
   });
+  // A palette that is changed while the program runs changes the status line's colour too.
+  c_.frStatus->installEventFilter(this);
+  ShowStatusColour();
   Show();
-  ShowProgress();
+}
+
+bool StatusBinding::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::PaletteChange) ShowStatusColour();
+  return QObject::eventFilter(watched, event);
 }
 
 void StatusBinding::Show() {
-  c_.lblStatus->setText(board_.Status());
-  QPalette palette = c_.frStatus->palette();
-  palette.setColor(QPalette::WindowText, ReadableColour(board_.StatusColour(), palette));
-  c_.lblStatus->setPalette(palette);
-  c_.cmdCancel->setVisible(board_.CancelShown());
+  ShowStatusLine();
+  SetShown(c_.cmdCancel, board_.CancelShown());
   c_.cmdCancel->setEnabled(board_.CancelEnabled());
   c_.cmdCancel->setText(board_.CancelCaption());
-  c_.frProgress_o->setVisible(board_.ProgressShown());
+  SetShown(c_.frProgress_o, board_.ProgressShown());
   ShowBusy();
   ShowStandby();
   ShowProgress();
-  Q_EMIT LayoutNeeded();
+}
+
+void StatusBinding::ShowStatusLine() {
+  if (SetCaption(c_.lblStatus, board_.Status())) layout_.PlaceStatus();
+  if (board_.StatusColour() != shownColour_) ShowStatusColour();
+}
+
+void StatusBinding::ShowStatusColour() {
+  shownColour_ = board_.StatusColour();
+  QPalette palette;
+  if (shownColour_ != StatusBoard::kBlack) {
+    const QColor colour = ReadableColour(FromBgr(shownColour_), c_.frStatus->palette());
+    palette.setColor(QPalette::WindowText, colour);
+  }
+  c_.lblStatus->setPalette(palette);
 }
 
 void StatusBinding::ShowProgress() {
   c_.lblFile->setText(board_.File());
   c_.lblUrl_All_Cnt->setText(board_.FileCount());
-  c_.lblProgress_o->setText(board_.Counter());
+  if (SetCaption(c_.lblProgress_o, board_.Counter())) layout_.PlaceProgressFrame();
   // The bar has two writers: the run's own progress, and the fraction of the file in hand whenever
   // its text changes. The later one counts.
-  if (board_.Done() != c_.lblDone->text()) {
-    c_.lblDone->setText(board_.Done());
-    layout_.SetFraction(NumericValue(board_.Done()));
-  }
+  if (SetCaption(c_.lblDone, board_.Done())) layout_.SetFraction(NumericValue(board_.Done()));
   if (board_.Progress() != shownProgress_) {
     shownProgress_ = board_.Progress();
     layout_.SetFraction(shownProgress_);
   }
 }
 
+void StatusBinding::SetShown(QWidget* control, bool shown) {
+  if (control->isHidden() != shown) return;
+  control->setVisible(shown);
+  Q_EMIT LayoutNeeded();
+}
+
 void StatusBinding::ShowBusy() {
-  const bool enabled = !board_.Busy();
+  c_.frSite->setEnabled(!board_.Busy() && board_.SiteEnabled());
+  if (board_.Busy() == shownBusy_) return;
+  shownBusy_ = board_.Busy();
+  if (shownBusy_) focusBefore_ = QApplication::focusWidget();
+  Lock(!shownBusy_);
+  // The focus moves on from a control that is disabled. It comes back unless the user has taken it
+  // elsewhere meanwhile.
+  if (shownBusy_) {
+    focusDuring_ = QApplication::focusWidget();
+  } else if (focusBefore_ != nullptr && QApplication::focusWidget() == focusDuring_) {
+    focusBefore_->setFocus();
+  }
+}
+
+void StatusBinding::Lock(bool enabled) {
   c_.mnuFile->menuAction()->setEnabled(enabled);
   for (QAction* action : c_.mnuFile->actions()) action->setEnabled(enabled);
   c_.mnuTool->menuAction()->setEnabled(enabled);
@@ -130,16 +168,17 @@ void StatusBinding::ShowBusy() {
                              c_.txtFileFormat,
                              c_.lblFormat};
   for (QWidget* widget : locked) widget->setEnabled(enabled);
-  c_.frSite->setEnabled(enabled && board_.SiteEnabled());
   job_.SetEditable(enabled);
 }
 
 void StatusBinding::ShowStandby() {
   const StatusBoard::Standby& standby = board_.GetStandby();
-  c_.ChkStandby->setVisible(standby.visible);
+  SetShown(c_.ChkStandby, standby.visible);
   c_.ChkStandby->setChecked(standby.checked);
-  if (!standby.caption.isEmpty()) c_.ChkStandby->setText(standby.caption);
   if (!standby.toolTip.isEmpty()) c_.ChkStandby->setToolTip(standby.toolTip);
+  if (!standby.caption.isEmpty() && SetCaption(c_.ChkStandby, standby.caption)) {
+    Q_EMIT LayoutNeeded();
+  }
 }
 
 }  // namespace zentorin

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
+#include <QWidget>
 
 namespace zentorin {
 
@@ -11,8 +13,9 @@ class StatusBoard;
 struct MainControls;
 
 // Shows the status board in the bottom of the window: status line, current file, progress,
-// counters, cancel button, after-batch box; and locks the editing surface while work runs. All
-// references must outlive the binding.
+// counters, cancel button, after-batch box; and locks the editing surface while work runs. A run
+// writes a status line for each file, so only what changed is touched. All references must outlive
+// the binding.
 class StatusBinding : public QObject {
   Q_OBJECT
 
@@ -20,20 +23,31 @@ class StatusBinding : public QObject {
   StatusBinding(StatusBoard& board, MainControls& controls, MainLayout& layout, JobBinding& job,
                 QObject* parent = nullptr);
 
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  Q_SIGNALS:
-  // Controls were shown or hidden: the window has to lay itself out again.
+  // Controls were shown, hidden or renamed: the window has to lay itself out again.
   void LayoutNeeded();
 
  private:
   void Show();
+  void ShowStatusLine();
+  void ShowStatusColour();
   void ShowProgress();
   void ShowBusy();
+  void Lock(bool enabled);
   void ShowStandby();
+  // Shows or hides a control whose room others take.
+  void SetShown(QWidget* control, bool shown);
 
   StatusBoard& board_;
   MainControls& c_;
   MainLayout& layout_;
   JobBinding& job_;
+  bool shownBusy_ = false;
+  QPointer<QWidget> focusBefore_;  // had the focus when work began
+  QPointer<QWidget> focusDuring_;  // got it from there
+  quint32 shownColour_ = 0;
   double shownProgress_ = 0;
 };
 

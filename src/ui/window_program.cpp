@@ -13,19 +13,52 @@ namespace zentorin {
 WindowProgram::WindowProgram(Workspace& workspace, AutoRun& autoRun, frmMain& window)
     : workspace_(workspace), autoRun_(autoRun), window_(window) {
   connect(&autoRun, &AutoRun::Finished, this, &WindowProgram::TakeOutcome);
+  connect(&autoRun, &AutoRun::Finished, this, [this] {
+    claims_ = true;
+    ClaimOpenList();
+  });
+  connect(&workspace.urlList, &UrlList::CurrentListFileChanged, this,
+          &WindowProgram::ClaimOpenList);
+  connect(&claim_, &ListClaim::RaiseRequested, this, [this](const QByteArray& token) {
+    if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
+    window_.ComeForward();
+  });
   connect(&window, &frmMain::Closed, this, [this] { Q_EMIT Ended(exitStatus_); });
 }
 
 QCoro::Task<void> WindowProgram::Run(QStringList arguments) {
   const CommandLine line = ReadArguments(arguments, workspace_.drives);
-  const auto layOut = [this] {
+  const bool elsewhere = co_await IsOpenElsewhere(line);
+  if (elsewhere) {
+    Q_EMIT Ended(kExitDone);
+    co_return;
+  }
+  // A window that is to wait in the notification area is not shown before.
+  const bool toTray = line.autoMode && line.trayMode;
+  const auto layOut = [this, toTray] {
     window_.PlaceBySettings();
-    window_.show();
+    if (!toTray) window_.show();
   };
+  claims_ = !line.autoMode;
   const bool started = co_await StartUp(workspace_, autoRun_, line, layOut);
   // After a fault the window stays open with what has been loaded so far.
   if (started) window_.FinishStartUp(line.debugMode);
-  if (!started && !window_.isVisible()) window_.show();
+  if (started) co_return;
+  claims_ = true;
+  ClaimOpenList();
+  if (!window_.isVisible()) window_.show();
+}
+
+void WindowProgram::ClaimOpenList() {
+  if (claims_) claim_.Take(workspace_.urlList.CurrentListFile());
+}
+
+QCoro::Task<bool> WindowProgram::IsOpenElsewhere(const CommandLine& line) {
+  if (line.autoMode || line.files.isEmpty()) co_return false;
+  const QString path = FindListFile(line.files.last(), workspace_.drives);
+  if (claim_.Take(path)) co_return false;
+  const bool raised = co_await claim_.RaiseHolder(path);
+  co_return raised;
 }
 
 void WindowProgram::Stop() {

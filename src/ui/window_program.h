@@ -6,14 +6,18 @@
 
 #include <QCoro/QCoroTask>
 
+#include "ui/list_claim.h"
+
 namespace zentorin {
 
 class AutoRun;
+struct CommandLine;
 class Workspace;
 class frmMain;
 
 // The life of the program with a window: start-up, the time in which the window lives, and the exit
-// status. All references outlive it.
+// status. A start whose list is open in another window brings that one forward and ends. All
+// references outlive it.
 class WindowProgram : public QObject {
   Q_OBJECT
 
@@ -30,10 +34,15 @@ class WindowProgram : public QObject {
 
  private:
   void TakeOutcome(bool ran);
+  void ClaimOpenList();
+  QCoro::Task<bool> IsOpenElsewhere(const CommandLine& line);
 
   Workspace& workspace_;
   AutoRun& autoRun_;
   frmMain& window_;
+  ListClaim claim_;
+  // An armed run does not mind a window on its list, and counts as none until it has finished.
+  bool claims_ = false;
   int exitStatus_ = 0;
 };
 

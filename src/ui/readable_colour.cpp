@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "ui/readable_colour.h"
+
+#include <QPalette>
+#include <algorithm>
+
+namespace zentorin {
+
+QColor ReadableColour(const QColor& colour, const QPalette& palette) {
+  constexpr int kHalfLight = 128;
+  constexpr int kLeastLight = 190;
+  if (palette.color(QPalette::Window).lightness() >= kHalfLight) return colour;
+  return QColor::fromHsl(colour.hslHue(), colour.hslSaturation(),
+                         std::max(colour.lightness(), kLeastLight));
+}
+
+}  // namespace zentorin

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#include "ui/window_place.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+#include <algorithm>
+
+#include "app/app_settings.h"
+
+namespace zentorin {
+namespace {
+
+// The part of a window's upper edge that has to be in sight, pixels.
+constexpr int kGripWidth = 60;
+constexpr int kGripHeight = 20;
+
+bool CanBeGrabbed(const QRect& window, const QRect& screen) {
+  const QRect edge(window.topLeft(), QSize(window.width(), kGripHeight));
+  const QRect seen = edge.intersected(screen);
+  return seen.height() >= kGripHeight && seen.width() >= std::min(kGripWidth, window.width());
+}
+
+int Distance(const QRect& window, const QRect& screen) {
+  return (window.center() - screen.center()).manhattanLength();
+}
+
+}  // namespace
+
+QRect PlaceFromSettings(const AppSettings& settings) {
+  QRect place(QPoint(settings.formLeft, settings.formTop),
+              QPoint(settings.formRight - 1, settings.formBottom - 1));
+  if (!place.isValid()) {
+    const AppSettings first;
+    place.setSize({first.formRight - first.formLeft, first.formBottom - first.formTop});
+  }
+  const QList<QScreen*> screens = QGuiApplication::screens();
+  const auto grabbable = [&place](const QScreen* screen) {
+    return CanBeGrabbed(place, screen->availableGeometry());
+  };
+  if (screens.isEmpty() || std::any_of(screens.begin(), screens.end(), grabbable)) return place;
+  const auto nearer = [&place](const QScreen* one, const QScreen* other) {
+    return Distance(place, one->availableGeometry()) < Distance(place, other->availableGeometry());
+  };
+  const QRect screen =
+      (*std::min_element(screens.begin(), screens.end(), nearer))->availableGeometry();
+  place.setSize(place.size().boundedTo(screen.size()));
+  place.moveCenter(screen.center());
+  return place;
+}
+
+void RememberPlace(const QWidget& window, AppSettings& settings) {
+  const bool normal =
+      (window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized)) ==
+      Qt::WindowNoState;
+  const QRect place =
+      normal || !window.normalGeometry().isValid() ? window.geometry() : window.normalGeometry();
+  settings.formLeft = place.x();
+  settings.formTop = place.y();
+  settings.formRight = place.x() + place.width();
+  settings.formBottom = place.y() + place.height();
+}
+
+}  // namespace zentorin
