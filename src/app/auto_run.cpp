@@ -44,6 +44,8 @@ bool AutoRun::Arm(const CommandLine& line) {
   workspace_.board.SetCancelEnabled(true);
   if (trayMode_) Q_EMIT MoveToTrayRequested();
   timer_.start();
+  // The first tick comes as soon as start-up has returned: "at once" is not a second later.
+  QMetaObject::invokeMethod(this, &AutoRun::Tick, Qt::QueuedConnection);
   return true;
 }
 
