@@ -143,7 +143,10 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
   if (address.contains(QLatin1Char('/'))) {
     board.SetFileBytes(0);
     board.SetFile(ShownAddress(address));
-    const RowOutcome outcome = co_await download_->Fetch(address, row[FileListRow::Date]);
+    QCoro::Task<RowOutcome> fetch = download_->Fetch(address, row[FileListRow::Date]);
+    const int next = rows.Peek();
+    if (next >= 0) download_->Prepare(RowAddress(files.Row(next), root_));
+    const RowOutcome outcome = co_await fetch;
     const int place = rows.Find(row);
     row.Set(FileListRow::Date, outcome.date);
     row.Set(FileListRow::Mark, ReportFor(outcome.code, false).mark);

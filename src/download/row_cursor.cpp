@@ -10,9 +10,15 @@ RowCursor::RowCursor(FileList& files) : files_(files) {
 }
 
 int RowCursor::Next() {
-  while (next_ < files_.Count() && !files_.IsSelected(next_)) ++next_;
-  last_ = next_ < files_.Count() ? next_++ : -1;
+  last_ = Peek();
+  if (last_ >= 0) next_ = last_ + 1;
   return last_;
+}
+
+int RowCursor::Peek() const {
+  int row = next_;
+  while (row < files_.Count() && !files_.IsSelected(row)) ++row;
+  return row < files_.Count() ? row : -1;
 }
 
 int RowCursor::Find(const FileListRow& row) const {

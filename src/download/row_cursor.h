@@ -16,6 +16,8 @@ class RowCursor : public QObject {
 
   // The next selected row; -1 when there is none.
   int Next();
+  // The selected row that Next() would answer if the list stayed as it is; -1 when there is none.
+  int Peek() const;
   // Where the row last answered by Next() is now, known by its content; -1 when it is gone.
   int Find(const FileListRow& row) const;
 

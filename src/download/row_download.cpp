@@ -82,6 +82,19 @@ QCoro::Task<RowOutcome> RowDownload::Fetch(QString address, QString date) {
   co_return outcome;
 }
 
+void RowDownload::Prepare(const QString& address) {
+  if (context_.options.addDate || IsStreamSuffix(SuffixOf(address))) return;
+  const QString name = LocalName({}, address);
+  if (name.isEmpty()) return;
+  QString folder = saveFolder_.Path();
+  if (job_.treeFolder) {
+    folder +=
+        QLatin1Char('/') +
+        TreeFolder(address, job_.rootBase, job_.root).replace(QLatin1Char('\\'), QLatin1Char('/'));
+  }
+  if (job_.overWrite || !FileExists(folder + QLatin1Char('/') + name)) download_.Prepare(address);
+}
+
 QCoro::Task<int> RowDownload::FetchFile(QString address, RowOutcome& outcome) {
   const QString prefix = co_await DatePrefix(address, outcome.date);
   // Without its prefix the name may be that of another file, which no cancel may delete.

@@ -42,6 +42,10 @@ class RowDownload {
   // The object must outlive the task.
   QCoro::Task<RowOutcome> Fetch(QString address, QString date);
 
+  // Sends the requests of the row that comes next ahead of its turn, when it looks as if it will be
+  // fetched: a plain file that is not there yet, whose name hangs on no date.
+  void Prepare(const QString& address);
+
  private:
   class BoardProgress;
 

@@ -43,19 +43,35 @@ SingleDownload::SingleDownload(HttpEngine& engine, MyXMLHttpRequest& http, RunSt
                                LocalFile::WriteCall write)
     : engine_(engine), http_(http), state_(state), write_(write) {}
 
+void SingleDownload::Prepare(const QString& url) {
+  if (!state_.CancelRequested()) prepared_ = Send(url);
+}
+
+// The length query goes out first and the request right behind it: on a slow line a file then costs
+// the round trips of one of them.
+SingleDownload::Requests SingleDownload::Send(const QString& url) {
+  Requests requests;
+  requests.url = url;
+  requests.length = http_.QueryHeader(url, HeaderSelector::ContentLength);
+  requests.transfer = engine_.Open(FreshRequest(url));
+  return requests;
+}
+
+SingleDownload::Requests SingleDownload::TakePrepared(const QString& url) {
+  std::optional<Requests> prepared = std::exchange(prepared_, std::nullopt);
+  if (prepared && prepared->url == url) return std::move(*prepared);
+  return Send(url);
+}
+
 QCoro::Task<int> SingleDownload::DownloadToFile(QString url, QString path,
                                                 DownloadProgress* progress) {
   fileRefused_ = false;
-  // The query goes out first and the request right behind it: on a slow line a file then costs the
-  // round trips of one of them.
-  QCoro::Task<QString> query = http_.QueryHeader(url, HeaderSelector::ContentLength);
-  HttpRequest request = FreshRequest(url);
-  const std::unique_ptr<HttpTransfer> transfer = engine_.Open(std::move(request));
-  const QString length = co_await query;
+  const Requests requests = TakePrepared(url);
+  const QString length = co_await requests.length;
   const double expected = std::max(0.0, NumericValue(length));
   if (state_.CancelRequested()) co_return kCancelled;
 
-  const HttpHead head = co_await transfer->Head();
+  const HttpHead head = co_await requests.transfer->Head();
   if (state_.CancelRequested()) co_return kCancelled;
   if (head.status != kStatusOk) co_return kFatal;
 
@@ -63,7 +79,7 @@ QCoro::Task<int> SingleDownload::DownloadToFile(QString url, QString path,
   const int refused = file.Open(path);
   fileRefused_ = refused != 0;
   if (refused != 0) co_return refused;
-  const int result = co_await CopyBody(*transfer, file, expected, progress);
+  const int result = co_await CopyBody(*requests.transfer, file, expected, progress);
   const int closed = file.Close();
   co_return result == kComplete ? closed : result;
 }

@@ -3,6 +3,8 @@
 
 #include <QByteArray>
 #include <QString>
+#include <memory>
+#include <optional>
 
 #include <QCoro/QCoroTask>
 #include <unistd.h>
@@ -44,6 +46,11 @@ class SingleDownload {
   // cancelled, -1 not available (nothing is opened then), else a run-time error number.
   QCoro::Task<int> DownloadToFile(QString url, QString path, DownloadProgress* progress);
 
+  // Sends the requests for an address ahead of its turn, so that its answer is on the way while the
+  // file before it is written. DownloadToFile() takes them over when it comes for that address
+  // next, and drops them when it comes for another one.
+  void Prepare(const QString& url);
+
   // True when the last DownloadToFile() was refused the file: it is a link, a folder, not
   // permitted. Whatever lies at that path is none of the download's making.
   bool FileRefused() const { return fileRefused_; }
@@ -54,6 +61,15 @@ class SingleDownload {
   QCoro::Task<int> HTTPDownloadFile(QString url, QString path);
 
  private:
+  // The two requests of one file, under way.
+  struct Requests {
+    QString url;
+    QCoro::Task<QString> length;
+    std::unique_ptr<HttpTransfer> transfer;
+  };
+
+  Requests Send(const QString& url);
+  Requests TakePrepared(const QString& url);
   QCoro::Task<int> CopyBody(HttpTransfer& transfer, LocalFile& file, double expected,
                             DownloadProgress* progress);
 
@@ -61,6 +77,7 @@ class SingleDownload {
   MyXMLHttpRequest& http_;
   RunState& state_;
   LocalFile::WriteCall write_;
+  std::optional<Requests> prepared_;
   bool fileRefused_ = false;
   QByteArray wholeBody_;  // of the last HTTPDownloadFile()
 };

@@ -114,6 +114,9 @@ TEST_F(DownloadRunTest, RowsAreFetchedMarkedAndDeselectedInOrder) {
             "  - Skip - already existed\r\n    http://s.test/old\r\n\r\n"
             "  x Error 52\r\n    http://s.test/dir/\r\n\r\n");
 
+  EXPECT_EQ(server.Hits(QStringLiteral("/old")), 0) << "nothing is asked ahead for what is there";
+  EXPECT_EQ(server.Hits(QStringLiteral("/none")), 2) << "asked ahead or not, a file is asked once";
+
   job.EditFlag(TargetUrlItem::OverWrite, true);
   EXPECT_EQ(MarkOf(QStringLiteral("http://s.test/old")), QStringLiteral("o"));
   EXPECT_EQ(home.Read(QStringLiteral("save/old")), "new");
