@@ -14,8 +14,10 @@
 #include "app/workspace.h"
 #include "base/clock.h"
 #include "compositions.h"
-#include "download/no_stream_capture.h"
+#include "download/stream/external_stream_capture.h"
+#include "download/stream/x11_tool_windows.h"
 #include "download/system_services.h"
+#include "launch/installed_programs.h"
 
 namespace zentorin {
 
@@ -24,7 +26,9 @@ int RunUnattended(const QStringList& arguments, const QString& programFolder) {
   SystemClock clock;
   TerminalMessages messages(terminal);
   TerminalOpener opener(terminal);
-  NoStreamCapture capture(messages, opener);
+  const InstalledPrograms programs(XdgFolders::FromEnvironment());
+  X11ToolWindows toolWindows;
+  ExternalStreamCapture capture(programs, toolWindows);
   SystemServices services;
   const World world{.clock = clock,
                     .messages = messages,

@@ -10,8 +10,10 @@
 #include "base/drives.h"
 #include "compositions.h"
 #include "download/no_power_control.h"
-#include "download/no_stream_capture.h"
+#include "download/stream/external_stream_capture.h"
+#include "download/stream/x11_tool_windows.h"
 #include "launch/desktop_opener.h"
+#include "launch/installed_programs.h"
 #include "launch/process_starter.h"
 #include "ui/frm_main.h"
 #include "ui/plain_text_windows.h"
@@ -30,7 +32,9 @@ int RunWindow(const QStringList& arguments, const QString& programFolder) {
   PlainTextWindows texts(dialogs, messages);
   Drives drives(programFolder);
   DesktopOpener opener(drives, starter, messages, texts);
-  NoStreamCapture capture(messages, opener);
+  const InstalledPrograms programs(XdgFolders::FromEnvironment());
+  X11ToolWindows toolWindows;
+  ExternalStreamCapture capture(programs, toolWindows);
   NoPowerControl power;
   const World world{
       .clock = clock, .messages = messages, .opener = opener, .capture = capture, .power = power};

@@ -140,7 +140,7 @@ QCoro::Task<int> RowDownload::CaptureStream(QString address, RowOutcome& outcome
   if (refused != kMayWrite) co_return refused;
   // The recording program would write through a link.
   if (QFileInfo(path).isSymLink()) co_return static_cast<int>(RunTimeError::PathAccess);
-  const int code = co_await context_.capture.Capture(address, path);
+  const int code = co_await context_.capture.Capture(context_, address, path);
   if (context_.state.CancelRequested()) DeleteLocalFile(path);
   co_return code;
 }

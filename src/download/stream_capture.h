@@ -7,6 +7,8 @@
 
 namespace zentorin {
 
+struct DownloadContext;
+
 // Records a stream through an external program.
 class StreamCapture {
  public:
@@ -17,8 +19,11 @@ class StreamCapture {
 
   // Finds the recording program; called at the start of every run.
   virtual void FindTool() = 0;
-  // `path` is a path of this system. Result: a ResultCode.
-  virtual QCoro::Task<int> Capture(QString url, QString path) = 0;
+  // `url` is the row's address, `path` a path of this system. Result: a ResultCode. `context`
+  // outlives the task.
+  virtual QCoro::Task<int> Capture(const DownloadContext& context, QString url, QString path) = 0;
+  // Shows the program's window minimised, or hides it, when one is open.
+  virtual void ShowToolWindow(bool /*shown*/) {}
   // Asks the program's window to close when one is still open as this program ends. True when there
   // was one: it is given a moment then.
   virtual bool AskToolToClose() { return false; }

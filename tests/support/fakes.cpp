@@ -37,7 +37,8 @@ void RecordingOpener::PlayOrView(const QString& target) {
   opened.append(QStringLiteral("play:") + target);
 }
 
-QCoro::Task<int> FakeStreamCapture::Capture(QString url, QString path) {
+QCoro::Task<int> FakeStreamCapture::Capture(const DownloadContext& /*context*/, QString url,
+                                           QString path) {
   captured.append(url + QStringLiteral(" -> ") + path);
   if (during) during(path);
   co_return result;

@@ -43,7 +43,7 @@ class RecordingOpener : public Opener {
 class FakeStreamCapture : public StreamCapture {
  public:
   void FindTool() override { ++lookUps; }
-  QCoro::Task<int> Capture(QString url, QString path) override;
+  QCoro::Task<int> Capture(const DownloadContext& context, QString url, QString path) override;
 
   int result = 0;
   std::function<void(const QString& path)> during;

@@ -21,12 +21,14 @@ QString ChainText(QString text) {
 }
 
 // "raw" strips what a player needs from pictures and WMA sound, so these get their container back.
-// VLC's own writer of it notes two seconds too few as the length, the one of its codec library the
-// true ones.
+// VLC's own writer of it notes two seconds too few as the length. The one of its codec library
+// notes the true one, and writes as it goes only when it is told to: a recording that is broken off
+// would be lost otherwise.
 QString Container(const QString& path) {
   for (const QLatin1StringView ending :
        {QLatin1StringView(".wmv"), QLatin1StringView(".asf"), QLatin1StringView(".wma")}) {
-    if (path.endsWith(ending, Qt::CaseInsensitive)) return QStringLiteral("avformat{mux=asf}");
+    if (path.endsWith(ending, Qt::CaseInsensitive))
+      return QStringLiteral("avformat{mux=asf,options={flush_packets=1}}");
   }
   return QStringLiteral("raw");
 }

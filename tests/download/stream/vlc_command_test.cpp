@@ -23,7 +23,8 @@ TEST(VlcCommandTest, TheLoggedTextIsTheProgramsOwn) {
 
 TEST(VlcCommandTest, TheTranslatedChainIsClosedAndTakesTheContainerOfTheEnding) {
   EXPECT_EQ(ChainFor(QStringLiteral("/s/a.WMV")),
-            QStringLiteral("--sout=#std{access=file,mux=avformat{mux=asf},dst=\"/s/a.WMV\"}"));
+            QStringLiteral("--sout=#std{access=file,mux=avformat{mux=asf,options={flush_packets=1}}"
+                           ",dst=\"/s/a.WMV\"}"));
   EXPECT_EQ(ChainFor(QStringLiteral("/s/a.mp3")),
             QStringLiteral("--sout=#transcode{acodec=mp3,channels=2,ab=192}:"
                            "std{access=file,mux=raw,dst=\"/s/a.mp3\"}"));

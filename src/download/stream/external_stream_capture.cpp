@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "download/stream/external_stream_capture.h"
+
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <algorithm>
+
+#include "base/file_names.h"
+#include "base/message_boxes.h"
+#include "base/run_state.h"
+#include "base/status_board.h"
+#include "base/wait.h"
+#include "download/download_run.h"
+#include "download/local_target.h"
+#include "download/result_code.h"
+#include "download/stream/stream_get_tool.h"
+#include "download/stream/tool_windows.h"
+#include "download/stream/vlc_tool.h"
+#include "launch/opener.h"
+#include "net/api_web.h"
+#include "net/my_xml_http_request.h"
+
+namespace zentorin {
+namespace {
+
+Q_LOGGING_CATEGORY(captureLog, "zentorin.capture")
+
+const QString& DownloadPage() {
+  static const QString page =
+      QStringLiteral("https://forest.watch.impress.co.jp/library/software/vlcmedia_ply/");
+  return page;
+}
+
+// Fetched anew: what a page names may change from one moment to the next.
+QCoro::Task<QString> StreamAddress(const DownloadContext& context, QString url) {
+  if (SuffixOf(url) != QLatin1StringView(".asx")) co_return url;
+  const FetchedPage page = co_await context.http.FetchPageText(url);
+  co_return page.status == 0 ? API_Web::StreamLink(page.text) : QString();
+}
+
+}  // namespace
+
+ExternalStreamCapture::ExternalStreamCapture(const InstalledPrograms& programs,
+                                             ToolWindows& windows, const WatchTimes& times)
+    : lookup_(programs), windows_(windows), times_(times) {}
+
+ExternalStreamCapture::~ExternalStreamCapture() = default;
+
+void ExternalStreamCapture::FindTool() {
+  found_ = lookup_.FindAny();
+}
+
+QCoro::Task<int> ExternalStreamCapture::Capture(const DownloadContext& context, QString url,
+                                                QString path) {
+  if (auto chosen = lookup_.Find(context.options.streamingTool)) found_ = chosen;
+  if (!found_) {
+    co_await OfferDownloadPage(context);
+    co_return static_cast<int>(kToolNotInstalled);
+  }
+  const QString address = co_await StreamAddress(context, url);
+  if (context.state.CancelRequested()) co_return static_cast<int>(kCancelled);
+  if (address.isEmpty()) co_return static_cast<int>(kSkipNone);
+  const int code = co_await Record(context, address, path);
+  co_return code;
+}
+
+QCoro::Task<void> ExternalStreamCapture::OfferDownloadPage(const DownloadContext& context) {
+  const MessageBox question{
+      .title = QStringLiteral("VLC未インストール"),
+      .text = QStringLiteral(
+          "VLC media player　がインストールされていないようです。\r\n\r\n"
+          "ASX(ストリーミング形式）のダウンロードには、VLC media player が必要です。\r\n"
+          "VLC のダウンロードサイト（窓の杜）に接続しましょうか？"),
+      .buttons = MessageBox::Buttons::YesNo,
+      .defaultAnswer = MessageBox::Answer::No};
+  const MessageBox::Answer answer = co_await context.messages.Ask(question);
+  if (answer == MessageBox::Answer::Yes) context.opener.OpenWithDefaultHandler(DownloadPage());
+}
+
+QCoro::Task<int> ExternalStreamCapture::Record(const DownloadContext& context, QString address,
+                                               QString path) {
+  tool_ = MakeTool(context, address, path);
+  CaptureWatch watch(*tool_, context.state, context.board, path, times_);
+  const QString fault = tool_->Start();
+  int code = kFatal;
+  if (fault.isEmpty()) {
+    code = co_await watch.Run();
+  } else {
+    context.board.SetStatus(EscapeForDisplay(fault), StatusBoard::kRed);
+  }
+  // What has just ended may still be on its way here.
+  co_await YieldToEventLoop();
+  NoteOpenWindow();
+  tool_.reset();
+  co_return code;
+}
+
+std::unique_ptr<StreamTool> ExternalStreamCapture::MakeTool(const DownloadContext& context,
+                                                            const QString& address,
+                                                            const QString& path) {
+  const bool shown = context.options.vlcShow;
+  if (found_->kind == FoundTool::Kind::StreamGet) {
+    const StreamGetRecording recording{.address = address, .folder = QFileInfo(path).path()};
+    qCInfo(captureLog).noquote() << EscapeForDisplay(found_->path + u' ' + address);
+    return std::make_unique<StreamGetTool>(found_->words, QFileInfo(found_->path).path(), recording,
+                                           windows_, shown);
+  }
+  const VlcRecording recording{.address = address, .path = path};
+  qCInfo(captureLog).noquote() << EscapeForDisplay(found_->path + u' ' + VlcCommandText(recording));
+  return std::make_unique<VlcTool>(found_->words, recording, windows_, shown);
+}
+
+void ExternalStreamCapture::NoteOpenWindow() {
+  const auto* streamGet = dynamic_cast<const StreamGetTool*>(tool_.get());
+  if (streamGet != nullptr) openWindow_ = streamGet->Window();
+}
+
+void ExternalStreamCapture::ShowToolWindow(bool shown) {
+  if (tool_) tool_->Show(shown);
+}
+
+bool ExternalStreamCapture::AskToolToClose() {
+  if (openWindow_ == 0) return false;
+  const auto windows = windows_.List();
+  const bool open = std::ranges::find(windows, openWindow_, &ToolWindow::id) != windows.end();
+  if (open) windows_.Close(openWindow_);
+  openWindow_ = 0;
+  return open;
+}
+
+}  // namespace zentorin

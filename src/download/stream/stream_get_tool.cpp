@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include "download/stream/stream_get_tool.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QCoro/QCoroTimer>
+
+#include "base/text_condition.h"
+#include "net/api_web.h"
+
+namespace zentorin {
+namespace {
+
+constexpr std::chrono::milliseconds kAnswerTime(1000);
+constexpr std::chrono::milliseconds kHastyAnswerTime(200);
+constexpr std::chrono::milliseconds kAnswerPoll(50);
+constexpr std::chrono::milliseconds kKillTime(500);
+
+QHash<QString, QString> VariablesOf(const ToolWindow& window) {
+  return {{QStringLiteral("title"), window.title},
+          {QStringLiteral("class"), window.className},
+          {QStringLiteral("instance"), window.instance},
+          {QStringLiteral("visible"), QString::number(static_cast<int>(window.visible))},
+          {QStringLiteral("process"), QString::number(window.processId)},
+          {QStringLiteral("owner"), QString::number(window.owner)}};
+}
+
+bool Holds(const QString& condition, const QHash<QString, QString>& variables) {
+  return EvaluateCondition(condition, variables).value_or(false);
+}
+
+// The class is the tool's own, or what the compatibility layer makes of its file's name.
+bool IsMainWindow(const ToolWindow& window) {
+  const QHash<QString, QString> variables = VariablesOf(window);
+  return Holds(QStringLiteral("class = \"GetASFstreamWindow\" && owner == 0 || "
+                              "instance = \"GetASFstreamWindow\" && owner == 0 || "
+                              "class = \"streamget.exe\" && owner == 0 || "
+                              "instance = \"streamget.exe\" && owner == 0"),
+               variables);
+}
+
+// Another program's dialog of the same title is never answered.
+bool IsDialogOf(const ToolWindow& main, const ToolWindow& window, const QString& title) {
+  QHash<QString, QString> variables = VariablesOf(window);
+  variables.insert(QStringLiteral("wanted"), title);
+  variables.insert(QStringLiteral("main"), QString::number(main.id));
+  variables.insert(QStringLiteral("tool"), QString::number(main.processId));
+  return Holds(QStringLiteral("visible && title == wanted && owner == main || "
+                              "visible && title == wanted && process != 0 && process == tool"),
+               variables);
+}
+
+}  // namespace
+
+StreamGetTool::StreamGetTool(QStringList command, QString folder, StreamGetRecording recording,
+                             ToolWindows& windows, bool shown)
+    : command_(std::move(command)),
+      folder_(std::move(folder)),
+      recording_(std::move(recording)),
+      windows_(windows),
+      shown_(shown) {}
+
+QString StreamGetTool::Start() {
+  if (!windows_.Available()) {
+    return QStringLiteral("StreamGet は画面がないと実行できません。");
+  }
+  const FileOutcome written = WriteStreamGetSettings(folder_, recording_);
+  if (!written.Ok()) return written.message;
+  for (const ToolWindow& window : windows_.List()) otherWindows_.insert(window.id);
+  process_.Start(command_, folder_);
+  return {};
+}
+
+bool StreamGetTool::Appeared() {
+  const auto windows = windows_.List();
+  const auto found = std::ranges::find_if(windows, [this](const ToolWindow& window) {
+    return !otherWindows_.contains(window.id) && window.visible && IsMainWindow(window);
+  });
+  if (found == windows.end()) return false;
+  window_ = *found;
+  windows_.Show(window_.id, shown_);
+  return true;
+}
+
+// Before the window is there, the time that it has to appear is the only bound.
+bool StreamGetTool::Running() {
+  if (window_.id != 0) return FindWindow(window_.id).has_value();
+  return process_.Running() || process_.EndedWell();
+}
+
+ToolReading StreamGetTool::Read() {
+  AnswerYes(QStringLiteral("確認"));
+  const auto window = FindWindow(window_.id);
+  const QString played = StreamGetPlayed(folder_);
+  const QString status = window ? window->title : QString();
+  ToolReading reading;
+  const QString percent =
+      API_Web::FirstMatch(played + u' ' + status, QStringLiteral("([0-9]+(?:\\.[0-9]+)?) *%"));
+  constexpr double kWhole = 100;
+  reading.fraction = std::clamp(percent.toDouble() / kWhole, 0.0, 1.0);
+  reading.lengthKnown = reading.fraction > 0;
+  reading.text = percent.isEmpty() ? played : percent + u'%';
+  reading.moved = !played.isEmpty() || reading.lengthKnown;
+  reading.fileExists = Holds(
+      QStringLiteral("status ^ 既に存在 || status ^ すでに存在 || status ^ \"already exist\""),
+      {{QStringLiteral("status"), status}});
+  return reading;
+}
+
+QCoro::Task<void> StreamGetTool::End(bool atOnce) {
+  const auto time = atOnce ? kHastyAnswerTime : kAnswerTime;
+  if (Running() && AnswerYes(QStringLiteral("注意"))) {
+    for (auto left = time; left.count() > 0 && Running(); left -= kAnswerPoll) {
+      co_await QCoro::sleepFor(kAnswerPoll);
+    }
+  }
+  if (window_.id != 0 && FindWindow(window_.id)) windows_.EndProgram(window_.id);
+  process_.Kill();
+  co_await process_.WaitForEnd(kKillTime);
+}
+
+void StreamGetTool::Show(bool shown) {
+  if (window_.id != 0) windows_.Show(window_.id, shown);
+}
+
+std::optional<ToolWindow> StreamGetTool::FindWindow(quint32 id) const {
+  const auto windows = windows_.List();
+  const auto found = std::ranges::find(windows, id, &ToolWindow::id);
+  if (found == windows.end()) return std::nullopt;
+  return *found;
+}
+
+// True when there was such a dialog. One that stays is answered again at the next look.
+bool StreamGetTool::AnswerYes(const QString& title) {
+  for (const ToolWindow& window : windows_.List()) {
+    if (!IsDialogOf(window_, window, title)) continue;
+    windows_.PressKey(window.id, u'Y');
+    return true;
+  }
+  return false;
+}
+
+}  // namespace zentorin

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QSet>
+#include <QStringList>
+#include <optional>
+
+#include "download/stream/stream_get_settings.h"
+#include "download/stream/stream_tool.h"
+#include "download/stream/tool_windows.h"
+
+namespace zentorin {
+
+// A run of StreamGet, a Windows program that a compatibility layer shows on this desktop. It takes
+// its orders from its settings file; what it does is seen in its windows and in that file. Its
+// controls are no windows of their own here, so its status text is its window's title.
+class StreamGetTool : public StreamTool {
+ public:
+  // `command`: the words that start it; `folder`: where it lies. `windows` outlives the object.
+  StreamGetTool(QStringList command, QString folder, StreamGetRecording recording,
+                ToolWindows& windows, bool shown);
+
+  QString Start() override;
+  bool Appeared() override;
+  std::chrono::milliseconds AppearTime() const override { return std::chrono::seconds(20); }
+  // The layer's starter may end at once: the tool runs as long as it has its window.
+  bool Running() override;
+  ToolReading Read() override;
+  QCoro::Task<void> End(bool atOnce) override;
+  void Show(bool shown) override;
+
+  // The tool's main window; 0 before it was seen.
+  quint32 Window() const { return window_.id; }
+
+ private:
+  std::optional<ToolWindow> FindWindow(quint32 id) const;
+  bool AnswerYes(const QString& title);
+
+  QStringList command_;
+  QString folder_;
+  StreamGetRecording recording_;
+  ToolWindows& windows_;
+  bool shown_;
+  QSet<quint32> otherWindows_;  // there before the start: other runs of the same program
+  ToolWindow window_;
+};
+
+}  // namespace zentorin

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <chrono>
+
+#include <QCoro/QCoroTask>
+
+#include "download/stream/tool_process.h"
+
+namespace zentorin {
+
+// What a tool shows of its recording at one moment.
+struct ToolReading {
+  QString text;         // as the user sees it: "00:00:13/00:01:00", "45%"
+  double fraction = 0;  // 0 to 1
+  bool lengthKnown = false;
+  bool moved = false;       // the recording has got on since its start
+  bool fileExists = false;  // the tool says that it need not record
+};
+
+// One run of a recording program, from its start to its end. The watch drives it.
+class StreamTool {
+ public:
+  StreamTool() = default;
+  StreamTool(const StreamTool&) = delete;
+  StreamTool& operator=(const StreamTool&) = delete;
+  virtual ~StreamTool() = default;
+
+  // Empty, or why the tool cannot be started.
+  virtual QString Start() = 0;
+
+  // True once it can be watched, asked every 10 ms for at most AppearTime().
+  virtual bool Appeared() = 0;
+  virtual std::chrono::milliseconds AppearTime() const = 0;
+
+  virtual bool Running() { return process_.Running(); }
+  // Called every 500 ms; also answers what the tool asks.
+  virtual ToolReading Read() = 0;
+
+  // Leaves no process behind. `atOnce`: the user waits for it, and the recording is of no use.
+  virtual QCoro::Task<void> End(bool atOnce) = 0;
+
+  // Shows the tool's window minimised, or hides it.
+  virtual void Show(bool shown) = 0;
+
+  ToolProcess& Process() { return process_; }
+
+ protected:
+  ToolProcess process_;
+};
+
+}  // namespace zentorin

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "download/stream/tool_lookup.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "launch/exec_line.h"
+#include "launch/installed_programs.h"
+
+namespace zentorin {
+namespace {
+
+constexpr QLatin1StringView kStreamGetFile("StreamGet.exe");
+
+bool IsVlc(const QString& path) {
+  const QString name = QFileInfo(path).fileName();
+  return name.compare(QLatin1StringView("vlc"), Qt::CaseInsensitive) == 0 ||
+         name.compare(QLatin1StringView("cvlc"), Qt::CaseInsensitive) == 0;
+}
+
+// "StreamGet.exe" in a folder, in whatever letter case; empty when it is not there.
+QString StreamGetIn(const QString& folder) {
+  if (!QDir::isAbsolutePath(folder)) return {};
+  const QStringList files = QDir(folder).entryList({kStreamGetFile}, QDir::Files);
+  return files.isEmpty() ? QString() : QDir(folder).filePath(files.first());
+}
+
+// The folder of the compatibility layer's drives.
+QString DrivesFolder(const QStringList& words) {
+  constexpr QLatin1StringView kPrefix("WINEPREFIX=");
+  QString prefix = qEnvironmentVariable("WINEPREFIX", QDir::homePath() + QStringLiteral("/.wine"));
+  for (const QString& word : words) {
+    if (word.startsWith(kPrefix)) prefix = word.sliced(kPrefix.size());
+  }
+  return prefix + QStringLiteral("/dosdevices/");
+}
+
+QString StreamGetNamedIn(const QStringList& words) {
+  for (QString word : words) {
+    word.replace(u'\\', u'/');
+    if (!word.endsWith(u'/' + kStreamGetFile, Qt::CaseInsensitive)) continue;
+    if (word.size() > 2 && word[1] == u':')
+      word = DrivesFolder(words) + word.toLower().left(2) + word.sliced(2);
+    if (const QString file = StreamGetIn(QFileInfo(word).path()); !file.isEmpty()) return file;
+  }
+  return {};
+}
+
+}  // namespace
+
+std::optional<FoundTool> ToolLookup::Find(int setting) const {
+  return setting == kStreamGet ? FindStreamGet() : FindVlc();
+}
+
+std::optional<FoundTool> ToolLookup::FindAny() const {
+  auto vlc = FindVlc();
+  return vlc ? vlc : FindStreamGet();
+}
+
+std::optional<FoundTool> ToolLookup::FindVlc() const {
+  QStringList candidates;
+  const auto entry = programs_.FindByDisplayName(QStringLiteral("VLC media player,VideoLAN VLC"));
+  if (entry) candidates.append(programs_.ProgramFile(*entry));
+  candidates += {programs_.Folders().FindCommand(QStringLiteral("vlc")),
+                 programs_.Folders().FindCommand(QStringLiteral("cvlc"))};
+  for (const QString& path : candidates) {
+    if (IsVlc(path)) return FoundTool{.kind = FoundTool::Kind::Vlc, .path = path, .words = {path}};
+  }
+  return std::nullopt;
+}
+
+std::optional<FoundTool> ToolLookup::FindStreamGet() const {
+  const auto entry = programs_.FindByDisplayName(QStringLiteral("GetASFStream"));
+  if (!entry) return std::nullopt;
+  auto words = ExpandExec(*entry, {});
+  if (!words) return std::nullopt;
+  QString path = StreamGetIn(entry->folder);
+  if (path.isEmpty()) path = StreamGetNamedIn(*words);
+  if (path.isEmpty()) return std::nullopt;
+  words->first() = programs_.ProgramFile(*entry);
+  return FoundTool{.kind = FoundTool::Kind::StreamGet, .path = path, .words = *words};
+}
+
+QStringList ToolLookup::Captions() const {
+  QStringList captions = {QStringLiteral("VLC media player"), QStringLiteral("GetASFStream")};
+  for (const int setting : {kVlc, kStreamGet}) {
+    const auto tool = Find(setting);
+    captions[setting] += tool ? QStringLiteral(" (%1)").arg(tool->path)
+                              : QStringLiteral("（インストールされていません）");
+  }
+  return captions;
+}
+
+}  // namespace zentorin

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <vector>
+
+namespace zentorin {
+
+// One window on the user's screen, or hidden from it.
+struct ToolWindow {
+  quint32 id = 0;
+  QString instance;  // both parts of its class
+  QString className;
+  QString title;
+  qint64 processId = 0;  // 0 when the window does not tell
+  quint32 owner = 0;     // the window that it is a dialog of; 0 for none
+  bool visible = false;
+
+  bool IsMain() const { return owner == 0; }
+  bool IsOfClass(const QString& name) const {
+    return className.compare(name, Qt::CaseInsensitive) == 0 ||
+           instance.compare(name, Qt::CaseInsensitive) == 0;
+  }
+};
+
+// The windows of other programs: what is there, and the few things that are done to them. Requests
+// for a window that is gone do nothing.
+class ToolWindows {
+ public:
+  ToolWindows() = default;
+  ToolWindows(const ToolWindows&) = delete;
+  ToolWindows& operator=(const ToolWindows&) = delete;
+  virtual ~ToolWindows() = default;
+
+  // False without a display; then the list is empty.
+  virtual bool Available() = 0;
+  virtual std::vector<ToolWindow> List() = 0;
+
+  // Types one letter into a window.
+  virtual void PressKey(quint32 window, char16_t letter) = 0;
+  // Shows it minimised, or hides it.
+  virtual void Show(quint32 window, bool shown) = 0;
+  // Asks it to close.
+  virtual void Close(quint32 window) = 0;
+  // Ends the program that made it.
+  virtual void EndProgram(quint32 window) = 0;
+};
+
+}  // namespace zentorin

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "download/stream/vlc_remote.h"
+
+#include <QFile>
+#include <array>
+#include <cstring>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace zentorin {
+namespace {
+
+constexpr qsizetype kMaxLineBytes = 65'536;
+
+// No command: the player's complaint about it tells that all before it is answered.
+constexpr char kMark[] = "zentorin-mark";
+
+}  // namespace
+
+VlcRemote::~VlcRemote() {
+  if (socket_ >= 0) ::close(socket_);
+}
+
+bool VlcRemote::Connect(const QString& path) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  const QByteArray name = QFile::encodeName(path);
+  if (socket_ >= 0) return true;
+  if (name.size() >= static_cast<qsizetype>(sizeof address.sun_path)) return false;
+  std::memcpy(address.sun_path, name.constData(), static_cast<std::size_t>(name.size()));
+  const int made = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+  if (made < 0) return false;
+  // A local socket connects at once or not at all.
+  if (::connect(made, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+    ::close(made);
+    return false;
+  }
+  socket_ = made;
+  return true;
+}
+
+void VlcRemote::Ask() {
+  Send(QByteArray("get_time\nget_length\nis_playing\n") + kMark + '\n');
+}
+
+void VlcRemote::Quit() {
+  Send("quit\n");
+}
+
+// A player that does not read is no reason to wait: it will be ended.
+void VlcRemote::Send(const QByteArray& commands) const {
+  if (socket_ < 0) return;
+  ::send(socket_, commands.constData(), static_cast<std::size_t>(commands.size()), MSG_NOSIGNAL);
+}
+
+std::optional<VlcRemote::Standing> VlcRemote::Answer() {
+  standing_.reset();
+  std::array<char, 4096> block{};
+  constexpr int kMaxBlocks = 64;
+  for (int i = 0; socket_ >= 0 && i < kMaxBlocks; ++i) {
+    const ssize_t count = ::recv(socket_, block.data(), block.size(), 0);
+    if (count <= 0) break;
+    buffer_.append(block.data(), count);
+  }
+  qsizetype begin = 0;
+  for (qsizetype end = buffer_.indexOf('\n'); end >= 0; end = buffer_.indexOf('\n', begin)) {
+    TakeLine(buffer_.mid(begin, end - begin).trimmed());
+    begin = end + 1;
+  }
+  buffer_.remove(0, begin);
+  if (buffer_.size() > kMaxLineBytes) buffer_.clear();
+  return standing_;
+}
+
+// Between the answers the player tells of its changes, in lines that are no numbers.
+void VlcRemote::TakeLine(const QByteArray& line) {
+  bool isNumber = false;
+  const qint64 number = line.toLongLong(&isNumber);
+  if (isNumber) {
+    constexpr int kMoreThanAnyAnswer = 8;
+    if (numbers_.size() < kMoreThanAnyAnswer) numbers_.append(number);
+  } else if (line.contains(kMark)) {
+    constexpr int kQuestions = 3;
+    if (numbers_.size() == kQuestions) {
+      standing_ = Standing{.position = std::max<qint64>(0, numbers_[0]),
+                           .length = std::max<qint64>(0, numbers_[1]),
+                           .playing = numbers_[2] != 0};
+    }
+    numbers_.clear();
+  }
+}
+
+}  // namespace zentorin

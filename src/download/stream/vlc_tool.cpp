@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "download/stream/vlc_tool.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <algorithm>
+#include <utility>
+
+#include "download/stream/tool_windows.h"
+
+namespace zentorin {
+namespace {
+
+constexpr std::chrono::milliseconds kQuitTime(1000);
+constexpr std::chrono::milliseconds kKillTime(500);
+
+// The longest name of a folder in which a socket's path still fits.
+constexpr qsizetype kMaxFolderBytes = 80;
+
+// "00:01:05"
+QString ClockText(qint64 seconds) {
+  constexpr qint64 kPerMinute = 60;
+  const auto two = [](qint64 number) { return QString::number(number).rightJustified(2, u'0'); };
+  return two(seconds / kPerMinute / kPerMinute) + u':' + two(seconds / kPerMinute % kPerMinute) +
+         u':' + two(seconds % kPerMinute);
+}
+
+QString SocketFolderTemplate() {
+  const QString name = QStringLiteral("/zentorin-XXXXXX");
+  const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+  for (const QString& folder : {runtime, QDir::tempPath()}) {
+    const bool fits = !folder.isEmpty() && folder.toUtf8().size() <= kMaxFolderBytes;
+    if (fits && QFileInfo(folder).isWritable()) return folder + name;
+  }
+  return QStringLiteral("/tmp") + name;
+}
+
+bool IsVlcWindow(const ToolWindow& window) {
+  return window.IsOfClass(QStringLiteral("vlc")) && window.IsMain();
+}
+
+}  // namespace
+
+VlcTool::VlcTool(QStringList command, VlcRecording recording, ToolWindows& windows, bool shown)
+    : command_(std::move(command)),
+      recording_(std::move(recording)),
+      windows_(windows),
+      shown_(shown) {}
+
+QString VlcTool::Start() {
+  folder_ = std::make_unique<QTemporaryDir>(SocketFolderTemplate());
+  if (!folder_->isValid()) {
+    return QStringLiteral("一時フォルダを作成できません: ") + folder_->errorString();
+  }
+  if (StartWith(shown_)) return {};
+  return QStringLiteral("録画できないアドレスです。: ") + recording_.address;
+}
+
+bool VlcTool::StartWith(bool shown) {
+  const QStringList arguments = VlcArguments(recording_, SocketPath(), shown);
+  if (arguments.isEmpty()) return false;
+  process_.Start(command_ + arguments);
+  return true;
+}
+
+bool VlcTool::Appeared() {
+  if (remote_.Connect(SocketPath())) {
+    remote_.Ask();
+    return true;
+  }
+  // VLC without its window plugin refuses the options of the window, and one that finds no display
+  // gives up: it records as well without.
+  if (shown_ && !process_.Running() && !process_.EndedWell()) {
+    shown_ = false;
+    StartWith(false);
+  }
+  return false;
+}
+
+ToolReading VlcTool::Read() {
+  if (const auto answer = remote_.Answer()) standing_ = *answer;
+  remote_.Ask();
+  ToolReading reading;
+  reading.lengthKnown = standing_.length > 0;
+  reading.moved = standing_.position > 0 || reading.lengthKnown;
+  if (!reading.moved) return reading;
+  reading.text = ClockText(standing_.position);
+  if (reading.lengthKnown) {
+    reading.text += u'/' + ClockText(standing_.length);
+    reading.fraction = std::min(
+        1.0, static_cast<double>(standing_.position) / static_cast<double>(standing_.length));
+  }
+  return reading;
+}
+
+QCoro::Task<void> VlcTool::End(bool atOnce) {
+  if (process_.Running() && !atOnce) {
+    // Only by its own end does it finish the file.
+    remote_.Quit();
+    co_await process_.WaitForEnd(kQuitTime);
+  }
+  process_.Kill();
+  co_await process_.WaitForEnd(kKillTime);
+}
+
+void VlcTool::Show(bool shown) {
+  const auto windows = windows_.List();
+  const auto own = std::ranges::find_if(windows, [this](const ToolWindow& window) {
+    return IsVlcWindow(window) && window.processId == process_.Id();
+  });
+  if (own != windows.end()) windows_.Show(own->id, shown);
+}
+
+}  // namespace zentorin
