@@ -22,4 +22,8 @@ void TerminalOpener::PlayOrView(const QString& target) {
   terminal_.Line(QStringLiteral("画面がないため再生しません: ") + target);
 }
 
+void TerminalOpener::OpenWith(const QString& applicationName, const QString& target) {
+  terminal_.Line(QStringLiteral("画面がないため起動しません: %1 %2").arg(applicationName, target));
+}
+
 }  // namespace zentorin

@@ -18,6 +18,7 @@ class TerminalOpener : public Opener {
   void OpenFolder(const QString& path) override;
   void ShowText(const QString& text, const QString& title) override;
   void PlayOrView(const QString& target) override;
+  void OpenWith(const QString& applicationName, const QString& target) override;
 
  private:
   Terminal& terminal_;

@@ -32,10 +32,7 @@ class DesktopOpener : public Opener {
   void OpenFolder(const QString& path) override;
   void ShowText(const QString& text, const QString& title) override;
   void PlayOrView(const QString& target) override;
-
-  // The same in a program of the table of well-known applications, by its name there; an empty
-  // target just starts it. The user is told of failures.
-  void OpenWith(const QString& applicationName, const QString& target);
+  void OpenWith(const QString& applicationName, const QString& target) override;
 
  private:
   // A start that the user waits for, with what there is to say about it.

@@ -77,6 +77,15 @@ constexpr std::array kTable = {
                      .tail = u"\\magnify.exe",
                      .type = u"",
                      .candidates = u"org.kde.kmag,kmag,magnus,virtual-magnifying-glass,xmag"},
+    KnownApplication{.name = u"システム情報",
+                     .folder = u"<SYSTEM>",
+                     .tail = u"\\msinfo32.exe",
+                     .type = u"",
+                     .candidates =
+                         u"org.kde.kinfocenter,gnome-system-panel,"
+                         u"gnome-info-overview-panel,gnome-about-panel,hardinfo2,hardinfo,"
+                         u"cinnamon-settings-info,org.gnome.SystemMonitor,"
+                         u"gnome-system-monitor,mate-system-monitor,xfce4-taskmanager"},
     KnownApplication{.name = u"ダイヤラ",
                      .folder = u"<WINDOWS>",
                      .tail = u"\\dialer.exe",

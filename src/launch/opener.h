@@ -22,6 +22,9 @@ class Opener {
   // A page in the browser; a file or stream in the program that is registered for it. The user is
   // told of failures.
   virtual void PlayOrView(const QString& target) = 0;
+  // The same in a program of the table of well-known applications, by its name there; an empty
+  // target just starts it. The user is told of failures.
+  virtual void OpenWith(const QString& applicationName, const QString& target) = 0;
 };
 
 }  // namespace zentorin

@@ -46,6 +46,9 @@ void FileListBinding::ShowSelection(int first, int last) {
   if (following_) return;
   const QScopedValueRollback<bool> guard(following_, true);
   last = std::min(last, files_.rowCount() - 1);
+  // A change of the whole list is told without its old selection: to take very many ranges out of
+  // very many others costs the view their product.
+  if (first == 0 && last == files_.rowCount() - 1) view_.clearSelection();
   QItemSelection selected;
   QItemSelection deselected;
   for (int begin = first; begin <= last;) {

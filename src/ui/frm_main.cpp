@@ -27,6 +27,7 @@
 #include "ui/line_list_view.h"
 #include "ui/link_label.h"
 #include "ui/list_drop.h"
+#include "ui/list_menus.h"
 #include "ui/pattern_choice.h"
 #include "ui/status_binding.h"
 #include "ui/template_help.h"
@@ -57,6 +58,7 @@ frmMain::frmMain(const WindowContext& context)
       urlList_(std::make_unique<UrlListBinding>(context.workspace.urlList, *c_.lstTargetUrl)),
       files_(std::make_unique<FileListBinding>(context.workspace.files, *c_.lstUrl_All)),
       tray_(std::make_unique<TrayIcon>()),
+      menus_(std::make_unique<ListMenus>(context.workspace, c_)),
       subUrlChoice_(new PatternChoice(*c_.cmbUrl_SubPattern, QStringLiteral("Timer_ComboSubUrl"))),
       fileChoice_(new PatternChoice(*c_.cmbFilePattern, QStringLiteral("Timer_ComboFile"))) {
   setObjectName(QStringLiteral("frmMain"));
@@ -157,6 +159,10 @@ void frmMain::ConnectSaveFolder() {
 
 void frmMain::ConnectPatterns() {
   JobEditor& job = context_.workspace.job;
+  connect(subUrlChoice_, &PatternChoice::DoubleClicked, this,
+          [this] { menus_->OpenInputEditor(c_.cmbUrl_SubPattern); });
+  connect(fileChoice_, &PatternChoice::DoubleClicked, this,
+          [this] { menus_->OpenInputEditor(c_.cmbFilePattern); });
   connect(subUrlChoice_, &PatternChoice::Chosen, this,
           [&job](const QString& expression) { job.Edit(TargetUrlItem::SubPattern, expression); });
   connect(fileChoice_, &PatternChoice::Chosen, this,

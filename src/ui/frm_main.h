@@ -17,6 +17,7 @@ class FileDialogs;
 class FileListBinding;
 class JobBinding;
 class ListCommands;
+class ListMenus;
 class PatternChoice;
 class StatusBinding;
 class TrayIcon;
@@ -93,6 +94,7 @@ class frmMain : public QMainWindow {
   std::unique_ptr<UrlListBinding> urlList_;
   std::unique_ptr<FileListBinding> files_;
   std::unique_ptr<TrayIcon> tray_;
+  std::unique_ptr<ListMenus> menus_;
   std::unique_ptr<frmSetting> setting_;  // the dialog as it was opened last
   PatternChoice* subUrlChoice_ = nullptr;
   PatternChoice* fileChoice_ = nullptr;

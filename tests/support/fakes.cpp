@@ -37,6 +37,10 @@ void RecordingOpener::PlayOrView(const QString& target) {
   opened.append(QStringLiteral("play:") + target);
 }
 
+void RecordingOpener::OpenWith(const QString& applicationName, const QString& target) {
+  opened.append(QStringLiteral("with:%1:%2").arg(applicationName, target));
+}
+
 QCoro::Task<int> FakeStreamCapture::Capture(const DownloadContext& /*context*/, QString url,
                                            QString path) {
   captured.append(url + QStringLiteral(" -> ") + path);

@@ -26,14 +26,15 @@ class RecordingMessageBoxes : public MessageBoxes {
   std::vector<MessageBox::Answer> answers;  // taken from the front
 };
 
-// Keeps what it was asked to open, as "default:target", "folder:path", "text:title:text" and
-// "play:target".
+// Keeps what it was asked to open, as "default:target", "folder:path", "text:title:text",
+// "play:target" and "with:application:target".
 class RecordingOpener : public Opener {
  public:
   void OpenWithDefaultHandler(const QString& target) override;
   void OpenFolder(const QString& path) override;
   void ShowText(const QString& text, const QString& title) override;
   void PlayOrView(const QString& target) override;
+  void OpenWith(const QString& applicationName, const QString& target) override;
 
   QStringList opened;
 };

@@ -23,12 +23,12 @@ namespace {
 // Answers every question with one path.
 class OnePath : public FileDialogs {
  public:
-  QCoro::Task<QString> AskForFileToOpen(FileDialog) override { co_return path; }
+  QCoro::Task<QString> AskForFileToOpen(FileDialog) override { co_return QString(path); }
   QCoro::Task<QString> AskForFileToSave(FileDialog dialog) override {
     proposed = dialog.proposedFile;
-    co_return path;
+    co_return QString(path);
   }
-  QCoro::Task<QString> AskForFolder(FileDialog) override { co_return path; }
+  QCoro::Task<QString> AskForFolder(FileDialog) override { co_return QString(path); }
 
   QString path;
   QString proposed;

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "ui/file_list_menu.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include "app/workspace.h"
+#include "crawl/file_list_search.h"
+#include "ui/context_menu.h"
+#include "ui/frm_search.h"
+#include "ui/line_list_view.h"
+#include "ui/link_label.h"
+#include "ui/main_controls.h"
+
+namespace zentorin {
+
+FileListMenu::FileListMenu(Workspace& workspace, MainControls& controls, QObject* parent)
+    : QObject(parent), workspace_(workspace), commands_(workspace) {
+  FillMenu(controls);
+  connect(controls.lstUrl_All, &QAbstractItemView::doubleClicked, this,
+          [this] { commands_.Play(); });
+  for (int i = 0; i < MainControls::kHeaderCount; ++i) {
+    // The headers are numbered from the parent page back to the mark.
+    const auto column = FileListRow::Column(FileListRow::Parent - i);
+    connect(controls.lblDescription[i], &LinkLabel::Clicked, this, [this, column, &controls] {
+      commands_.Sort(column);
+      // The list's tag text holds the direction.
+      controls.lstUrl_All->setProperty("Tag", commands_.SortTag());
+    });
+  }
+}
+
+void FileListMenu::FillMenu(MainControls& controls) {
+  LineListView& view = *controls.lstUrl_All;
+  auto* menu = new ContextMenu("mnuContext_List", view);
+  menu->OnlyWithEntries();
+  const auto on = [this](const QAction* action, auto command) {
+    connect(action, &QAction::triggered, this, command);
+  };
+  RunDriver& driver = workspace_.driver;
+  on(menu->AddEntry("mnuSelectAll", QStringLiteral("全て選択"), QKeySequence::SelectAll),
+     [this] { commands_.SelectAll(); });
+  on(menu->AddEntry("mnuContext_List_Download_Kobetu", QStringLiteral("ダウンロード")),
+     [&driver] { driver.DownloadCommand(false); });
+  on(menu->AddEntry("mnuContext_List_Download_All", QStringLiteral("ダウンロード　一括")),
+     [&driver] { driver.DownloadCommand(true); });
+  menu->addSeparator();
+  on(menu->AddEntry("mnuContext_List_OpenSite", QStringLiteral("サイトを開く")),
+     [this] { commands_.OpenSite(); });
+  on(menu->AddEntry("mnuContext_List_OpenSource", QStringLiteral("ソース")),
+     [this] { commands_.OpenSource(); });
+  on(menu->AddEntry("mnuContext_List_Play", QStringLiteral("再生／閲覧")),
+     [this] { commands_.Play(); });
+  menu->addSeparator();
+  on(menu->AddEntry("mnuContext_List_Copy", QStringLiteral("コピー"), QKeySequence::Copy),
+     [this] { QGuiApplication::clipboard()->setText(commands_.CopiedText()); });
+  on(menu->AddEntry("mnuContext_List_Search", QStringLiteral("検索"), QKeySequence::Find),
+     [this, &view] { ShowSearch(view.window()); });
+  menu->addSeparator();
+  on(menu->AddEntry("mnuContext_List_Delete", QStringLiteral("削除"), QKeySequence::Delete),
+     [this] { commands_.Delete(); });
+}
+
+void FileListMenu::ShowSearch(QWidget* window) {
+  if (search_ == nullptr) {
+    search_ = new frmSearch(window);
+    FileList& files = workspace_.files;
+    connect(search_, &frmSearch::FindNextRequested, this,
+            [&files](const QString& text) { FindNext(files, text); });
+    connect(search_, &frmSearch::FindAllRequested, this,
+            [&files](const QString& text) { FindAll(files, text); });
+  }
+  search_->show();
+  search_->raise();
+  search_->activateWindow();
+}
+
+}  // namespace zentorin

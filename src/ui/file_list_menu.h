@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+
+#include "app/file_list_commands.h"
+
+namespace zentorin {
+
+class frmSearch;
+struct MainControls;
+
+// The mouse and the keys of the file list: `mnuContext_List`, double-click, shortcuts, the column
+// headers and the search dialog. Both references outlive it.
+class FileListMenu : public QObject {
+  Q_OBJECT
+
+ public:
+  FileListMenu(Workspace& workspace, MainControls& controls, QObject* parent = nullptr);
+
+ private:
+  void FillMenu(MainControls& controls);
+  void ShowSearch(QWidget* window);
+
+  Workspace& workspace_;
+  FileListCommands commands_;
+  frmSearch* search_ = nullptr;  // made when first asked for and kept
+};
+
+}  // namespace zentorin

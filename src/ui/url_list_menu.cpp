@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "ui/url_list_menu.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include "app/workspace.h"
+#include "ui/context_menu.h"
+#include "ui/line_list_view.h"
+
+namespace zentorin {
+
+UrlListMenu::UrlListMenu(Workspace& workspace, LineListView& view, QObject* parent)
+    : QObject(parent), commands_(workspace) {
+  auto* menu = new ContextMenu("mnuContext_TargetUrl", view);
+  connect(menu, &ContextMenu::AskedByMouse, this,
+          [&workspace](const QModelIndex& entry) { workspace.urlList.Select(entry.row()); });
+  const auto on = [this](const QAction* action, auto command) {
+    connect(action, &QAction::triggered, this, command);
+  };
+  on(menu->AddEntry("mnuContext_TargetUrl_OpenSite", QStringLiteral("サイトを開く")),
+     [this] { commands_.OpenSite(); });
+  on(menu->AddEntry("mnuContext_TargetUrl_OpenSource", QStringLiteral("ソース")),
+     [this] { commands_.OpenSource(); });
+  menu->addSeparator();
+  on(menu->AddEntry("mnuTargetUrl_Copy", QStringLiteral("コピー"), QKeySequence::Copy), [this] {
+    const QString text = commands_.CopiedText();
+    if (!text.isEmpty()) QGuiApplication::clipboard()->setText(text);
+  });
+  on(menu->AddEntry("mnuTargetUrl_Paste", QStringLiteral("貼り付け"), QKeySequence::Paste),
+     [this] { commands_.Paste(QGuiApplication::clipboard()->text()); });
+  menu->addSeparator();
+  on(menu->AddEntry("mnuTargetUrl_Add", QStringLiteral("追加（下）"), Qt::Key_Insert),
+     [this] { commands_.Add(); });
+  on(menu->AddEntry("mnuTargetUrl_Del", QStringLiteral("削除"), QKeySequence::Delete),
+     [this] { commands_.Delete(); });
+  connect(&view, &QAbstractItemView::doubleClicked, this, [this] { commands_.OpenSite(); });
+}
+
+}  // namespace zentorin

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "ui/help_pages.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QSet>
+#include <QtTest>
+
+#include <gtest/gtest.h>
+
+#include "tests/ui/window_world.h"
+
+namespace zentorin::test {
+namespace {
+
+QString ReadPage(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QSet<QString> FirstGroups(const QString& text, const char* expression) {
+  QSet<QString> groups;
+  auto match = QRegularExpression(QLatin1String(expression)).globalMatch(text);
+  while (match.hasNext()) groups.insert(match.next().captured(1));
+  return groups;
+}
+
+TEST(HelpPages, EveryPageThatTheProgramOpensIsThere) {
+  const QString folder = FindHelpFolder();
+  ASSERT_FALSE(folder.isEmpty());
+  for (const HelpPage page : {HelpPage::Contents, HelpPage::Patterns, HelpPage::History}) {
+    EXPECT_TRUE(ReadPage(folder + u'/' + HelpFileName(page)).contains(QLatin1String("</html>")));
+  }
+}
+
+TEST(HelpPages, EveryLinkAndAnchorInThePagesLeadsSomewhereOnThisMachine) {
+  const QDir folder(FindHelpFolder());
+  int links = 0;
+  for (const QString& name : folder.entryList({QStringLiteral("*.html")})) {
+    for (const QString& link :
+         FirstGroups(ReadPage(folder.filePath(name)), "\\s(?:href|src)=\"([^\"]*)\"")) {
+      ++links;
+      const QString file = link.section(u'#', 0, 0);
+      const QString target = ReadPage(folder.filePath(file.isEmpty() ? name : file));
+      EXPECT_FALSE(target.isEmpty()) << (name + u' ' + link).toStdString();
+      const QString anchor = link.section(u'#', 1);
+      EXPECT_TRUE(anchor.isEmpty() || FirstGroups(target, "\\sid=\"([^\"]*)\"").contains(anchor))
+          << (name + u' ' + link).toStdString();
+    }
+  }
+  EXPECT_GT(links, 40);
+}
+
+TEST(HelpPages, OpenByTheMenuAndTheExampleLink) {
+  WindowWorld w;
+  w.Find<QAction>("mnuHelp2")->trigger();
+  TargetUrlItem job;
+  w.workspace.urlList.InsertBelow(-1, job);
+  w.workspace.urlList.Select(0);
+  QTest::mouseClick(w.Find<QLabel>("lblRegHelp"), Qt::LeftButton);
+  const QString folder = FindHelpFolder();
+  EXPECT_EQ(w.opener.opened, QStringList({QStringLiteral("default:%1/index.html").arg(folder),
+                                          QStringLiteral("default:%1/patterns.html").arg(folder)}));
+}
+
+}  // namespace
+}  // namespace zentorin::test
