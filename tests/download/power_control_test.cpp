@@ -48,10 +48,7 @@ TEST_F(PowerControlTest, EveryActionMakesExactlyItsCallsInOrder) {
   const QString session =
       QStringLiteral("GetSessionByPID(%1) Get(org.freedesktop.login1.Session,Id)")
           .arg(QCoreApplication::applicationPid());
-  const struct {
-    QString action;
-    QString calls;
-  } cases[] = {
+  const QList<QPair<QString, QString>> cases = {
       {kSuspend, QStringLiteral("CanSuspend() SuspendWithFlags(16)")},
       {QStringLiteral("休止"), QStringLiteral("CanHibernate() HibernateWithFlags(16)")},
       {kLogOff, session + QStringLiteral(" TerminateSession(7)")},
@@ -61,7 +58,7 @@ TEST_F(PowerControlTest, EveryActionMakesExactlyItsCallsInOrder) {
       {QStringLiteral("shutdown"), QString()},
   };
   for (const auto& each : cases) {
-    EXPECT_EQ(CallsOf(each.action), each.calls) << each.action.toStdString();
+    EXPECT_EQ(CallsOf(each.first), each.second) << each.first.toStdString();
   }
   for (const QString& answer : {QStringLiteral("inhibited"), QStringLiteral("inhibitor-blocked")}) {
     services.answers[QStringLiteral("CanSuspend")] = answer;
@@ -84,10 +81,7 @@ TEST_F(PowerControlTest, AServiceThatKnowsNoFlagsIsCalledWithoutThem) {
 }
 
 TEST_F(PowerControlTest, ARefusalIsASentenceThatNamesTheAction) {
-  const struct {
-    const char* answer;
-    QString text;
-  } answers[] = {
+  const QList<QPair<const char*, QString>> answers = {
       {"na", QStringLiteral("このコンピュータは対応していません。")},
       {"no", QStringLiteral("許可されていません。")},
       {"challenge", QStringLiteral("管理者の認証が必要です。")},
@@ -95,22 +89,19 @@ TEST_F(PowerControlTest, ARefusalIsASentenceThatNamesTheAction) {
   };
   const QString cannot = QStringLiteral("「スタンバイ」を実行できません。");
   for (const auto& each : answers) {
-    services.answers[QStringLiteral("CanSuspend")] = QString::fromLatin1(each.answer);
-    EXPECT_EQ(CallsOf(kSuspend), QStringLiteral("CanSuspend()|") + cannot + each.text);
+    services.answers[QStringLiteral("CanSuspend")] = QString::fromLatin1(each.first);
+    EXPECT_EQ(CallsOf(kSuspend), QStringLiteral("CanSuspend()|") + cannot + each.second);
   }
   services.answers.clear();
   const QString calls = QStringLiteral("CanSuspend() SuspendWithFlags(16)|") + cannot;
-  const struct {
-    const char* error;
-    QString text;
-  } errors[] = {
+  const QList<QPair<const char*, QString>> errors = {
       {"AccessDenied", QStringLiteral("許可されていません。")},
       {"InteractiveAuthorizationRequired", QStringLiteral("管理者の認証が必要です。")},
       {"Failed", QStringLiteral("a reason（org.freedesktop.DBus.Error.Failed）")},
   };
   for (const auto& each : errors) {
-    services.errors[QStringLiteral("SuspendWithFlags")] = {kError + QLatin1String(each.error)};
-    EXPECT_EQ(CallsOf(kSuspend), calls + each.text);
+    services.errors[QStringLiteral("SuspendWithFlags")] = {kError + QLatin1String(each.first)};
+    EXPECT_EQ(CallsOf(kSuspend), calls + each.second);
   }
 }
 
@@ -185,7 +176,15 @@ TEST_F(PowerControlTest, ADryRunSaysWhatItWouldCall) {
 }
 
 TEST_F(PowerControlTest, ABatchHoldsSleepOffAndActsAfterItsCountdown) {
-  CrawlContext crawl{http, state, board, messages, shownClock, clockOptions, urlList, job, files};
+  CrawlContext crawl{.http = http,
+                     .state = state,
+                     .board = board,
+                     .messages = messages,
+                     .clock = shownClock,
+                     .clockOptions = clockOptions,
+                     .urlList = urlList,
+                     .job = job,
+                     .files = files};
   FileListGenerator generator{crawl};
   RunDriver driver{context, urlList, generator, login1};
   server.Route(QStringLiteral("/dir/index.html"), test::Answer::Text("nothing"));
