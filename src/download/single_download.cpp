@@ -18,12 +18,10 @@ constexpr int kStatusOk = 200;
 constexpr std::chrono::seconds kConnectTimeout(60);
 constexpr std::chrono::seconds kIdleTimeout(60);
 
-// A direct request that no cache on the way may answer.
 HttpRequest FreshRequest(const QString& url) {
   HttpRequest request;
   request.url = url;
-  request.headers = {{.name = "Cache-Control", .value = "no-cache"},
-                     {.name = "Pragma", .value = "no-cache"}};
+  request.headers = ReloadHeaders();
   request.userAgent = "Zentorin";
   request.connectTimeout = kConnectTimeout;
   request.idleTimeout = kIdleTimeout;

@@ -5,6 +5,10 @@
 
 namespace zentorin {
 
+QList<HttpHeader> ReloadHeaders() {
+  return {{.name = "Cache-Control", .value = "no-cache"}, {.name = "Pragma", .value = "no-cache"}};
+}
+
 QByteArray HttpHead::Header(const char* name) const {
   for (const HttpHeader& header : headers) {
     if (header.name.compare(name, Qt::CaseInsensitive) == 0) return header.value;

@@ -28,6 +28,9 @@ struct HttpHeader {
   QByteArray value;
 };
 
+// Headers of a request that no cache on the way may answer.
+QList<HttpHeader> ReloadHeaders();
+
 // A GET. Zero times mean "no limit".
 struct HttpRequest {
   QString url;

@@ -132,7 +132,8 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url) {
   FetchedPage page = PageOf(answer, state_);
   if (page.status == 0) {
     QString charset = OutwardCharset(answer);
-    if (charset.isEmpty()) charset = modJUDG::CharsetOfPage(answer.body);
+    if (charset.isEmpty()) charset = modJUDG::DeclaredCharset(answer.body);
+    if (charset.isEmpty()) charset = modJUDG::Judge(answer.body);
     page.text = Decode_ADDO::DecodeDocument(answer.body, charset);
   }
   co_return page;
@@ -162,6 +163,7 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool de
 
 QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWholeBody(QString url) {
   HttpRequest request = PageRequest(url);
+  request.headers = ReloadHeaders();
   request.acceptCompressed = false;
   request.useSystemProxy = false;
   const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
@@ -182,6 +184,7 @@ QCoro::Task<QString> MyXMLHttpRequest::QueryHeader(QString url, HeaderSelector s
   HttpRequest request;
   // Always plain HTTP on port 80, whatever the address's scheme: this program's rule.
   request.url = QStringLiteral("http://") + host + QStringLiteral(":80") + PathOf(url);
+  request.headers = ReloadHeaders();
   request.useSystemProxy = true;
   request.connectTimeout = limit;
   request.idleTimeout = limit;

@@ -62,6 +62,7 @@ TEST_F(PageFetchTest, HeaderThenMarkThenDeclarationThenJudgeNameTheCharset) {
       {html, "\xEF\xBB\xBF" + meta + "shift_jis'>" + kUtf8},
       {html, meta + "euc-jp'>" + kEuc},
       {html, meta + "Shift_JIS'>" + kSjis},
+      {html, meta + "Shift_JIS'><script charset=utf-8>" + kSjis},
       {html, QByteArray("<p>\x1b$B") + "F|K\\" + "\x1b(B"},
       {html, QByteArray("<p>") + QByteArray(kUtf8).repeated(20)},
   };
@@ -110,6 +111,7 @@ TEST_F(PageFetchTest, WithoutAnAnswerTheStagesFollowEachOther) {
   EXPECT_FALSE(second.Header("If-Modified-Since").isNull());
   EXPECT_EQ(second.Header("Content-Type"), "application/x-www-form-urlencoded");
   EXPECT_EQ(server.Requests().at(2).Header("User-Agent"), "Zentorin");
+  EXPECT_EQ(server.Requests().at(2).Header("Cache-Control"), "no-cache");
 }
 
 TEST_F(PageFetchTest, TheXmlHttpStageDecodesByItsOwnTable) {
@@ -144,6 +146,7 @@ TEST_F(PageFetchTest, AHeaderQueryAsksPort80AndReadsNoBody) {
   EXPECT_EQ(Query(QStringLiteral("http://x.test/"), HeaderSelector::LastModified), QString());
   EXPECT_EQ(server.Requests().first().Header("Host"), "x.test") << "plain HTTP, no port";
   EXPECT_TRUE(server.Requests().first().Header("User-Agent").isNull());
+  EXPECT_EQ(server.Requests().first().Header("Cache-Control"), "no-cache");
   EXPECT_LT(server.BodyBytesSent(), 100'000'000);
   const qsizetype asked = server.Requests().size();
   for (const char* odd :
