@@ -80,7 +80,10 @@ void JobEditor::SetBeforeDate(const QString& text) {
 }
 
 void JobEditor::Load(int row) {
+  const QString root = fields_[TargetUrlItem::Root];
   fields_ = row < 0 ? TargetUrlItem() : AsShown(list_.Item(row));
+  // The base that a crawl found is that of its own root, not of another job's.
+  if (fields_[TargetUrlItem::Root] != root) SetRootBase(QString());
   Q_EMIT Loaded();
 }
 

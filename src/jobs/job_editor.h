@@ -36,7 +36,8 @@ class JobEditor : public QObject {
   // The number in the depth field.
   int Depth() const;
 
-  // `txtUrl_RootBase`: the root's base address as the last crawl found it. Not part of the job.
+  // `txtUrl_RootBase`: the root's base address as the last crawl found it; empty once a job with
+  // another root is loaded. Not part of the job.
   const QString& RootBase() const { return rootBase_; }
   void SetRootBase(const QString& address);
 

@@ -91,6 +91,18 @@ TEST(JobEditor, ShowsASelectedJobWithoutMarkingTheList) {
   EXPECT_FALSE(list.IsDirty()) << "without a selected job nothing is stored";
 }
 
+TEST(JobEditor, ForgetsTheBaseOfAnotherRoot) {
+  UrlList list;
+  JobEditor editor(list);
+  list.ReplaceAll({QStringLiteral(" 1\ta\tr"), QStringLiteral(" 2\tb\ts")});
+  list.Select(0);
+  editor.SetRootBase(QStringLiteral("base of r"));
+  list.Select(0);
+  EXPECT_EQ(editor.RootBase(), QStringLiteral("base of r"));
+  list.Select(1);
+  EXPECT_EQ(editor.RootBase(), QString());
+}
+
 TEST(JobEditor, WritesEveryEditStraightBackIntoItsLine) {
   UrlList list;
   JobEditor editor(list);
