@@ -137,7 +137,7 @@ QCoro::Task<void> FileListGenerator::BuildList(bool listOnly) {
   }
   // Expressions that were stopped on the way are named once, now that the list stands.
   co_await CheckPattern(subPages);
-  co_await CheckPattern(files);
+  if (!listOnly) co_await CheckPattern(files);
 }
 
 QCoro::Task<void> FileListGenerator::CrawlFrom(QString rootUrl, Crawler& crawler) {

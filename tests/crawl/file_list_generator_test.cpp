@@ -40,11 +40,13 @@ TEST_F(Generator, RowsTellWhereALinkWasFoundAndWhereItLeads) {
 TEST_F(Generator, ListsThePagesThemselvesWhenAsked) {
   Page("/", "a.html x.zip http://h.test/b.html#top");
   Page("/b.html", "a.html");
+  Set(TargetUrlItem::FilePattern, "(");
   EXPECT_EQ(Generate(true), GenerateResult::Finished);
   EXPECT_EQ(Rows(), QStringLiteral("||    -|~/|~||~/\n"
                                    "||    -|a.html|~|~/|~/a.html\n"
                                    "||    -|~/b.html|~|~/|~/b.html"));
   EXPECT_EQ(board_.FileCount(), QStringLiteral("3"));
+  EXPECT_TRUE(messages_.Texts().isEmpty()) << "the file pattern is not used";
 }
 
 TEST_F(Generator, CrawlsAPageOnceAlsoUnderAnAddressThatALongerOneEndsWith) {
