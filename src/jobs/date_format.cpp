@@ -40,7 +40,7 @@ namespace zentorin {
 namespace {
 
 // Grouped by what they are made from; PieceText() goes by the order.
-enum class Part {
+enum class Kind {
   Literal,
   Year4,
   Year2,
@@ -79,45 +79,45 @@ enum class Part {
   General,
 };
 
-using Token = std::pair<QLatin1String, Part>;
+using Token = std::pair<QLatin1String, Kind>;
 
 // Longer tokens stand before their own beginnings.
 constexpr std::array kTokens = {
-    Token(QLatin1String("am/pm"), Part::AmPm),
-    Token(QLatin1String("ampm"), Part::AmPmLocal),
-    Token(QLatin1String("a/p"), Part::AmPmLetter),
-    Token(QLatin1String("aaaa"), Part::DayNameLocal),
-    Token(QLatin1String("aaa"), Part::DayShortLocal),
-    Token(QLatin1String("c"), Part::General),
-    Token(QLatin1String("dddddd"), Part::LongDate),
-    Token(QLatin1String("ddddd"), Part::ShortDate),
-    Token(QLatin1String("dddd"), Part::DayName),
-    Token(QLatin1String("ddd"), Part::DayShort),
-    Token(QLatin1String("dd"), Part::Day2),
-    Token(QLatin1String("d"), Part::Day),
-    Token(QLatin1String("ee"), Part::EraYear2),
-    Token(QLatin1String("e"), Part::EraYear),
-    Token(QLatin1String("ggg"), Part::EraName),
-    Token(QLatin1String("gg"), Part::EraShort),
-    Token(QLatin1String("g"), Part::EraLetter),
-    Token(QLatin1String("hh"), Part::Hour2),
-    Token(QLatin1String("h"), Part::Hour),
-    Token(QLatin1String("mmmm"), Part::MonthName),
-    Token(QLatin1String("mmm"), Part::MonthShort),
-    Token(QLatin1String("mm"), Part::Month2),
-    Token(QLatin1String("m"), Part::Month),
-    Token(QLatin1String("nn"), Part::Minute2),
-    Token(QLatin1String("n"), Part::Minute),
-    Token(QLatin1String("oooo"), Part::MonthLocal),
-    Token(QLatin1String("q"), Part::Quarter),
-    Token(QLatin1String("ss"), Part::Second2),
-    Token(QLatin1String("s"), Part::Second),
-    Token(QLatin1String("ttttt"), Part::LongTime),
-    Token(QLatin1String("ww"), Part::Week),
-    Token(QLatin1String("w"), Part::WeekDay),
-    Token(QLatin1String("yyyy"), Part::Year4),
-    Token(QLatin1String("yy"), Part::Year2),
-    Token(QLatin1String("y"), Part::YearDay),
+    Token(QLatin1String("am/pm"), Kind::AmPm),
+    Token(QLatin1String("ampm"), Kind::AmPmLocal),
+    Token(QLatin1String("a/p"), Kind::AmPmLetter),
+    Token(QLatin1String("aaaa"), Kind::DayNameLocal),
+    Token(QLatin1String("aaa"), Kind::DayShortLocal),
+    Token(QLatin1String("c"), Kind::General),
+    Token(QLatin1String("dddddd"), Kind::LongDate),
+    Token(QLatin1String("ddddd"), Kind::ShortDate),
+    Token(QLatin1String("dddd"), Kind::DayName),
+    Token(QLatin1String("ddd"), Kind::DayShort),
+    Token(QLatin1String("dd"), Kind::Day2),
+    Token(QLatin1String("d"), Kind::Day),
+    Token(QLatin1String("ee"), Kind::EraYear2),
+    Token(QLatin1String("e"), Kind::EraYear),
+    Token(QLatin1String("ggg"), Kind::EraName),
+    Token(QLatin1String("gg"), Kind::EraShort),
+    Token(QLatin1String("g"), Kind::EraLetter),
+    Token(QLatin1String("hh"), Kind::Hour2),
+    Token(QLatin1String("h"), Kind::Hour),
+    Token(QLatin1String("mmmm"), Kind::MonthName),
+    Token(QLatin1String("mmm"), Kind::MonthShort),
+    Token(QLatin1String("mm"), Kind::Month2),
+    Token(QLatin1String("m"), Kind::Month),
+    Token(QLatin1String("nn"), Kind::Minute2),
+    Token(QLatin1String("n"), Kind::Minute),
+    Token(QLatin1String("oooo"), Kind::MonthLocal),
+    Token(QLatin1String("q"), Kind::Quarter),
+    Token(QLatin1String("ss"), Kind::Second2),
+    Token(QLatin1String("s"), Kind::Second),
+    Token(QLatin1String("ttttt"), Kind::LongTime),
+    Token(QLatin1String("ww"), Kind::Week),
+    Token(QLatin1String("w"), Kind::WeekDay),
+    Token(QLatin1String("yyyy"), Kind::Year4),
+    Token(QLatin1String("yy"), Kind::Year2),
+    Token(QLatin1String("y"), Kind::YearDay),
 };
 
 struct Era {
@@ -156,7 +156,7 @@ const Token* TokenAt(QStringView format) {
 
 // A stretch of the format: a token as it is written there, or text to copy.
 struct Piece {
-  Part part = Part::Literal;
+  Kind kind = Kind::Literal;
   QStringView text;
 };
 
@@ -187,19 +187,19 @@ std::vector<Piece> Split(QStringView format) {
       pieces.push_back(piece);
       continue;
     }
-    piece = {.part = token->second, .text = format.left(token->first.size())};
+    piece = {.kind = token->second, .text = format.left(token->first.size())};
     format = format.sliced(token->first.size());
-    if (afterHour && piece.part == Part::Month2) piece.part = Part::Minute2;
-    if (afterHour && piece.part == Part::Month) piece.part = Part::Minute;
-    afterHour = piece.part == Part::Hour || piece.part == Part::Hour2;
+    if (afterHour && piece.kind == Kind::Month2) piece.kind = Kind::Minute2;
+    if (afterHour && piece.kind == Kind::Month) piece.kind = Kind::Minute;
+    afterHour = piece.kind == Kind::Hour || piece.kind == Kind::Hour2;
     pieces.push_back(piece);
   }
   return pieces;
 }
 
 bool IsHalfDay(const Piece& piece) {
-  return piece.part == Part::AmPm || piece.part == Part::AmPmLetter ||
-         piece.part == Part::AmPmLocal;
+  return piece.kind == Kind::AmPm || piece.kind == Kind::AmPmLetter ||
+         piece.kind == Kind::AmPmLocal;
 }
 
 const Era* EraOf(const QDate& date) {
@@ -209,34 +209,34 @@ const Era* EraOf(const QDate& date) {
   return nullptr;
 }
 
-QString EraText(Part part, const QDate& date) {
+QString EraText(Kind kind, const QDate& date) {
   const Era* era = EraOf(date);
   const int year = era == nullptr ? date.year() : date.year() - era->year + 1;
-  if (part == Part::EraYear) return Digits(year, 1);
-  if (part == Part::EraYear2) return Digits(year, 2);
+  if (kind == Kind::EraYear) return Digits(year, 1);
+  if (kind == Kind::EraYear2) return Digits(year, 2);
   if (era == nullptr) return {};
-  if (part == Part::EraLetter) return QString::fromLatin1(&era->letter, 1);
+  if (kind == Kind::EraLetter) return QString::fromLatin1(&era->letter, 1);
   const QString name = QString::fromUtf16(era->name);
-  return part == Part::EraShort ? name.left(1) : name;
+  return kind == Kind::EraShort ? name.left(1) : name;
 }
 
-QString DayText(Part part, const QDate& date) {
+QString DayText(Kind kind, const QDate& date) {
   const int weekDay = date.dayOfWeek() % 7;  // Sunday is 0
   const QLatin1String name(kDayNames[weekDay]);
-  switch (part) {
-    case Part::DayName:
+  switch (kind) {
+    case Kind::DayName:
       return name;
-    case Part::DayShort:
+    case Kind::DayShort:
       return name.left(kShortName);
-    case Part::DayNameLocal:
+    case Kind::DayNameLocal:
       return kDayLetters[weekDay] + QStringLiteral("曜日");
-    case Part::DayShortLocal:
+    case Kind::DayShortLocal:
       return kDayLetters.sliced(weekDay, 1).toString();
-    case Part::Day2:
+    case Kind::Day2:
       return Digits(date.day(), 2);
-    case Part::WeekDay:
+    case Kind::WeekDay:
       return Digits(weekDay + 1, 1);
-    case Part::Week: {
+    case Kind::Week: {
       const int firstWeekDay = QDate(date.year(), 1, 1).dayOfWeek() % 7;
       return Digits((date.dayOfYear() - 1 + firstWeekDay) / 7 + 1, 1);
     }
@@ -245,66 +245,66 @@ QString DayText(Part part, const QDate& date) {
   }
 }
 
-QString MonthText(Part part, const QDate& date) {
+QString MonthText(Kind kind, const QDate& date) {
   const QLatin1String name(kMonthNames[date.month() - 1]);
-  switch (part) {
-    case Part::MonthName:
+  switch (kind) {
+    case Kind::MonthName:
       return name;
-    case Part::MonthShort:
+    case Kind::MonthShort:
       return name.left(kShortName);
-    case Part::MonthLocal:
+    case Kind::MonthLocal:
       return Digits(date.month(), 1) + u'月';
-    case Part::Quarter:
+    case Kind::Quarter:
       return Digits((date.month() + 2) / 3, 1);
-    case Part::Month2:
+    case Kind::Month2:
       return Digits(date.month(), 2);
     default:
       return Digits(date.month(), 1);
   }
 }
 
-QString YearText(Part part, const QDate& date) {
-  if (part == Part::Year4) return Digits(date.year(), 4);
-  if (part == Part::Year2) return Digits(qAbs(date.year()) % 100, 2);
+QString YearText(Kind kind, const QDate& date) {
+  if (kind == Kind::Year4) return Digits(date.year(), 4);
+  if (kind == Kind::Year2) return Digits(qAbs(date.year()) % 100, 2);
   return Digits(date.dayOfYear(), 1);
 }
 
 QString HalfDayText(const Piece& piece, bool afternoon) {
-  if (piece.part == Part::AmPmLocal) {
+  if (piece.kind == Kind::AmPmLocal) {
     return afternoon ? QStringLiteral("午後") : QStringLiteral("午前");
   }
   const QString text = afternoon ? QStringLiteral("PM") : QStringLiteral("AM");
-  const QString shown = piece.part == Part::AmPmLetter ? text.left(1) : text;
+  const QString shown = piece.kind == Kind::AmPmLetter ? text.left(1) : text;
   return piece.text.front().isLower() ? shown.toLower() : shown;
 }
 
 QString TimeText(const Piece& piece, const QTime& time, bool twelveHours) {
   const int hour = twelveHours ? (time.hour() + 11) % 12 + 1 : time.hour();
-  switch (piece.part) {
-    case Part::Hour2:
+  switch (piece.kind) {
+    case Kind::Hour2:
       return Digits(hour, 2);
-    case Part::Hour:
+    case Kind::Hour:
       return Digits(hour, 1);
-    case Part::Minute2:
+    case Kind::Minute2:
       return Digits(time.minute(), 2);
-    case Part::Minute:
+    case Kind::Minute:
       return Digits(time.minute(), 1);
-    case Part::Second2:
+    case Kind::Second2:
       return Digits(time.second(), 2);
-    case Part::Second:
+    case Kind::Second:
       return Digits(time.second(), 1);
     default:
       return HalfDayText(piece, time.hour() >= 12);
   }
 }
 
-QString CompoundText(Part part, const QDateTime& date) {
-  switch (part) {
-    case Part::ShortDate:
+QString CompoundText(Kind kind, const QDateTime& date) {
+  switch (kind) {
+    case Kind::ShortDate:
       return FormatDate(date, QStringLiteral("yyyy/mm/dd"));
-    case Part::LongDate:
+    case Kind::LongDate:
       return FormatDate(date, QStringLiteral("yyyy年m月d日"));
-    case Part::LongTime:
+    case Kind::LongTime:
       return FormatDate(date, QStringLiteral("hh:nn:ss"));
     default:
       return FormatDate(date, date.time() == QTime(0, 0) ? QStringLiteral("ddddd")
@@ -313,20 +313,20 @@ QString CompoundText(Part part, const QDateTime& date) {
 }
 
 QString PieceText(const Piece& piece, const QDateTime& date, bool twelveHours) {
-  if (piece.part == Part::Literal) return piece.text.toString();
-  if (piece.part <= Part::YearDay) return YearText(piece.part, date.date());
-  if (piece.part <= Part::MonthLocal) return MonthText(piece.part, date.date());
-  if (piece.part <= Part::Day) return DayText(piece.part, date.date());
-  if (piece.part <= Part::EraYear) return EraText(piece.part, date.date());
-  if (piece.part <= Part::Second) return TimeText(piece, date.time(), twelveHours);
-  return CompoundText(piece.part, date);
+  if (piece.kind == Kind::Literal) return piece.text.toString();
+  if (piece.kind <= Kind::YearDay) return YearText(piece.kind, date.date());
+  if (piece.kind <= Kind::MonthLocal) return MonthText(piece.kind, date.date());
+  if (piece.kind <= Kind::Day) return DayText(piece.kind, date.date());
+  if (piece.kind <= Kind::EraYear) return EraText(piece.kind, date.date());
+  if (piece.kind <= Kind::Second) return TimeText(piece, date.time(), twelveHours);
+  return CompoundText(piece.kind, date);
 }
 
 }  // namespace
 
 QString FormatDate(const QDateTime& date, const QString& format) {
   if (!date.isValid()) return {};
-  if (format.isEmpty()) return CompoundText(Part::General, date);
+  if (format.isEmpty()) return CompoundText(Kind::General, date);
   const std::vector<Piece> pieces = Split(format);
   const bool twelveHours = std::ranges::any_of(pieces, IsHalfDay);
   QString text;
