@@ -86,8 +86,8 @@ void AutoRun::Abandon() {
   if (phase_ != Phase::Armed) return;
   workspace_.board.SetCancelShown(false);
   workspace_.board.SetCancelCaption(QStringLiteral("キャンセル"));
-  Q_EMIT TitleChanged(ProductTitle());
   Reset();
+  Q_EMIT TitleChanged(ProductTitle());
   Q_EMIT Finished(false);
 }
 

@@ -31,6 +31,14 @@ QString Protect(QString argument) {
   return argument;
 }
 
+// An option, perhaps behind blanks of either kind, and no value.
+bool BeginsWithOption(const QString& argument) {
+  for (const QChar c : argument) {
+    if (c != u' ' && c != kIdeographicSpace) return c == kHyphen;
+  }
+  return false;
+}
+
 QString Unprotect(QString text) {
   return text.replace(kKeptBlank, u' ').replace(kKeptIdeographicSpace, kIdeographicSpace);
 }
@@ -104,7 +112,7 @@ QString JoinArguments(const QStringList& arguments) {
   QStringList parts;
   parts.reserve(arguments.size());
   for (const QString& argument : arguments) {
-    parts.append(argument.startsWith(kHyphen) ? argument : Protect(argument));
+    parts.append(BeginsWithOption(argument) ? argument : Protect(argument));
   }
   return parts.join(u' ');
 }

@@ -27,7 +27,8 @@ QStringList ParseOptionWords(const QString& option);
 // The arguments as one text, from which the options are split at every " -". A hyphen inside an
 // argument that is a value would begin an option there (a path such as "old -new.dat"), so blanks
 // before such hyphens are replaced by a stand-in that ParseCommandLine() turns back. An argument
-// that begins with a hyphen is taken as a piece of command line and stays as it is.
+// that begins with a hyphen, perhaps behind blanks of either kind, is taken as a piece of command
+// line and stays as it is.
 QString JoinArguments(const QStringList& arguments);
 
 CommandLine ParseCommandLine(const QString& text);

@@ -13,6 +13,8 @@ namespace zentorin {
 namespace {
 
 constexpr int kUsualColumns = 80;
+// A description or an expression may be of megabytes.
+constexpr qsizetype kMaxLine = 4096;
 constexpr const char* kClearLine = "\r\x1b[K";
 
 }  // namespace
@@ -21,7 +23,9 @@ Terminal::Terminal(int descriptor)
     : descriptor_(descriptor), isTerminal_(::isatty(descriptor) == 1) {}
 
 void Terminal::Line(const QString& text) {
-  QByteArray bytes = EscapeForDisplay(text).toUtf8() + '\n';
+  const bool tooLong = text.size() > kMaxLine;
+  const QString shown = tooLong ? text.first(kMaxLine) + QStringLiteral("…") : text;
+  QByteArray bytes = EscapeForDisplay(shown).toUtf8() + '\n';
   if (!refreshed_.isEmpty()) bytes = kClearLine + bytes + refreshed_.toUtf8();
   Write(bytes);
 }

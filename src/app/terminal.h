@@ -17,7 +17,8 @@ class Terminal {
   // Whether a line can be drawn over.
   bool IsTerminal() const { return isTerminal_; }
 
-  // A line of its own; one that is being refreshed moves down below it.
+  // A line of its own, cut when it would flood the terminal; one that is being refreshed moves down
+  // below it.
   void Line(const QString& text);
   // Draws one line over the last one of this kind. A text that is too long for the terminal is cut
   // so that `tail` still stands behind it. Does nothing on a pipe.

@@ -51,6 +51,7 @@ void TerminalProgress::ShowCountdown(const QString& text) {
 void TerminalProgress::ShowJob(int row) {
   if (autoRun_.CurrentPhase() != AutoRun::Phase::Running || row < 0) return;
   lastFault_.clear();
+  lastRowText_.clear();
   const TargetUrlItem job = workspace_.urlList.Item(row);
   const bool skipped = job.Flag(TargetUrlItem::Skip);
   if (!skipped) tally_.AddJob();
@@ -63,17 +64,20 @@ void TerminalProgress::ShowRow(const FinishedRow& row) {
   const QString saveFolder =
       workspace_.drives.ToSystemPath(workspace_.job[TargetUrlItem::SavePath]);
   tally_.AddRow(row, saveFolder);
+  lastRowText_ = row.text;
   const bool asHoped = row.code == kComplete || row.code == kSkipExisting;
   if (terminal_.IsTerminal() && asHoped) return;
   Print(row.text + QStringLiteral("  ") + row.address);
 }
 
-// A fault that belongs to no row, such as a root page that was not found, is told as it comes.
+// A fault that belongs to no row, such as a log that cannot be written, is told as it comes. The
+// status line also repeats the last row's.
 void TerminalProgress::ShowStatus() {
   const StatusBoard& board = workspace_.board;
-  if (board.StatusColour() != StatusBoard::kRed || board.Status() == lastFault_) return;
-  lastFault_ = board.Status();
-  if (!lastFault_.isEmpty()) Print(lastFault_);
+  const QString& status = board.Status();
+  if (board.StatusColour() != StatusBoard::kRed || status == lastFault_) return;
+  lastFault_ = status;
+  if (!status.isEmpty() && !lastRowText_.startsWith(status)) Print(status);
 }
 
 // A refusal is a fault and has been told as one.
@@ -90,16 +94,19 @@ void TerminalProgress::Draw() {
   }
 }
 
-// Status, counter and what is in hand: the row's address, or the crawl's page.
+bool TerminalProgress::IsCrawling() const {
+  return workspace_.board.ProgressShown() && workspace_.board.Counter().isEmpty();
+}
+
+// What is in hand: a row's status, counter and address; or of a crawl the files found and the page.
 QString TerminalProgress::WorkText() const {
   const StatusBoard& board = workspace_.board;
-  QStringList parts = {board.Status()};
-  if (board.ProgressShown()) {
-    const int row = workspace_.files.CurrentRow();
-    const bool known = row >= 0 && row < workspace_.files.Count();
-    parts += {board.Counter(), known ? workspace_.files.Row(row)[FileListRow::Address] : QString()};
-  } else {
-    parts += {board.FileCount(), board.File()};
+  QStringList parts = {board.Status(), board.Counter(), board.File()};
+  if (IsCrawling()) {
+    const QString& found = board.FileCount();
+    const bool atRoot = board.File().isEmpty();
+    parts = {found.isEmpty() ? found : found + QStringLiteral("個"),
+             atRoot ? workspace_.job[TargetUrlItem::Root] : board.File()};
   }
   parts.removeAll(QString());
   return parts.join(QStringLiteral("  "));
@@ -107,7 +114,7 @@ QString TerminalProgress::WorkText() const {
 
 QString TerminalProgress::BytesText() const {
   const StatusBoard& board = workspace_.board;
-  if (!board.ProgressShown()) return {};
+  if (!board.ProgressShown() || IsCrawling()) return {};
   return QStringLiteral("  ") + GroupedNumber(board.FileBytes()) + QStringLiteral(" バイト");
 }
 

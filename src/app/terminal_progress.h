@@ -35,6 +35,7 @@ class TerminalProgress : public QObject {
   void ShowStatus();
   void ShowPowerAnswer(const QString& text);
   void Draw();
+  bool IsCrawling() const;
   QString WorkText() const;
   QString BytesText() const;
   void Print(const QString& line);
@@ -46,6 +47,7 @@ class TerminalProgress : public QObject {
   ChangeThrottle throttle_;
   QElapsedTimer sinceLine_;
   QString lastFault_;
+  QString lastRowText_;
   int announcedSeconds_ = -1;  // of the countdown, on a pipe
 };
 

@@ -176,8 +176,8 @@ bool DownloadRun::Report(const RowOutcome& outcome, const QString& address) {
   const bool complete = outcome.code == kComplete;
   const qint64 bytes = complete ? QFileInfo(outcome.path).size() : 0;
   Q_EMIT RowFinished({.code = outcome.code,
-                      .text = report.text,
-                      .address = address,
+                      .text = TextWithCode(outcome.code, report),
+                      .address = ShownAddress(address),
                       .path = outcome.path,
                       .bytes = bytes});
   return outcome.code != kCancelled && !IsFatal(outcome.code);

@@ -47,13 +47,16 @@ ResultReport ReportFor(int code, bool cancelRequested) {
   }
 }
 
+QString TextWithCode(int code, const ResultReport& report) {
+  return report.showsCode ? report.text + QString::number(code) : report.text;
+}
+
 QString LogTextFor(int code, const ResultReport& report, const QString& address,
                    const QString& folderPrefix) {
   constexpr int kFolderIndent = 38;
   const QString lineEnd = QStringLiteral("\r\n");
   const QString blanks = QStringLiteral("    ");
-  QString text = report.text;
-  if (report.showsCode) text += QString::number(code);
+  const QString text = TextWithCode(code, report);
   switch (code) {
     case kToolNotInstalled:
     case kFolderNotCreated:

@@ -34,6 +34,9 @@ struct ResultReport {
 
 ResultReport ReportFor(int code, bool cancelRequested);
 
+// The status text, with the code behind it where it is shown.
+QString TextWithCode(int code, const ResultReport& report);
+
 // What a row adds to the log. Every code ends its lines in its own way. `folderPrefix`: the local
 // folder with its trailing separator.
 QString LogTextFor(int code, const ResultReport& report, const QString& address,

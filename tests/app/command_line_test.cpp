@@ -71,6 +71,7 @@ TEST(CommandLine, KeepsArgumentsThatHoldBlanksAndHyphensWhole) {
   EXPECT_EQ(summary({QStringLiteral("-f"), path, QStringLiteral("-debug")}), "debug|" + path);
   EXPECT_EQ(summary({QStringLiteral("-a -q　-f x.dat")}), QStringLiteral("auto |閉じる|x.dat"))
       << "an argument that is a piece of command line is read as one";
+  EXPECT_EQ(summary({QStringLiteral("　-a"), QStringLiteral(" -debug")}), "debug|auto ");
 }
 
 TEST(CommandLine, FindsAListInTheProgramsFolderFirst) {

@@ -74,6 +74,8 @@ TEST(Terminal, WritesWholeLinesOnAPipeAndEscapesWhatCouldActOnAScreen) {
   terminal.Refresh(QStringLiteral("never seen"));
   terminal.Line(QStringLiteral("名前\x1b]0;x\u202E"));
   EXPECT_EQ(ends.Take(), QStringLiteral("名前\\u{1b}]0;x\\u{202e}\n"));
+  terminal.Line(QString(10'000, u'x'));
+  EXPECT_LT(ends.Take().size(), 4'100);
 }
 
 TEST(TerminalMessages, ShowABoxAsOneLineAndAnswerItsDefault) {
