@@ -41,12 +41,11 @@ int RunWindow(const QStringList& arguments, const QString& programFolder) {
   Workspace workspace(world, programFolder, qEnvironmentVariable("ZENTORIN_CONNECT_TO"));
   AutoRun autoRun(workspace);
   ListCommands lists(workspace, dialogs);
-  frmMain window(
-      {.workspace = workspace,
-       .autoRun = autoRun,
-       .lists = lists,
-       .dialogs = dialogs,
-       .toolCaptions = {QStringLiteral("VLC media player"), QStringLiteral("GetASFStream")}});
+  frmMain window({.workspace = workspace,
+                  .autoRun = autoRun,
+                  .lists = lists,
+                  .dialogs = dialogs,
+                  .toolCaptions = capture.ToolCaptions()});
   messages.Attach(&window, &autoRun);
   dialogs.Attach(&window);
   WindowProgram program(workspace, autoRun, window);

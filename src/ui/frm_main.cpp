@@ -19,6 +19,7 @@
 #include "app/program_title.h"
 #include "app/workspace.h"
 #include "base/message_boxes.h"
+#include "download/stream_capture.h"
 #include "launch/opener.h"
 #include "ui/file_list_binding.h"
 #include "ui/frm_setting.h"
@@ -318,6 +319,8 @@ void frmMain::OpenSettings() {
                                .toolCaptions = context_.toolCaptions};
   setting_ = std::make_unique<frmSetting>(context, this);
   connect(setting_.get(), &QDialog::accepted, this, &frmMain::ShowClock);
+  connect(setting_.get(), &frmSetting::ToolWindowShown, this,
+          [this](bool shown) { context_.workspace.world.capture.ShowToolWindow(shown); });
   setting_->open();
 }
 

@@ -89,8 +89,8 @@ QCoro::Task<int> CaptureWatch::Settle(bool appeared) {
     co_return whole ? static_cast<int>(kComplete) : static_cast<int>(kImperfect);
   }
   if (state_.CancelRequested()) co_return static_cast<int>(kCancelled);
-  // A tool that was never seen but ended well did its work in no time: there was nothing to record.
-  const bool seen = appeared || tool_.Process().EndedWell();
+  // A tool that was never seen but did run and ended found nothing to record.
+  const bool seen = appeared || tool_.Process().EndedWell() || tool_.Process().WasKilled();
   co_return seen ? static_cast<int>(kDownloadFailed) : static_cast<int>(kFatal);
 }
 

@@ -81,13 +81,13 @@ QCoro::Task<int> ExternalStreamCapture::Record(const DownloadContext& context, Q
                                                QString path) {
   tool_ = MakeTool(context, address, path);
   CaptureWatch watch(*tool_, context.state, context.board, path, times_);
-  const QString fault = tool_->Start();
+  QString fault = tool_->Start();
   int code = kFatal;
   if (fault.isEmpty()) {
     code = co_await watch.Run();
-  } else {
-    context.board.SetStatus(EscapeForDisplay(fault), StatusBoard::kRed);
+    if (code == kFatal) fault = tool_->WhyNeverSeen();
   }
+  if (!fault.isEmpty()) context.board.SetStatus(EscapeForDisplay(fault), StatusBoard::kRed);
   // What has just ended may still be on its way here.
   co_await YieldToEventLoop();
   NoteOpenWindow();

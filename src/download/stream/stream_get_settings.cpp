@@ -79,7 +79,7 @@ FileOutcome WriteStreamGetSettings(const QString& toolFolder, const StreamGetRec
 QString StreamGetPlayed(const QString& toolFolder) {
   QByteArray bytes;
   if (!ReadWholeFile(SettingsPath(toolFolder), kMaxSettingsBytes, bytes).Ok()) return {};
-  return API_Web::FirstMatch(DecodeAnsi(bytes), QStringLiteral("^ASFPLAY=(.+)$")).trimmed();
+  return API_Web::FirstMatch(DecodeAnsi(bytes), QStringLiteral("^ASFPLAY=([^\\r\\n]+)")).trimmed();
 }
 
 }  // namespace zentorin

@@ -72,6 +72,10 @@ QString StreamGetTool::Start() {
   return {};
 }
 
+QString StreamGetTool::WhyNeverSeen() const {
+  return QStringLiteral("StreamGet のウィンドウが現れません。: ") + folder_;
+}
+
 bool StreamGetTool::Appeared() {
   const auto windows = windows_.List();
   const auto found = std::ranges::find_if(windows, [this](const ToolWindow& window) {

@@ -21,6 +21,7 @@ class StreamGetTool : public StreamTool {
                 ToolWindows& windows, bool shown);
 
   QString Start() override;
+  QString WhyNeverSeen() const override;
   bool Appeared() override;
   std::chrono::milliseconds AppearTime() const override { return std::chrono::seconds(20); }
   // The layer's starter may end at once: the tool runs as long as it has its window.

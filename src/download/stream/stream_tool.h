@@ -30,6 +30,9 @@ class StreamTool {
   // Empty, or why the tool cannot be started.
   virtual QString Start() = 0;
 
+  // A sentence for the user on a tool that never appeared.
+  virtual QString WhyNeverSeen() const = 0;
+
   // True once it can be watched, asked every 10 ms for at most AppearTime().
   virtual bool Appeared() = 0;
   virtual std::chrono::milliseconds AppearTime() const = 0;

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <unistd.h>
+
 #include "download/stream/tool_windows.h"
 
 namespace zentorin {
@@ -54,6 +56,13 @@ QString VlcTool::Start() {
   }
   if (StartWith(shown_)) return {};
   return QStringLiteral("録画できないアドレスです。: ") + recording_.address;
+}
+
+QString VlcTool::WhyNeverSeen() const {
+  if (::geteuid() == 0) {
+    return QStringLiteral("VLC は root では動作しません。一般ユーザーで実行して下さい。");
+  }
+  return QStringLiteral("VLC が応答しません。: ") + command_.value(0);
 }
 
 bool VlcTool::StartWith(bool shown) {

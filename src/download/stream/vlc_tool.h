@@ -22,6 +22,7 @@ class VlcTool : public StreamTool {
   VlcTool(QStringList command, VlcRecording recording, ToolWindows& windows, bool shown);
 
   QString Start() override;
+  QString WhyNeverSeen() const override;
   bool Appeared() override;
   std::chrono::milliseconds AppearTime() const override { return std::chrono::seconds(5); }
   ToolReading Read() override;

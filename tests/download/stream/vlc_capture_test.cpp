@@ -154,6 +154,9 @@ TEST_F(VlcCaptureTest, ARowIsRecordedAsItIs) {
 }
 
 TEST_F(VlcCaptureTest, SoundIsConvertedWhateverTheFileIsCalled) {
+  // Without a display there can be no window: it is recorded all the same.
+  options.vlcShow = true;
+  qunsetenv("DISPLAY");
   server.Route(QStringLiteral("/a.wma"), Answer::Text(Stream(QStringLiteral("a.wma"))));
   const QString path = home.Path(QStringLiteral("日本 \"}',x{=#$%d\\\\: :sout=.mp3"));
   EXPECT_EQ(Capture(QStringLiteral("/a.wma"), path), kComplete);
