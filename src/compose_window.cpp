@@ -2,6 +2,7 @@
 #include <QApplication>
 
 #include "app/auto_run.h"
+#include "app/batch_notice.h"
 #include "app/command_line.h"
 #include "app/list_commands.h"
 #include "app/stop_signals.h"
@@ -9,9 +10,9 @@
 #include "base/clock.h"
 #include "base/drives.h"
 #include "compositions.h"
-#include "download/no_power_control.h"
 #include "download/stream/external_stream_capture.h"
 #include "download/stream/x11_tool_windows.h"
+#include "download/system_services.h"
 #include "launch/desktop_opener.h"
 #include "launch/installed_programs.h"
 #include "launch/process_starter.h"
@@ -35,10 +36,14 @@ int RunWindow(const QStringList& arguments, const QString& programFolder) {
   const InstalledPrograms programs(XdgFolders::FromEnvironment());
   X11ToolWindows toolWindows;
   ExternalStreamCapture capture(programs, toolWindows);
-  NoPowerControl power;
-  const World world{
-      .clock = clock, .messages = messages, .opener = opener, .capture = capture, .power = power};
+  SystemServices services;
+  const World world{.clock = clock,
+                    .messages = messages,
+                    .opener = opener,
+                    .capture = capture,
+                    .power = services.Power()};
   Workspace workspace(world, programFolder, qEnvironmentVariable("ZENTORIN_CONNECT_TO"));
+  const BatchNotice notice(workspace.driver, services.Notices());
   AutoRun autoRun(workspace);
   ListCommands lists(workspace, dialogs);
   frmMain window({.workspace = workspace,

@@ -4,6 +4,7 @@
 #include <QTimer>
 
 #include <QCoro/QCoroSignal>
+#include <QCoro/QCoroTimer>
 
 #include "base/run_state.h"
 
@@ -40,10 +41,7 @@ QCoro::Task<bool> SleepUnlessCancelled(RunState& state, std::chrono::millisecond
 }
 
 QCoro::Task<void> YieldToEventLoop() {
-  QTimer turn;
-  turn.setSingleShot(true);
-  turn.start(0);
-  co_await qCoro(&turn, &QTimer::timeout);
+  co_await QCoro::sleepFor(std::chrono::milliseconds(0));
 }
 
 }  // namespace zentorin
