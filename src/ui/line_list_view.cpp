@@ -165,6 +165,11 @@ void LineListView::selectAll() {
   selectionModel()->select(all, QItemSelectionModel::ClearAndSelect);
 }
 
+void LineListView::reset() {
+  QAbstractItemView::reset();
+  updateGeometries();
+}
+
 QModelIndex LineListView::moveCursor(CursorAction action, Qt::KeyboardModifiers /*modifiers*/) {
   const int last = RowCount() - 1;
   if (last < 0) return {};

@@ -30,6 +30,7 @@ class LineListView : public QAbstractItemView {
   void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
   QModelIndex indexAt(const QPoint& point) const override;
   void selectAll() override;
+  void reset() override;
 
  Q_SIGNALS:
   // The columns moved: the list was scrolled sideways or its font changed.

@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QToolButton>
+#include <QWheelEvent>
 
 #include "ui/line_list_view.h"
 #include "ui/link_label.h"
@@ -61,9 +62,26 @@ QLineEdit* MakeEdit(QWidget* parent, const char* name, const QString& accessible
   return edit;
 }
 
+// A combo box that the wheel turns only while it is in use: a scroll that passes over it must not
+// edit a job.
+class FieldCombo : public QComboBox {
+ public:
+  using QComboBox::QComboBox;
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override {
+    if (hasFocus()) {
+      QComboBox::wheelEvent(event);
+    } else {
+      event->ignore();
+    }
+  }
+};
+
 QComboBox* MakeCombo(QWidget* parent, const char* name, const QString& accessibleName,
                      const QString& toolTip = {}) {
-  auto* combo = Named(new QComboBox(parent), name);
+  QComboBox* combo = Named(new FieldCombo(parent), name);
+  combo->setFocusPolicy(Qt::StrongFocus);
   combo->setEditable(true);
   combo->setInsertPolicy(QComboBox::NoInsert);
   combo->setCompleter(nullptr);

@@ -107,16 +107,17 @@ void StatusBinding::SetShown(QWidget* control, bool shown) {
 }
 
 void StatusBinding::ShowBusy() {
-  c_.frSite->setEnabled(!board_.Busy() && board_.SiteEnabled());
-  if (board_.Busy() == shownBusy_) return;
+  const bool begins = board_.Busy() && !shownBusy_;
+  const bool ends = !board_.Busy() && shownBusy_;
   shownBusy_ = board_.Busy();
-  if (shownBusy_) focusBefore_ = QApplication::focusWidget();
-  Lock(!shownBusy_);
-  // The focus moves on from a control that is disabled. It comes back unless the user has taken it
+  if (begins) focusBefore_ = QApplication::focusWidget();
+  c_.frSite->setEnabled(!board_.Busy() && board_.SiteEnabled());
+  if (begins || ends) Lock(ends);
+  // A control that is disabled loses the focus. It gets it back unless the user has taken it
   // elsewhere meanwhile.
-  if (shownBusy_) {
+  if (begins) {
     focusDuring_ = QApplication::focusWidget();
-  } else if (focusBefore_ != nullptr && QApplication::focusWidget() == focusDuring_) {
+  } else if (ends && focusBefore_ != nullptr && QApplication::focusWidget() == focusDuring_) {
     focusBefore_->setFocus();
   }
 }

@@ -100,7 +100,7 @@ QCoro::Task<MessageBox::Answer> WindowMessages::Ask(MessageBox box) {
   if (autoRun_ != nullptr && autoRun_->CurrentPhase() != AutoRun::Phase::Idle) {
     const int answer = ButtonOf(box.defaultAnswer);
     QMessageBox* shown = dialog.get();
-    QTimer::singleShot(kSelfAnswerMs, shown, [shown, answer] { shown->done(answer); });
+    QTimer::singleShot(selfAnswerTime_, shown, [shown, answer] { shown->done(answer); });
   }
   dialog->show();
   const int button = co_await qCoro(dialog.get(), &QDialog::finished);

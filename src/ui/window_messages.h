@@ -3,6 +3,7 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <chrono>
 
 #include "base/message_boxes.h"
 
@@ -14,7 +15,10 @@ class AutoRun;
 // nobody answers takes its default answer after half a minute, so that the night's run goes on.
 class WindowMessages : public MessageBoxes {
  public:
-  static constexpr int kSelfAnswerMs = 30'000;
+  static constexpr std::chrono::milliseconds kSelfAnswerTime{30'000};
+
+  explicit WindowMessages(std::chrono::milliseconds selfAnswerTime = kSelfAnswerTime)
+      : selfAnswerTime_(selfAnswerTime) {}
 
   // The window over which boxes are shown, and the run that tells whether somebody sits before
   // them. Both may come later than the boxes and end sooner.
@@ -23,6 +27,7 @@ class WindowMessages : public MessageBoxes {
   QCoro::Task<MessageBox::Answer> Ask(MessageBox box) override;
 
  private:
+  std::chrono::milliseconds selfAnswerTime_;
   QPointer<QWidget> window_;
   const AutoRun* autoRun_ = nullptr;
 };

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QApplication>
+#include <QMenu>
+#include <QWidget>
+#include <QtTest>
+#include <memory>
+
+#include <QCoro/QCoroTask>
+#include <gtest/gtest.h>
+
+#include "app/auto_run.h"
+#include "app/file_dialogs.h"
+#include "app/list_commands.h"
+#include "app/workspace.h"
+#include "tests/support/fakes.h"
+#include "tests/support/loopback_server.h"
+#include "tests/support/temp_dir.h"
+#include "ui/frm_main.h"
+#include "ui/line_list_view.h"
+#include "ui/window_program.h"
+
+namespace zentorin::test {
+
+// Answers every question for a file or folder with `answer` and keeps the last one.
+class ChosenPath : public FileDialogs {
+ public:
+  QCoro::Task<QString> AskForFileToOpen(FileDialog dialog) override { return Answer(dialog); }
+  QCoro::Task<QString> AskForFileToSave(FileDialog dialog) override { return Answer(dialog); }
+  QCoro::Task<QString> AskForFolder(FileDialog dialog) override { return Answer(dialog); }
+
+  QString answer;
+  FileDialog asked;
+
+ private:
+  QCoro::Task<QString> Answer(FileDialog dialog) {
+    asked = std::move(dialog);
+    // A copy: a returned member would be moved away.
+    co_return QString(answer);
+  }
+};
+
+// One run of the program with its real window, in a world of recording fakes.
+struct RunningWindow {
+  RunningWindow(const TempDir& folder, const QString& connectTo)
+      : workspace(world, folder.Path(), connectTo) {
+    QObject::connect(&program, &WindowProgram::Ended, [this](int status) { exitStatus = status; });
+    workspace.driver.SetCountdownStep(std::chrono::milliseconds(1));
+  }
+
+  void Start(const QStringList& arguments = {}) { QCoro::waitFor(program.Run(arguments)); }
+
+  template <typename T = QWidget>
+  T* Find(const char* name) const {
+    T* found = window.findChild<T*>(QLatin1String(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+  }
+  void Click(const char* name) const { QTest::mouseClick(Find(name), Qt::LeftButton); }
+  // Types into a control after a click on it, as a person does.
+  void Type(const char* name, const QString& keys) const {
+    auto* control = Find(name);
+    QTest::mouseClick(control, Qt::LeftButton, {}, {5, control->height() / 2});
+    QTest::keyClicks(QApplication::focusWidget(), keys);
+  }
+  QString Text(const char* name) const { return Find(name)->property("text").toString(); }
+  QString EditText(const char* name) const {
+    return Find(name)
+        ->property(Find(name)->inherits("QComboBox") ? "currentText" : "text")
+        .toString();
+  }
+  // Those of the named controls that a user sees.
+  QString Seen(const QString& names) const {
+    QStringList seen;
+    for (const QString& name : names.split(u' ')) {
+      if (Find(qPrintable(name))->isVisible()) seen += name;
+    }
+    return seen.join(u' ');
+  }
+  // What a row of the file list shows in that column.
+  QString Cell(int row, int column) const {
+    const auto* model = Find<LineListView>("lstUrl_All")->model();
+    return model->index(row, column).data().toString();
+  }
+
+  SettableClock clock;
+  RecordingMessageBoxes messages;
+  RecordingOpener opener;
+  FakeStreamCapture capture;
+  RecordingPowerControl power;
+  ChosenPath dialogs;
+  World world{
+      .clock = clock, .messages = messages, .opener = opener, .capture = capture, .power = power};
+  Workspace workspace;
+  AutoRun autoRun{workspace};
+  ListCommands lists{workspace, dialogs};
+  frmMain window{{.workspace = workspace,
+                  .autoRun = autoRun,
+                  .lists = lists,
+                  .dialogs = dialogs,
+                  .toolCaptions = {QStringLiteral("tool 0"), QStringLiteral("tool 1")}}};
+  WindowProgram program{workspace, autoRun, window};
+  int exitStatus = -1;
+};
+
+// The program's folder, a server that plays every host, and the program.
+class MainWindowTest : public testing::Test {
+ protected:
+  MainWindowTest() {
+    // Claims on list files lie in a folder of this test.
+    qputenv("XDG_RUNTIME_DIR", runtime.Path().toUtf8());
+    Restart();
+  }
+  ~MainWindowTest() override { qunsetenv("XDG_RUNTIME_DIR"); }
+
+  // A fresh program on the same folder; the former one ends with it.
+  void Restart() {
+    w.reset();
+    w = std::make_unique<RunningWindow>(home, server.ConnectTo());
+    w->workspace.settings.download.openFolder = false;
+  }
+  // Starts it with a list of one job that takes the links ending in ".mp3" of "/" and of pages.
+  void StartWithJob() {
+    home.Write(QStringLiteral("list.dat"),
+               "1 description = job\r\n1 root = http://site.test/\r\n"
+               "1 sub_pattern = href=\"(.+?\\.html)\"\r\n1 depth = 1\r\n"
+               "1 file_pattern = href=\"(.+?\\.mp3)\"\r\n1 save_path = save\r\n"
+               "1 before = ,\r\n1 opt = 0\r\n");
+    home.Write(QStringLiteral("Conf.txt"), "open folder = 0\r\n");
+    w->Start({QStringLiteral("-f"), QStringLiteral("list.dat")});
+    w->workspace.urlList.Select(0);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&w->window));
+  }
+  bool WaitForRest() {
+    return QTest::qWaitFor([this] { return !w->workspace.driver.IsRunning(); }, 20'000);
+  }
+
+  TempDir home;
+  TempDir runtime;
+  LoopbackServer server;
+  std::unique_ptr<RunningWindow> w;
+};
+
+}  // namespace zentorin::test
