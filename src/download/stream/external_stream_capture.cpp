@@ -53,14 +53,15 @@ void ExternalStreamCapture::FindTool() {
 QCoro::Task<int> ExternalStreamCapture::Capture(const DownloadContext& context, QString url,
                                                 QString path) {
   if (auto chosen = lookup_.Find(context.options.streamingTool)) found_ = chosen;
-  if (!found_) {
+  const std::optional<FoundTool> found = found_;
+  if (!found) {
     co_await OfferDownloadPage(context);
     co_return static_cast<int>(kToolNotInstalled);
   }
   const QString address = co_await StreamAddress(context, url);
   if (context.state.CancelRequested()) co_return static_cast<int>(kCancelled);
   if (address.isEmpty()) co_return static_cast<int>(kSkipNone);
-  const int code = co_await Record(context, address, path);
+  const int code = co_await Record(context, *found, address, path);
   co_return code;
 }
 
@@ -77,9 +78,9 @@ QCoro::Task<void> ExternalStreamCapture::OfferDownloadPage(const DownloadContext
   if (answer == MessageBox::Answer::Yes) context.opener.OpenWithDefaultHandler(DownloadPage());
 }
 
-QCoro::Task<int> ExternalStreamCapture::Record(const DownloadContext& context, QString address,
-                                               QString path) {
-  tool_ = MakeTool(context, address, path);
+QCoro::Task<int> ExternalStreamCapture::Record(const DownloadContext& context, FoundTool found,
+                                               QString address, QString path) {
+  tool_ = MakeTool(context, found, address, path);
   CaptureWatch watch(*tool_, context.state, context.board, path, times_);
   QString fault = tool_->Start();
   int code = kFatal;
@@ -96,18 +97,19 @@ QCoro::Task<int> ExternalStreamCapture::Record(const DownloadContext& context, Q
 }
 
 std::unique_ptr<StreamTool> ExternalStreamCapture::MakeTool(const DownloadContext& context,
+                                                            const FoundTool& found,
                                                             const QString& address,
                                                             const QString& path) {
   const bool shown = context.options.vlcShow;
-  if (found_->kind == FoundTool::Kind::StreamGet) {
+  if (found.kind == FoundTool::Kind::StreamGet) {
     const StreamGetRecording recording{.address = address, .folder = QFileInfo(path).path()};
-    qCInfo(captureLog).noquote() << EscapeForDisplay(found_->path + u' ' + address);
-    return std::make_unique<StreamGetTool>(found_->words, QFileInfo(found_->path).path(), recording,
+    qCInfo(captureLog).noquote() << EscapeForDisplay(found.path + u' ' + address);
+    return std::make_unique<StreamGetTool>(found.words, QFileInfo(found.path).path(), recording,
                                            windows_, shown);
   }
   const VlcRecording recording{.address = address, .path = path};
-  qCInfo(captureLog).noquote() << EscapeForDisplay(found_->path + u' ' + VlcCommandText(recording));
-  return std::make_unique<VlcTool>(found_->words, recording, windows_, shown);
+  qCInfo(captureLog).noquote() << EscapeForDisplay(found.path + u' ' + VlcCommandText(recording));
+  return std::make_unique<VlcTool>(found.words, recording, windows_, shown);
 }
 
 void ExternalStreamCapture::NoteOpenWindow() {

@@ -33,9 +33,10 @@ class ExternalStreamCapture : public StreamCapture {
 
  private:
   QCoro::Task<void> OfferDownloadPage(const DownloadContext& context);
-  QCoro::Task<int> Record(const DownloadContext& context, QString address, QString path);
-  std::unique_ptr<StreamTool> MakeTool(const DownloadContext& context, const QString& address,
-                                       const QString& path);
+  QCoro::Task<int> Record(const DownloadContext& context, FoundTool found, QString address,
+                          QString path);
+  std::unique_ptr<StreamTool> MakeTool(const DownloadContext& context, const FoundTool& found,
+                                       const QString& address, const QString& path);
   void NoteOpenWindow();
 
   ToolLookup lookup_;

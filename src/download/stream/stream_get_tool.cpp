@@ -137,12 +137,12 @@ std::optional<ToolWindow> StreamGetTool::FindWindow(quint32 id) const {
 
 // True when there was such a dialog. One that stays is answered again at the next look.
 bool StreamGetTool::AnswerYes(const QString& title) {
-  for (const ToolWindow& window : windows_.List()) {
-    if (!IsDialogOf(window_, window, title)) continue;
-    windows_.PressKey(window.id, u'Y');
-    return true;
-  }
-  return false;
+  const auto windows = windows_.List();
+  const auto dialog = std::ranges::find_if(
+      windows, [&](const ToolWindow& window) { return IsDialogOf(window_, window, title); });
+  if (dialog == windows.end()) return false;
+  windows_.PressKey(dialog->id, u'Y');
+  return true;
 }
 
 }  // namespace zentorin

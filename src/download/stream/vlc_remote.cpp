@@ -15,7 +15,7 @@ namespace {
 constexpr qsizetype kMaxLineBytes = 65'536;
 
 // No command: the player's complaint about it tells that all before it is answered.
-constexpr char kMark[] = "zentorin-mark";
+constexpr QByteArrayView kMark("zentorin-mark");
 
 }  // namespace
 
@@ -42,7 +42,7 @@ bool VlcRemote::Connect(const QString& path) {
 }
 
 void VlcRemote::Ask() {
-  Send(QByteArray("get_time\nget_length\nis_playing\n") + kMark + '\n');
+  Send("get_time\nget_length\nis_playing\n" + kMark.toByteArray() + '\n');
 }
 
 void VlcRemote::Quit() {

@@ -113,10 +113,8 @@ class X11ToolWindows::Display {
     if (!mapping || mapping->keysyms_per_keycode == 0) return 0;
     const xcb_keysym_t wanted = QChar(letter).toLower().unicode();
     const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(mapping.get());
-    for (int key = 0; key < count; ++key) {
-      if (symbols[key * mapping->keysyms_per_keycode] == wanted) {
-        return static_cast<xcb_keycode_t>(setup->min_keycode + key);
-      }
+    for (int key = 0; key < count; ++key, symbols += mapping->keysyms_per_keycode) {
+      if (*symbols == wanted) return static_cast<xcb_keycode_t>(setup->min_keycode + key);
     }
     return 0;
   }
