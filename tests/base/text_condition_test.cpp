@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "base/text_condition.h"
 
+#include <utility>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 namespace zentorin {
@@ -8,26 +11,21 @@ namespace {
 
 constexpr int kUnreadable = -1;
 
-struct Case {
-  const char* condition;
-  int holds;
-};
-
 TEST(TextConditionTest, EveryOperatorDoesWhatItsTableSays) {
   const QHash<QString, QString> variables{{QStringLiteral("title"), QStringLiteral("確認")},
                                           {QStringLiteral("name"), QStringLiteral("VLC Player")},
                                           {QStringLiteral("size"), QStringLiteral("100")},
                                           {QStringLiteral("none"), QString()},
                                           {QStringLiteral("trap"), QStringLiteral("\" || 1 == 1")}};
-  const Case cases[] = {
+  const std::vector<std::pair<const char*, int>> cases = {
       {"title == 確認", 1},
-      {"title==\"確認\"", 1},
-      {"title == \"注意\"", 0},
-      {"title != \"注意\"", 1},
-      {"name == \"vlc player\"", 0},
-      {"name = \"vlc player\"", 1},
-      {"name <> \"vlc player\"", 0},
-      {"name ^ \"PLAY\"", 1},
+      {R"(title=="確認")", 1},
+      {R"(title == "注意")", 0},
+      {R"(title != "注意")", 1},
+      {R"(name == "vlc player")", 0},
+      {R"(name = "vlc player")", 1},
+      {R"(name <> "vlc player")", 0},
+      {R"(name ^ "PLAY")", 1},
       {"name ^ none", 1},
       {"none ^ x", 0},
       {"size < 9", 0},
@@ -35,7 +33,7 @@ TEST(TextConditionTest, EveryOperatorDoesWhatItsTableSays) {
       {"size<=100", 1},
       {"size>100", 0},
       {"b > a", 1},
-      {"\"10\" < \"9\"", 0},
+      {R"("10" < "9")", 0},
       {"10x < 9x", 1},
       {"title", 1},
       {"none", 0},
@@ -48,8 +46,8 @@ TEST(TextConditionTest, EveryOperatorDoesWhatItsTableSays) {
       {"0 && 0 || 1", 1},
       {"0 && 1 || 0 && 1", 0},
       {"1 && !0 && 1", 1},
-      {"\"a\"\"b\" == \"a\"\"b\"", 1},
-      {"\"a && b\" ^ \"&&\"", 1},
+      {R"("a""b" == "a""b")", 1},
+      {R"("a && b" ^ "&&")", 1},
       {"trap == x", 0},
       {"", kUnreadable},
       {"a b", kUnreadable},
@@ -59,13 +57,13 @@ TEST(TextConditionTest, EveryOperatorDoesWhatItsTableSays) {
       {"a &&", kUnreadable},
       {"|| a", kUnreadable},
       {"a & b", kUnreadable},
-      {"\"open", kUnreadable},
+      {R"("open)", kUnreadable},
       {"!", kUnreadable},
       {"a ! b", kUnreadable},
   };
-  for (const Case& c : cases) {
-    const auto holds = EvaluateCondition(QString::fromUtf8(c.condition), variables);
-    EXPECT_EQ(holds ? static_cast<int>(*holds) : kUnreadable, c.holds) << c.condition;
+  for (const auto& [condition, expected] : cases) {
+    const auto holds = EvaluateCondition(QString::fromUtf8(condition), variables);
+    EXPECT_EQ(holds ? static_cast<int>(*holds) : kUnreadable, expected) << condition;
   }
 }
 

@@ -99,7 +99,7 @@ class Screen {
 std::string Setting(const std::string& key) {
   std::ifstream file("StreamGet.ini", std::ios::binary);
   for (std::string line; std::getline(file, line);) {
-    if (line.rfind(key, 0) == 0) return line.substr(key.size(), line.size() - key.size() - 1);
+    if (line.starts_with(key)) return line.substr(key.size(), line.size() - key.size() - 1);
   }
   return {};
 }

@@ -86,10 +86,12 @@ TEST_F(StreamGetCaptureTest, AToolThatStandsStillIsToldYesAndEnded) {
   EXPECT_EQ(windows.List().size(), 0U);
 }
 
-TEST_F(StreamGetCaptureTest, AFileThatTheToolHasAlreadyIsSkippedAndItsWindowFollowsTheSetting) {
+TEST_F(StreamGetCaptureTest, AFileThatTheToolHasAlreadyIsSkipped) {
   EXPECT_EQ(Capture("exists"), kSkip);
   EXPECT_EQ(windows.List().size(), 0U);
+}
 
+TEST_F(StreamGetCaptureTest, AWindowIsShownHiddenAndEnded) {
   QProcess tool;
   tool.start(QStringLiteral(ZENTORIN_FAKE_STREAM_GET), {QStringLiteral("exists")});
   std::vector<ToolWindow> list;

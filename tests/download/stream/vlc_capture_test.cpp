@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
+#include <array>
 #include <csignal>
 
 #include <grp.h>
@@ -87,7 +88,8 @@ class VlcCaptureTest : private Unprivileged, public DownloadTest {
   }
 
   // Container, codecs and length as ffprobe reads them: "asf wmv2,wmav2".
-  void ExpectRecording(const QString& path, const QByteArray& format, QByteArrayList codecs) const {
+  void ExpectRecording(const QString& path, const QByteArray& format,
+                       const QByteArrayList& codecs) const {
     const QByteArrayList lines =
         OutputOf(
             QStringLiteral("ffprobe"),
@@ -130,8 +132,20 @@ class VlcCaptureTest : private Unprivileged, public DownloadTest {
   InstalledPrograms programs{XdgFolders::FromEnvironment()};
   NoToolWindows windows;
   ExternalStreamCapture capture{programs, windows};
-  DownloadContext context{engine, http,   state,   board,        messages, capture, opener,
-                          log,    drives, options, clockOptions, job,      files,   shownClock};
+  DownloadContext context{.engine = engine,
+                          .http = http,
+                          .state = state,
+                          .board = board,
+                          .messages = messages,
+                          .capture = capture,
+                          .opener = opener,
+                          .log = log,
+                          .drives = drives,
+                          .options = options,
+                          .clockOptions = clockOptions,
+                          .job = job,
+                          .files = files,
+                          .clock = shownClock};
   bool acted_ = false;
 };
 
@@ -223,13 +237,13 @@ TEST_F(VlcStallTest, AStreamThatStallsEndsAfterAWhile) {
 }
 
 TEST(ToolProcessTest, AToolDoesNotOutliveTheProgramThatDies) {
-  int ends[2] = {};
-  ASSERT_EQ(::pipe(ends), 0);
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe(ends.data()), 0);
   const pid_t program = ::fork();
   if (program == 0) {
     ToolProcess tool;
     tool.Start({QStringLiteral("/bin/sleep"), QStringLiteral("60")});
-    const pid_t id = static_cast<pid_t>(tool.Id());
+    const auto id = static_cast<pid_t>(tool.Id());
     [[maybe_unused]] const auto written = ::write(ends[1], &id, sizeof id);
     ::pause();
   }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "download/stream/vlc_command.h"
 
+#include <utility>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 namespace zentorin {
@@ -8,15 +11,18 @@ namespace {
 
 QString ChainFor(const QString& path) {
   const QStringList words =
-      VlcArguments({QStringLiteral("http://s.test/a.wmv"), path}, QStringLiteral("/run/rc"), false);
+      VlcArguments({.address = QStringLiteral("http://s.test/a.wmv"), .path = path},
+                   QStringLiteral("/run/rc"), false);
   return words.filter(QStringLiteral("--sout=")).value(0);
 }
 
 TEST(VlcCommandTest, TheLoggedTextIsTheProgramsOwn) {
-  EXPECT_EQ(VlcCommandText({QStringLiteral("mms://m.test/a b.wmv"), QStringLiteral("/s/a b.wmv")}),
+  EXPECT_EQ(VlcCommandText({.address = QStringLiteral("mms://m.test/a b.wmv"),
+                            .path = QStringLiteral("/s/a b.wmv")}),
             QStringLiteral("\"mms://m.test/a b.wmv\" --sout #duplicate{dst=std{access=file,mux=raw,"
                            "dst=\"/s/a b.wmv\" vlc:quit}"));
-  EXPECT_EQ(VlcCommandText({QStringLiteral("mms://m.test/a.wma"), QStringLiteral("/s/a.mp3")}),
+  EXPECT_EQ(VlcCommandText({.address = QStringLiteral("mms://m.test/a.wma"),
+                            .path = QStringLiteral("/s/a.mp3")}),
             QStringLiteral("\"mms://m.test/a.wma\" --sout #transcode{acodec=mp3,channels=2,ab=192}"
                            ":duplicate{dst=std{access=file,mux=raw,dst=\"/s/a.mp3\"}"));
 }
@@ -33,7 +39,7 @@ TEST(VlcCommandTest, TheTranslatedChainIsClosedAndTakesTheContainerOfTheEnding) 
 }
 
 TEST(VlcCommandTest, OnlyStreamsElsewhereAreRecorded) {
-  const std::pair<const char*, const char*> cases[] = {
+  const std::vector<std::pair<const char*, const char*>> cases = {
       {"http://s.test/a b.wmv", "http://s.test/a%20b.wmv"},
       {"MMS://m.test/日.wmv", "mms://m.test/%E6%97%A5.wmv"},
       {"file:///etc/passwd", ""},
@@ -43,8 +49,9 @@ TEST(VlcCommandTest, OnlyStreamsElsewhereAreRecorded) {
       {"mms:///a", ""},
   };
   for (const auto& [address, word] : cases) {
-    const QStringList words = VlcArguments({QString::fromUtf8(address), QStringLiteral("/s/a.wmv")},
-                                           QStringLiteral("/run/rc"), true);
+    const QStringList words =
+        VlcArguments({.address = QString::fromUtf8(address), .path = QStringLiteral("/s/a.wmv")},
+                     QStringLiteral("/run/rc"), true);
     EXPECT_EQ(words.isEmpty() ? QString() : words.last(), QString::fromUtf8(word)) << address;
   }
 }
