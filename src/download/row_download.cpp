@@ -108,7 +108,8 @@ QCoro::Task<int> RowDownload::FetchFile(QString address, RowOutcome& outcome) {
 
   int code = co_await download_.DownloadToFile(address, path, progress_.get());
   if (code == kFatal) code = kSkipNone;
-  // A partial or stale file must not remain. One that could not be opened is left alone.
+  // A partial or stale file must not remain: after a cancel the file that was to be written over is
+  // deleted too, this program's rule. One that could not be opened is left alone.
   const bool broken = context_.state.CancelRequested() || code >= kFirstRunTimeError;
   if (broken && !download_.FileRefused()) DeleteLocalFile(path);
   co_return code;

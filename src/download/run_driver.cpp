@@ -221,8 +221,9 @@ QCoro::Task<RunDriver::Unload> RunDriver::CountdownSteps() {
       context_.board.SetStatus({});
       context_.board.SetFile({});
       if (context_.state.CancelRequested() && !endedByFatal_) wasCancelled_ = true;
-      // Whoever stops the countdown is there and keeps the window.
-      co_return Unload::No;
+      // Whoever stops the countdown is there and keeps the window; after a fatal error nobody is.
+      const bool unload = endedByFatal_ && !afterBatchAction_.isEmpty();
+      co_return unload ? Unload::Yes : Unload::No;
     }
     co_await PerformAction(standby.caption);
     context_.board.SetCancelShown(false);

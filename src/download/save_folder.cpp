@@ -52,6 +52,8 @@ SaveFolder::Made MakeWithParents(const QString& path) {
     folder = folder.left(std::max<qsizetype>(1, folder.lastIndexOf(QLatin1Char('/'))));
     error = FolderError(folder);
   }
+  // A file stands in the way: the path is there and cannot be accessed as a folder.
+  if (error == ENOTDIR) return Outcome(RunTimeError::PathAccess, folder);
   if (error != 0) return Outcome(RunTimeErrorFromErrno(error), folder);
   for (const QString& next : std::as_const(missing)) {
     if (::mkdir(QFile::encodeName(next).constData(), kNewFolderMode) == 0) continue;

@@ -252,14 +252,17 @@ QString DecodeByTable(QByteArrayView bytes, const QString& upperCaseName) {
   return found == kEntries.end() ? QString::fromLatin1(bytes) : found->second(bytes);
 }
 
-QString DecodeDocument(QByteArrayView bytes, const QString& name) {
+QString DecodeDocument(QByteArrayView bytes, const QStringList& names) {
   const auto decode = [&](const QString& charset) -> std::optional<QString> {
     const QString upper = charset.trimmed().toUpper();
     if (upper == u"JIS") return DecodeIso2022Jp(bytes);
     if (upper == u"EUC") return DecodeEucJp(bytes);
     return TryDecode(bytes, charset);
   };
-  std::optional<QString> text = decode(name);
+  std::optional<QString> text;
+  for (const QString& name : names) {
+    if (!text && !name.isEmpty()) text = decode(name);
+  }
   if (!text) text = decode(modJUDG::Judge(bytes));
   QString page = text.value_or(QString());
   if (page.startsWith(QChar::ByteOrderMark)) page.remove(0, 1);

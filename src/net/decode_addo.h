@@ -3,6 +3,7 @@
 
 #include <QByteArrayView>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 // Turns bytes into text by the name of a character set.
@@ -25,9 +26,9 @@ QString DecodeUtf8(QByteArrayView bytes);
 // judge's own "JIS" and "EUC" among them, leave the bytes undecoded: each byte one character.
 QString DecodeByTable(QByteArrayView bytes, const QString& upperCaseName);
 
-// The rule of the document stage: every name that is known decodes as what it is, the judge's
-// "JIS", "EUC" and "UNICODE" included; an unknown name as the judge says. A byte-order mark is
-// dropped.
-QString DecodeDocument(QByteArrayView bytes, const QString& name);
+// The rule of the document stage: the first of `names` that is known decodes as what it is, the
+// judge's "JIS", "EUC" and "UNICODE" included; with none known, as the judge says. Empty names are
+// passed over. A byte-order mark is dropped.
+QString DecodeDocument(QByteArrayView bytes, const QStringList& names);
 
 }  // namespace zentorin::Decode_ADDO

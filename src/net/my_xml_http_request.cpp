@@ -69,10 +69,9 @@ QString CharsetOfMark(const QByteArray& bytes) {
   return {};
 }
 
-// What the answer says of itself: its header, else its byte-order mark.
-QString OutwardCharset(const HttpAnswer& answer) {
-  const QString named = CharsetOfType(answer.head.Header("Content-Type"));
-  return named.isEmpty() ? CharsetOfMark(answer.body) : named;
+// What the answer says of itself: its header, then its byte-order mark.
+QStringList OutwardCharsets(const HttpAnswer& answer) {
+  return {CharsetOfType(answer.head.Header("Content-Type")), CharsetOfMark(answer.body)};
 }
 
 QString HeaderText(const HttpHead& head, HeaderSelector selector) {
@@ -131,10 +130,9 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url) {
   const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
   FetchedPage page = PageOf(answer, state_);
   if (page.status == 0) {
-    QString charset = OutwardCharset(answer);
-    if (charset.isEmpty()) charset = modJUDG::DeclaredCharset(answer.body);
-    if (charset.isEmpty()) charset = modJUDG::Judge(answer.body);
-    page.text = Decode_ADDO::DecodeDocument(answer.body, charset);
+    QStringList charsets = OutwardCharsets(answer);
+    charsets.append(modJUDG::DeclaredCharset(answer.body));
+    page.text = Decode_ADDO::DecodeDocument(answer.body, charsets);
   }
   co_return page;
 }
@@ -154,9 +152,9 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool de
     const QString charset = modJUDG::CharsetOfPage(answer.body);
     page.text = Decode_ADDO::DecodeByTable(answer.body, charset);
   } else {
-    QString charset = OutwardCharset(answer);
-    if (charset.isEmpty()) charset = QStringLiteral("UTF-8");
-    page.text = Decode_ADDO::DecodeDocument(answer.body, charset);
+    QStringList charsets = OutwardCharsets(answer);
+    charsets.append(QStringLiteral("UTF-8"));
+    page.text = Decode_ADDO::DecodeDocument(answer.body, charsets);
   }
   co_return page;
 }

@@ -229,7 +229,7 @@ TEST_F(DownloadRunTest, FatalErrorsAndAMissingSelectionAreTold) {
   EXPECT_EQ(messages.Texts()[1],
             QStringLiteral("未選択|ファイルリストが選択されていません！\r\n\r\n"
                            "ファイルを選択後に再度実行して下さい。"));
-  EXPECT_TRUE(messages.Texts()[2].startsWith(QStringLiteral("続行不可エラー発生|76 ")));
+  EXPECT_TRUE(messages.Texts()[2].startsWith(QStringLiteral("続行不可エラー発生|75 ")));
   EXPECT_TRUE(messages.Texts()[2].endsWith(home.Path(QStringLiteral("save"))));
   EXPECT_TRUE(QRegularExpression(QStringLiteral("^続行不可エラー発生\\|空き容量不足です。\r\n\r\n"
                                                 "Free Space = [0-9]{1,3}(,[0-9]{3})* kbyte$"))

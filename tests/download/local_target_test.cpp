@@ -98,13 +98,13 @@ TEST(SaveFolder, IsMadeWithItsParentsOrSaysWhyNot) {
   const Case cases[] = {
       {"a/b", "c\\d", RunTimeError::None, false},
       {"a/b", "", RunTimeError::None, false},
-      {"file", "", RunTimeError::PathMissing, false},
-      {"file/x", "", RunTimeError::PathMissing, false},
+      {"file", "", RunTimeError::PathAccess, false},
+      {"file/x", "", RunTimeError::PathAccess, false},
       {"dangling", "", RunTimeError::PathAccess, false},
       {"elsewhere", "x", RunTimeError::None, false},  // the user's own choice
       {".", "plain-out\\x", RunTimeError::PathAccess, true},
       {".", "dangling\\x", RunTimeError::PathAccess, true},
-      {".", "file\\x", RunTimeError::PathMissing, false},
+      {".", "file\\x", RunTimeError::PathAccess, false},
   };
   for (const Case& c : cases) {
     const QString name = QString::fromUtf8(c.folder);

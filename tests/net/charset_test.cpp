@@ -163,12 +163,13 @@ TEST(DecodeAddo, TheTableOfPageNamesHasItsGaps) {
   EXPECT_EQ(Decode_ADDO::DecodeByTable("\x82\xA0", "SJIS"), QStringLiteral("あ"));
 }
 
-TEST(DecodeAddo, ADocumentIsReadByTheVerdictWhenItsNameIsUnknown) {
-  EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "EUC-JP"), "EUC"), kLong);
-  EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "ISO-2022-JP"), "JIS"), kLong);
-  EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "EUC-JP"), "no-such"), kLong);
-  EXPECT_EQ(Decode_ADDO::DecodeDocument("\xFF\xFE" + Encoded(kLong, "UTF-16LE"), "UNICODE"), kLong);
-  EXPECT_EQ(Decode_ADDO::DecodeDocument("\xEF\xBB\xBF" + kLong.toUtf8(), "utf-8"), kLong);
+TEST(DecodeAddo, ADocumentIsReadByItsFirstKnownNameOrTheVerdict) {
+  EXPECT_EQ(Decode_ADDO::DecodeDocument(kLong.toUtf8(), {"no-such", "", "utf-8", "EUC"}), kLong);
+  EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "EUC-JP"), {"EUC"}), kLong);
+  EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "ISO-2022-JP"), {"JIS"}), kLong);
+  EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "EUC-JP"), {"no-such"}), kLong);
+  EXPECT_EQ(Decode_ADDO::DecodeDocument("\xFF\xFE" + Encoded(kLong, "UTF-16LE"), {"UNICODE"}), kLong);
+  EXPECT_EQ(Decode_ADDO::DecodeDocument("\xEF\xBB\xBF" + kLong.toUtf8(), {"utf-8"}), kLong);
 }
 
 }  // namespace
