@@ -35,8 +35,7 @@ const PowerAction* FindPowerAction(const QString& name) {
       {QStringLiteral("シャットダウン"), QLatin1String("CanPowerOff"),
        QLatin1String("PowerOffWithFlags"), kSkipInhibitors, QLatin1String("PowerOff")},
   }};
-  const auto* const found = std::find_if(kActions.begin(), kActions.end(),
-                                         [&](const auto& each) { return each.name == name; });
+  const auto* const found = std::ranges::find(kActions, name, &PowerAction::name);
   return found == kActions.end() ? nullptr : found;
 }
 

@@ -66,8 +66,8 @@ class RecordingPowerControl : public PowerControl {
 // Stands still at `now` until a test moves it.
 class SettableClock : public Clock {
  public:
-  explicit SettableClock(const QDateTime& time = QDateTime({2024, 5, 1}, {23, 30, 5}, Qt::UTC))
-      : now(time) {}
+  explicit SettableClock(QDateTime time = QDateTime({2024, 5, 1}, {23, 30, 5}, Qt::UTC))
+      : now(std::move(time)) {}
   QDateTime LocalNow() const override { return now; }
 
   QDateTime now;
