@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QToolButton>
+#include <array>
 
 #include "app/auto_run.h"
 #include "app/closing.h"
@@ -182,8 +183,8 @@ void frmMain::ConnectState() {
   connect(&workspace.urlList, &UrlList::CurrentListFileChanged, this,
           [this] { setWindowTitle(ProgramTitle(context_.workspace.urlList.CurrentListFile())); });
   connect(&workspace.board, &StatusBoard::FocusRequested, this, [this](FocusTarget target) {
-    QWidget* const targets[] = {c_.lstTargetUrl, c_.txtUrl_Root, c_.lstUrl_All};
-    targets[static_cast<int>(target)]->setFocus();
+    const std::array<QWidget*, 3> targets{c_.lstTargetUrl, c_.txtUrl_Root, c_.lstUrl_All};
+    targets.at(static_cast<size_t>(target))->setFocus();
   });
   connect(&workspace.driver, &RunDriver::CloseRequested, this, &QWidget::close);
 }

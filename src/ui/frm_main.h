@@ -31,6 +31,7 @@ struct WindowContext {
   AutoRun& autoRun;
   ListCommands& lists;
   FileDialogs& dialogs;
+  // NOLINTNEXTLINE(readability-redundant-member-init): may be left out of an initialiser
   QStringList toolCaptions = {};  // of the two streaming tools, as located on this machine
 };
 

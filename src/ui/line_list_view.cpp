@@ -78,8 +78,8 @@ class LineDelegate : public QStyledItemDelegate {
 
   // The first stop behind `x`; behind the last one a tab is two characters.
   int NextStop(int x, int unit) const {
-    const auto stop = std::find_if(tabStops_.begin(), tabStops_.end(),
-                                   [&](int candidate) { return candidate * unit > x; });
+    const auto stop =
+        std::ranges::find_if(tabStops_, [&](int candidate) { return candidate * unit > x; });
     return stop == tabStops_.end() ? x + 2 * unit : *stop * unit;
   }
 
@@ -279,6 +279,7 @@ void LineListView::changeEvent(QEvent* event) {
 
 // The base class would make the first row current, which here means to select a job.
 void LineListView::focusInEvent(QFocusEvent* event) {
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call): passing it over is the point
   QAbstractScrollArea::focusInEvent(event);
   viewport()->update();
 }

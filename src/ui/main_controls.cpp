@@ -14,6 +14,7 @@
 #include <QRadioButton>
 #include <QToolButton>
 #include <QWheelEvent>
+#include <initializer_list>
 
 #include "ui/line_list_view.h"
 #include "ui/link_label.h"
@@ -259,15 +260,15 @@ void MainControls::MakeSave() {
 void MainControls::MakeFileList() {
   // Not inside frSite: the list stays live while the frame is disabled.
   headerStrip = Named(new QWidget(central), "headerStrip");
-  const QString captions[kHeaderCount] = {
+  const std::array<QString, kHeaderCount> captions{
       QStringLiteral("ParentUrl"), QStringLiteral("BaseUrl"),       QStringLiteral("FileUrl"),
       QStringLiteral("KByte"),     QStringLiteral("更新日時(GMT)"), QStringLiteral("*")};
   for (int i = 0; i < kHeaderCount; ++i) {
-    auto* label = new LinkLabel(captions[i], false, headerStrip);
+    auto* label = new LinkLabel(captions.at(i), false, headerStrip);
     label->setObjectName(QStringLiteral("lblDescription_%1").arg(i));
     label->setFont(FixedPitchFont(label->font()));
     label->setToolTip(QStringLiteral("クリックで昇順/降順 基準列 の並べ替え可"));
-    lblDescription[i] = label;
+    lblDescription.at(i) = label;
   }
   lstUrl_All = Named(new LineListView({2, 24, 32, 120, 140, 170}, central), "lstUrl_All");
   lstUrl_All->setFont(FixedPitchFont(lstUrl_All->font()));
@@ -336,7 +337,7 @@ void MainControls::MakeMenus(QMainWindow& window) {
 }
 
 void MainControls::SetTabOrder() {
-  QWidget* const order[] = {
+  const std::initializer_list<QWidget*> order = {
       lstTargetUrl,   cmdOrder_1,    cmdOrder_0,       txtDescription,    Opt_0,
       Opt_1,          txtUrl_Root,   lblRegHelp,       cmbUrl_SubPattern, cmbDepth,
       cmbFilePattern, ChkDispModify, ChkModify,        cmbDate,           txtFileFormat,

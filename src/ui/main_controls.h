@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
+
 class QAction;
 class QCheckBox;
 class QComboBox;
@@ -104,7 +106,7 @@ struct MainControls {
   // The column headers; their index runs against the columns (0 is the parent page, 5 the mark).
   static constexpr int kHeaderCount = 6;
   QWidget* headerStrip = nullptr;
-  LinkLabel* lblDescription[kHeaderCount] = {};
+  std::array<LinkLabel*, kHeaderCount> lblDescription = {};
   LineListView* lstUrl_All = nullptr;
   QLabel* lblUrl_All_Cnt = nullptr;
 

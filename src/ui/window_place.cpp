@@ -38,12 +38,11 @@ QRect PlaceFromSettings(const AppSettings& settings) {
   const auto grabbable = [&place](const QScreen* screen) {
     return CanBeGrabbed(place, screen->availableGeometry());
   };
-  if (screens.isEmpty() || std::any_of(screens.begin(), screens.end(), grabbable)) return place;
+  if (screens.isEmpty() || std::ranges::any_of(screens, grabbable)) return place;
   const auto nearer = [&place](const QScreen* one, const QScreen* other) {
     return Distance(place, one->availableGeometry()) < Distance(place, other->availableGeometry());
   };
-  const QRect screen =
-      (*std::min_element(screens.begin(), screens.end(), nearer))->availableGeometry();
+  const QRect screen = (*std::ranges::min_element(screens, nearer))->availableGeometry();
   place.setSize(place.size().boundedTo(screen.size()));
   place.moveCenter(screen.center());
   return place;
