@@ -40,7 +40,8 @@ bool ProcessStarter::ShellOpen(const ShellOpenRequest& request) {
 }
 
 void ProcessStarter::ShowFolder(const QString& path, std::function<void(bool)> done) {
-  if (!HasSessionBus()) {
+  // A call without a connection would never be answered, not even by an error.
+  if (!HasSessionBus() || !QDBusConnection::sessionBus().isConnected()) {
     done(false);
     return;
   }
