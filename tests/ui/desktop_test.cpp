@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include <QApplication>
+#include <QDir>
+#include <QMenu>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTimer>
+#include <QtTest>
+
+#include <gtest/gtest.h>
+
+#include "compositions.h"
+#include "tests/launch/xdg_tree.h"
+#include "ui/frm_main.h"
+#include "ui/help_pages.h"
+#include "ui/line_list_view.h"
+
+namespace zentorin::test {
+namespace {
+
+// The whole program with its window on a display of its own. Its desktop is a folder: the programs
+// that are registered there are stubs, and there is no message bus and no opener of the desktop's.
+class DesktopTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    const QString server = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
+    if (server.isEmpty()) GTEST_SKIP() << "Xvfb is not installed";
+    display_.start(server, {QStringLiteral("-displayfd"), QStringLiteral("1"),
+                            QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+    ASSERT_TRUE(display_.waitForReadyRead());
+    qputenv("DISPLAY", ":" + display_.readLine().trimmed());
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    // Which types of files there are is the machine's.
+    QDir().mkpath(tree_.Path(QStringLiteral("data-system")));
+    QFile::link(QStandardPaths::locate(QStandardPaths::GenericDataLocation, QStringLiteral("mime"),
+                                       QStandardPaths::LocateDirectory),
+                tree_.Path(QStringLiteral("data-system/mime")));
+    const std::pair<const char*, const char*> folders[] = {
+        {"XDG_DATA_HOME", "data"},         {"XDG_DATA_DIRS", "data-system"},
+        {"XDG_CONFIG_HOME", "config"},     {"XDG_CONFIG_DIRS", "config-system"},
+        {"XDG_RUNTIME_DIR", "no-runtime"}, {"PATH", "bin"}};
+    for (const auto& [variable, folder] : folders) {
+      qputenv(variable, tree_.Path(QLatin1String(folder)).toUtf8());
+    }
+    for (const char* const bus : {"DBUS_SYSTEM_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"}) {
+      qputenv(bus, "unix:path=/nonexistent/bus");
+    }
+  }
+
+  void TearDown() override {
+    display_.kill();
+    display_.waitForFinished();
+  }
+
+  // A program that writes its arguments down, each in a line.
+  void AddStub(const char* name, const QByteArray& codes, const QByteArray& types) const {
+    tree_.AddProgram(QLatin1String(name), codes, "MimeType=" + types);
+    tree_.AddCommand(QLatin1String(name), R"(for a; do echo "$a"; done >> "$0.out")");
+  }
+  // Waits until the stub has written exactly that.
+  void ExpectCalled(const char* name, const QStringList& arguments) const {
+    const QString file = QStringLiteral("bin/%1.out").arg(QLatin1String(name));
+    const QByteArray expected = (arguments.join(u'\n') + u'\n').toUtf8();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tree_.Read(file) == expected; }, 30'000))
+        << name << ": " << tree_.Read(file).toStdString();
+  }
+
+  static void Choose(const QWidget& window, const char* menuName, const char* entry) {
+    auto* menu = window.findChild<QMenu*>(QLatin1String(menuName));
+    if (!menu->isVisible()) menu->popup(QPoint());
+    QAction* action = window.findChild<QAction*>(QLatin1String(entry));
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+  }
+
+  void UseTheWindow(QWidget& window) const {
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    QWidget* jobs = window.findChild<LineListView*>(QStringLiteral("lstTargetUrl"))->viewport();
+    QTest::mouseClick(jobs, Qt::RightButton, {}, QPoint(20, 5));
+    Choose(window, "mnuContext_TargetUrl", "mnuContext_TargetUrl_OpenSite");
+    QStringList opened{QStringLiteral("--new"), QStringLiteral("http://site.test/?a=1&b='$(c)'")};
+    ExpectCalled("browser", opened);
+    Choose(window, "mnuHelp", "mnuHelp2");
+    opened << QStringLiteral("--new")
+           << QStringLiteral("file://%1/index.html").arg(FindHelpFolder());
+    ExpectCalled("browser", opened);
+    QTest::mouseDClick(window.findChild<QWidget*>(QStringLiteral("lblSavePath")), Qt::LeftButton);
+    ExpectCalled("files", {tree_.Path(QStringLiteral("home/my save"))});
+  }
+
+  XdgTree tree_;
+  QProcess display_;
+};
+
+TEST_F(DesktopTest, ThingsOpenFromTheWindowInTheProgramsThatAreRegistered) {
+  AddStub("browser", "--new %u", "x-scheme-handler/http;text/html;");
+  AddStub("files", "%f", "inode/directory;");
+  tree_.Write(QStringLiteral("home/my save/file"), "");
+  tree_.Write(QStringLiteral("home/list.dat"),
+              "1 description = job\r\n1 root = http://site.test/?a=1&b='$(c)'\r\n"
+              "1 save_path = my save\r\n1 before = ,\r\n\r\n");
+  int argc = 1;
+  char name[] = "zentorin";
+  char* argv[] = {name, nullptr};
+  const QApplication application(argc, argv);
+  QTimer::singleShot(0, [this] {
+    frmMain* window = nullptr;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      if (auto* found = qobject_cast<frmMain*>(widget)) window = found;
+    }
+    if (window == nullptr) {
+      QCoreApplication::exit(-1);
+      return;
+    }
+    UseTheWindow(*window);
+    window->close();
+  });
+  EXPECT_EQ(RunWindow({QStringLiteral("list.dat")}, tree_.Path(QStringLiteral("home"))), 0);
+}
+
+}  // namespace
+}  // namespace zentorin::test
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}
