@@ -18,7 +18,9 @@ void FileListCommands::OpenSite() {
 }
 
 QCoro::Task<void> FileListCommands::OpenSource() {
-  return workspace_.source.Show(CurrentAddress());
+  if (workspace_.files.CurrentRow() < 0) co_return;
+  const QString address = CurrentAddress();
+  co_await workspace_.source.Show(address);
 }
 
 QCoro::Task<void> FileListCommands::Play() {

@@ -21,7 +21,7 @@ SourceCommand::SourceCommand(const SourceContext& context, QObject* parent)
     : QObject(parent), context_(context) {}
 
 QCoro::Task<void> SourceCommand::Show(QString url) {
-  if (running_ || url.isEmpty()) co_return;
+  if (running_) co_return;
   SetRunning(true);
   StatusBoard& board = context_.board;
   const bool ownButton = !board.CancelShown();

@@ -18,7 +18,9 @@ void UrlListCommands::OpenSite() {
 }
 
 QCoro::Task<void> UrlListCommands::OpenSource() {
-  return workspace_.source.Show(RootAddress());
+  if (workspace_.urlList.SelectedRow() < 0) co_return;
+  const QString address = RootAddress();
+  co_await workspace_.source.Show(address);
 }
 
 QString UrlListCommands::CopiedText() const {

@@ -60,6 +60,9 @@ TEST_F(SourceCommandTest, SaysOnlyThatAnAddressIsNoGood) {
   EXPECT_EQ(
       messages.Texts(),
       QStringList(QStringLiteral("|このＵＲＬは無効です。\r\n\r\nhttp://sample.test/d/none")));
+  AddJob(QString());
+  QCoro::waitFor(jobs.OpenSource());
+  EXPECT_EQ(messages.Texts().last(), QStringLiteral("|このＵＲＬは無効です。\r\n\r\n"));
   EXPECT_EQ(workspace.board.Status(), status);
   EXPECT_TRUE(opener.opened.isEmpty());
 }
