@@ -24,14 +24,12 @@ QAction* ContextMenu::AddEntry(const char* name, const QString& caption, const Q
 }
 
 bool ContextMenu::eventFilter(QObject* watched, QEvent* event) {
-  if (!list_.isEnabled()) return QMenu::eventFilter(watched, event);
-  if (event->type() == QEvent::ContextMenu) {
-    return Asked(*static_cast<QContextMenuEvent*>(event));
-  }
-  if (watched == list_.viewport() && event->type() == QEvent::MouseButtonPress) {
-    return Pressed(*static_cast<QMouseEvent*>(event));
-  }
-  return QMenu::eventFilter(watched, event);
+  // By its kind first: events also come while the list is being taken down.
+  const bool asked = event->type() == QEvent::ContextMenu;
+  const bool pressed = event->type() == QEvent::MouseButtonPress;
+  if ((!asked && !pressed) || !list_.isEnabled()) return QMenu::eventFilter(watched, event);
+  if (asked) return Asked(*static_cast<QContextMenuEvent*>(event));
+  return watched == list_.viewport() && Pressed(*static_cast<QMouseEvent*>(event));
 }
 
 bool ContextMenu::Pressed(const QMouseEvent& event) {
