@@ -43,6 +43,7 @@ int RunWindow(const QStringList& arguments, const QString& programFolder) {
                     .capture = capture,
                     .power = services.Power()};
   Workspace workspace(world, programFolder, qEnvironmentVariable("ZENTORIN_CONNECT_TO"));
+  opener.TellSuccessTo(workspace.board);
   const BatchNotice notice(workspace.driver, services.Notices());
   AutoRun autoRun(workspace);
   ListCommands lists(workspace, dialogs);

@@ -78,12 +78,11 @@ QString DecodeScript(const QByteArray& bytes) {
 }  // namespace
 
 DesktopOpener::DesktopOpener(Drives& drives, ProgramStarter& starter, MessageBoxes& messages,
-                             TextWindows& windows, StatusBoard* status, XdgFolders folders)
+                             TextWindows& windows, XdgFolders folders)
     : drives_(drives),
       starter_(starter),
       messages_(messages),
       windows_(windows),
-      status_(status),
       programs_(std::move(folders)),
       placeholders_(drives),
       associations_(programs_),

@@ -22,11 +22,12 @@ class TextWindows;
 // Opens things in the programs of the user's desktop.
 class DesktopOpener : public Opener {
  public:
-  // All outlive the opener; `starter` ends before `messages` and the status board, which its
-  // answers are told to. The board is optional.
+  // All outlive the opener; `starter` ends before `messages`, which its answers are told to.
   DesktopOpener(Drives& drives, ProgramStarter& starter, MessageBoxes& messages,
-                TextWindows& windows, StatusBoard* status = nullptr,
-                XdgFolders folders = XdgFolders::FromEnvironment());
+                TextWindows& windows, XdgFolders folders = XdgFolders::FromEnvironment());
+
+  // Where it is told that a page came up. No events are handled any more when the board ends.
+  void TellSuccessTo(StatusBoard& board) { status_ = &board; }
 
   void OpenWithDefaultHandler(const QString& target) override;
   void OpenFolder(const QString& path) override;
@@ -57,7 +58,7 @@ class DesktopOpener : public Opener {
   ProgramStarter& starter_;
   MessageBoxes& messages_;
   TextWindows& windows_;
-  StatusBoard* status_;
+  StatusBoard* status_ = nullptr;
   InstalledPrograms programs_;
   FolderPlaceholders placeholders_;
   MimeAssociations associations_;

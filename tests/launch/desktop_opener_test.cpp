@@ -26,6 +26,7 @@ TEST(LineEnds, PairsStayAndLoneLineFeedsBecomePairs) {
 
 class DesktopOpenerTest : public testing::Test {
  protected:
+  DesktopOpenerTest() { opener_->TellSuccessTo(status_); }
   // What was asked of the starter since the last call, without the tree's own path.
   std::string Requests() {
     QStringList requests = std::exchange(starter_.requests, {});
@@ -48,8 +49,8 @@ class DesktopOpenerTest : public testing::Test {
   RecordingMessageBoxes messages_;
   RecordingTextWindows windows_;
   StatusBoard status_;
-  std::unique_ptr<DesktopOpener> opener_ = std::make_unique<DesktopOpener>(
-      drives_, starter_, messages_, windows_, &status_, tree_.Folders());
+  std::unique_ptr<DesktopOpener> opener_ =
+      std::make_unique<DesktopOpener>(drives_, starter_, messages_, windows_, tree_.Folders());
 };
 
 TEST_F(DesktopOpenerTest, TheHandlerGetsAddressesAsTheyAreAndPathsOfThisSystem) {

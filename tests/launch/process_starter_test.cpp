@@ -102,7 +102,7 @@ TEST_F(ProcessStarterTest, ThingsOpenInStubProgramsThatAreRegisteredByDesktopEnt
   Drives drives(tree_.Path(QStringLiteral("home")));
   RecordingMessageBoxes messages;
   RecordingTextWindows windows;
-  DesktopOpener opener(drives, *starter_, messages, windows, nullptr, tree_.Folders());
+  DesktopOpener opener(drives, *starter_, messages, windows, tree_.Folders());
   qunsetenv("DBUS_SESSION_BUS_ADDRESS");
   qunsetenv("XDG_RUNTIME_DIR");
 
