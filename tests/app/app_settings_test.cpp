@@ -48,7 +48,7 @@ TEST(AppSettings, ReadKeysInAnyLetterCaseAndSkipWhatIsNoSetting) {
 TEST(AppSettings, TakeNoHarmFromABinaryFile) {
   const TempDir dir;
   QByteArray bytes(1 << 20, '\0');
-  for (int i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>((i * 7919) >> 3);
+  for (int i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>((i * 7919LL) >> 3);
   bytes += " = \r\nform left = 99999999999999999999\r\n";
   AppSettings settings;
   ASSERT_TRUE(settings.Load(dir.Write("Conf.txt", bytes)).Ok());

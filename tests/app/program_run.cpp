@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/program_run.h"
 
+#include <QEventLoop>
 #include <QRegularExpression>
+#include <QTimer>
 #include <csignal>
 
 #include <QCoro/QCoroProcess>
@@ -76,9 +78,12 @@ int ProgramRun::WaitForEnd() {
 bool ProgramRun::WaitForError(const QString& text) {
   while (!Errors().contains(text)) {
     if (process_.state() == QProcess::NotRunning) return false;
-    if (!QCoro::waitFor(qCoro(&process_, &QProcess::readyReadStandardError, kPatience))) {
-      return false;
-    }
+    // A loop of its own: the signal is a private one, which no coroutine may await.
+    QEventLoop loop;
+    QObject::connect(&process_, &QProcess::readyReadStandardError, &loop, &QEventLoop::quit);
+    QObject::connect(&process_, &QProcess::finished, &loop, &QEventLoop::quit);
+    QTimer::singleShot(kPatience, &loop, [&loop] { loop.exit(1); });
+    if (loop.exec() != 0) return false;
   }
   return true;
 }
