@@ -168,7 +168,8 @@ TEST(DecodeAddo, ADocumentIsReadByItsFirstKnownNameOrTheVerdict) {
   EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "EUC-JP"), {"EUC"}), kLong);
   EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "ISO-2022-JP"), {"JIS"}), kLong);
   EXPECT_EQ(Decode_ADDO::DecodeDocument(Encoded(kLong, "EUC-JP"), {"no-such"}), kLong);
-  EXPECT_EQ(Decode_ADDO::DecodeDocument("\xFF\xFE" + Encoded(kLong, "UTF-16LE"), {"UNICODE"}), kLong);
+  EXPECT_EQ(Decode_ADDO::DecodeDocument("\xFF\xFE" + Encoded(kLong, "UTF-16LE"), {"UNICODE"}),
+            kLong);
   EXPECT_EQ(Decode_ADDO::DecodeDocument("\xEF\xBB\xBF" + kLong.toUtf8(), {"utf-8"}), kLong);
 }
 
