@@ -43,7 +43,7 @@ QString MessageBus::SystemAddress() {
 }
 
 QString MessageBus::SessionAddress() {
-  const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+  QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
   if (!address.isEmpty()) return address;
   const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
   const QString socket = folder + QStringLiteral("/bus");

@@ -2,6 +2,7 @@
 #include "ui/frm_setting.h"
 
 #include <QDir>
+#include <utility>
 
 #include "app/app_settings.h"
 #include "app/file_dialogs.h"
@@ -14,16 +15,16 @@ namespace zentorin {
 namespace {
 
 // Characters that no file name may hold, as a character class and as the message names them.
-constexpr char16_t kForbidden[] = uR"([/:*?"|<>\])";
-constexpr char16_t kForbiddenExpression[] = uR"([/:*?"|<>\\])";
+constexpr QStringView kForbidden(uR"([/:*?"|<>\])");
+constexpr QStringView kForbiddenExpression(uR"([/:*?"|<>\\])");
 constexpr int kTypeMismatch = 13;
 constexpr int kLargestDiffHours = 14;  // the time zones of the world: -12 to +14
 constexpr int kSmallestDiffHours = -12;
 
 }  // namespace
 
-frmSetting::frmSetting(const SettingContext& context, QWidget* parent)
-    : QDialog(parent), context_(context), ui_(std::make_unique<Ui::frmSetting>()) {
+frmSetting::frmSetting(SettingContext context, QWidget* parent)
+    : QDialog(parent), context_(std::move(context)), ui_(std::make_unique<Ui::frmSetting>()) {
   ui_->setupUi(this);
   Fill();
   Connect();
@@ -67,8 +68,8 @@ void frmSetting::Connect() {
           [this] { ui_->frStreaming->setProperty("Tag", 0); });
   connect(ui_->OptStreaming_1, &QRadioButton::clicked, this,
           [this] { ui_->frStreaming->setProperty("Tag", 1); });
-  auto* format = new KeyFilter(QString::fromUtf16(kForbiddenExpression),
-                               KeyFilter::Mode::AllButMatching, ui_->txtAddDateFormat);
+  auto* format = new KeyFilter(kForbiddenExpression.toString(), KeyFilter::Mode::AllButMatching,
+                               ui_->txtAddDateFormat);
   connect(format, &KeyFilter::Refused, this, &frmSetting::RefuseKey);
   new KeyFilter(QStringLiteral("[-0-9]"), KeyFilter::Mode::OnlyMatching, ui_->cmbGmtDiff);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &frmSetting::TakeOver);
@@ -76,7 +77,7 @@ void frmSetting::Connect() {
 
 void frmSetting::RefuseKey() {
   MessageBox box;
-  box.text = QString::fromUtf16(kForbidden) + QStringLiteral(" の各文字は使用不可");
+  box.text = kForbidden.toString() + QStringLiteral(" の各文字は使用不可");
   context_.messages.Ask(box);
 }
 

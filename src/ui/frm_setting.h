@@ -32,7 +32,7 @@ class frmSetting : public QDialog {
   Q_OBJECT
 
  public:
-  explicit frmSetting(const SettingContext& context, QWidget* parent = nullptr);
+  explicit frmSetting(SettingContext context, QWidget* parent = nullptr);
   ~frmSetting() override;
 
  Q_SIGNALS:
