@@ -33,7 +33,7 @@ void FileListSorter::Sort(FileList& files, FileListRow::Column column) {
   for (int row = 0; row < files.Count(); ++row) keys.push_back(SortKey(files.Row(row), column));
   std::vector<int> order(keys.size());
   std::iota(order.begin(), order.end(), 0);
-  std::stable_sort(order.begin(), order.end(), [&](int left, int right) {
+  std::ranges::stable_sort(order, [&](int left, int right) {
     return ascending ? keys[left] < keys[right] : keys[right] < keys[left];
   });
   files.Reorder(order);

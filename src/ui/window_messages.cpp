@@ -60,16 +60,13 @@ MessageBox::Answer AnswerOf(int button, const MessageBox& box) {
 }
 
 void SetCaptions(QMessageBox& dialog) {
-  const struct {
-    QMessageBox::StandardButton button;
-    QString caption;
-  } captions[] = {{QMessageBox::Ok, QStringLiteral("OK")},
-                  {QMessageBox::Cancel, QStringLiteral("キャンセル")},
-                  {QMessageBox::Yes, QStringLiteral("はい(&Y)")},
-                  {QMessageBox::No, QStringLiteral("いいえ(&N)")}};
-  for (const auto& [button, caption] : captions) {
+  const auto name = [&dialog](QMessageBox::StandardButton button, const QString& caption) {
     if (QAbstractButton* shown = dialog.button(button)) shown->setText(caption);
-  }
+  };
+  name(QMessageBox::Ok, QStringLiteral("OK"));
+  name(QMessageBox::Cancel, QStringLiteral("キャンセル"));
+  name(QMessageBox::Yes, QStringLiteral("はい(&Y)"));
+  name(QMessageBox::No, QStringLiteral("いいえ(&N)"));
 }
 
 }  // namespace
