@@ -5,6 +5,7 @@
 #include "app/program_title.h"
 #include "app/workspace.h"
 #include "base/clock.h"
+#include "base/message_boxes.h"
 #include "jobs/date_text.h"
 
 namespace zentorin {
@@ -24,10 +25,19 @@ QString CountdownText(int seconds) {
 
 }  // namespace
 
+QString ListInUseText(const QString& listFile) {
+  return QStringLiteral("このＵＲＬリストは、他の自動実行で使用中です。\r\n\r\n") + listFile;
+}
+
 AutoRun::AutoRun(Workspace& workspace, QObject* parent) : QObject(parent), workspace_(workspace) {
   timer_.setInterval(kTickMs);
   connect(&timer_, &QTimer::timeout, this, &AutoRun::Tick);
   connect(&workspace_.state, &RunState::Cancelled, this, &AutoRun::TakeCancel);
+  connect(&workspace_.driver, &RunDriver::PresetsCleared, this, &AutoRun::Abandon);
+  // A command that ends during the countdown has hidden the button that gives the countdown up.
+  connect(&workspace_.driver, &RunDriver::RunningChanged, this, [this](bool running) {
+    if (!running && phase_ == Phase::Armed) OfferCancel();
+  });
 }
 
 bool AutoRun::Arm(const CommandLine& line) {
@@ -39,9 +49,7 @@ bool AutoRun::Arm(const CommandLine& line) {
   trayMode_ = line.trayMode;
   remainingSeconds_ = SecondsUntilStart();
   workspace_.driver.SetAfterBatchAction(line.afterBatchAction);
-  // The countdown can be given up by the cancel button.
-  workspace_.board.SetCancelShown(true);
-  workspace_.board.SetCancelEnabled(true);
+  OfferCancel();
   if (trayMode_) Q_EMIT MoveToTrayRequested();
   timer_.start();
   // The first tick comes as soon as start-up has returned: "at once" is not a second later.
@@ -77,6 +85,12 @@ void AutoRun::TakeCancel() {
   QMetaObject::invokeMethod(this, &AutoRun::Abandon, Qt::QueuedConnection);
 }
 
+// The countdown can be given up by the cancel button.
+void AutoRun::OfferCancel() {
+  workspace_.board.SetCancelShown(true);
+  workspace_.board.SetCancelEnabled(true);
+}
+
 void AutoRun::ShowText(const QString& text) {
   Q_EMIT TitleChanged(text);
   Q_EMIT TrayTipChanged(text);
@@ -84,15 +98,35 @@ void AutoRun::ShowText(const QString& text) {
 
 void AutoRun::Abandon() {
   if (phase_ != Phase::Armed) return;
-  workspace_.board.SetCancelShown(false);
-  workspace_.board.SetCancelCaption(QStringLiteral("キャンセル"));
+  if (!workspace_.driver.IsRunning()) {
+    workspace_.board.SetCancelShown(false);
+    workspace_.board.SetCancelCaption(QStringLiteral("キャンセル"));
+  }
   Reset();
   Q_EMIT TitleChanged(ProductTitle());
   Q_EMIT Finished(false);
 }
 
+// The lock of the list that is open now: another one may have been opened during the countdown.
+QCoro::Task<bool> AutoRun::LockOpenList() {
+  lock_.Release();
+  const QString list = workspace_.urlList.CurrentListFile();
+  if (list.isEmpty()) co_return true;
+  if (lock_.Acquire(list, workspace_.drives.ProgramFolder())) co_return true;
+  MessageBox box;
+  box.title = QStringLiteral("エラー発生");
+  box.text = ListInUseText(list);
+  co_await workspace_.world.messages.Ask(box);
+  co_return false;
+}
+
 QCoro::Task<void> AutoRun::RunBatch() {
   timer_.stop();
+  const bool locked = co_await LockOpenList();
+  if (!locked) {
+    Abandon();
+    co_return;
+  }
   phase_ = Phase::Running;
   StatusBoard::Standby standby = workspace_.board.GetStandby();
   standby.visible = true;
@@ -114,7 +148,8 @@ QCoro::Task<void> AutoRun::RunBatch() {
 
 void AutoRun::Reset() {
   timer_.stop();
-  workspace_.state.ClearCancel();
+  // A command that works beside the countdown has yet to see its cancel.
+  if (!workspace_.driver.IsRunning()) workspace_.state.ClearCancel();
   workspace_.driver.SetAfterBatchAction(QString());
   autoStartTime_.clear();
   trayMode_ = false;

@@ -14,6 +14,9 @@ namespace zentorin {
 struct CommandLine;
 class Workspace;
 
+// Why a run was refused a list that another run works on.
+QString ListInUseText(const QString& listFile);
+
 // The armed unattended run: counts down to its start time, runs the batch over the whole URL list,
 // takes the step after it and returns to rest. A window binds its title and tray icon to the
 // signals; with no display the terminal does.
@@ -55,6 +58,8 @@ class AutoRun : public QObject {
   int SecondsUntilStart() const;
   void TakeCancel();
   void ShowText(const QString& text);
+  void OfferCancel();
+  QCoro::Task<bool> LockOpenList();
   void Abandon();
   void Reset();
   QCoro::Task<void> RunBatch();

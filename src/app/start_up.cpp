@@ -58,8 +58,7 @@ QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line
     return QStringLiteral("実行するファイルが指定されていない、もしくは不正です！");
   }
   if (!autoRun.Arm(line)) {
-    return QStringLiteral("このＵＲＬリストは、他の自動実行で使用中です。") + kLineBreaks +
-           listFile;
+    return ListInUseText(listFile);
   }
   return {};
 }

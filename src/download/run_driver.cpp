@@ -55,6 +55,7 @@ QCoro::Task<void> RunDriver::GenerateCommand(bool listOnly) {
   context_.state.ClearCancel();
   ShowCancel();
   co_await generator_.Generate(listOnly);
+  context_.state.ClearCancel();
   RefreshCounts();
   End();
 }
@@ -84,7 +85,10 @@ QCoro::Task<void> RunDriver::DownloadCommand(bool batch) {
     if (context_.options.autoClose) unload = Unload::Yes;
   }
 
-  afterBatchAction_.clear();
+  if (agreed) {
+    afterBatchAction_.clear();
+    Q_EMIT PresetsCleared();
+  }
   context_.state.ClearCancel();
   standby = board.GetStandby();
   standby.visible = standby.checked = false;

@@ -62,6 +62,8 @@ class RunDriver : public QObject {
   void PowerAnswered(const QString& text);
   // Passed on from the download run.
   void RowFinished(const zentorin::FinishedRow& row);
+  // The presets of the command line are spent: a download command that the user agreed to ends.
+  void PresetsCleared();
   // The window is to be unloaded: after an action preset on the command line, or by "auto close".
   // Emitted when nothing runs any more.
   void CloseRequested();

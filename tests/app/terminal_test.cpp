@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <pty.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -38,9 +39,17 @@ class Ends {
 
   int Writer() const { return ends_[1]; }
   QString Take() const {
-    std::array<char, 4096> bytes = {};
-    const ssize_t count = ::read(ends_[0], bytes.data(), bytes.size());
-    return QString::fromUtf8(bytes.data(), count);
+    // A pseudo-terminal hands over in pieces: it is read until nothing more comes.
+    constexpr int kSilenceMs = 100;
+    QByteArray text;
+    pollfd end = {ends_[0], POLLIN, 0};
+    while (::poll(&end, 1, kSilenceMs) == 1) {
+      std::array<char, 4096> bytes = {};
+      const ssize_t count = ::read(ends_[0], bytes.data(), bytes.size());
+      if (count <= 0) break;
+      text.append(bytes.data(), count);
+    }
+    return QString::fromUtf8(text);
   }
 
  private:
