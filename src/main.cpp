@@ -21,8 +21,9 @@ QStringList ArgumentsOf(int argc, char** argv) {
 // Without a display the program works with no window at all: no part of Qt that draws is started. A
 // platform that is named on purpose counts as a display.
 bool HasDisplay() {
-  return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-         qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+  return !qEnvironmentVariableIsEmpty("DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
 // The folder, or nothing after a message when it cannot be had.
