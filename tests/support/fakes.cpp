@@ -42,7 +42,7 @@ void RecordingOpener::OpenWith(const QString& applicationName, const QString& ta
 }
 
 QCoro::Task<int> FakeStreamCapture::Capture(const DownloadContext& /*context*/, QString url,
-                                           QString path) {
+                                            QString path) {
   captured.append(url + QStringLiteral(" -> ") + path);
   if (during) during(path);
   co_return result;
