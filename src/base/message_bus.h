@@ -11,9 +11,10 @@ class QDBusPendingCall;
 
 namespace zentorin {
 
-// A connection of its own to a D-Bus message bus, opened at the first call. Calls never wait on the
-// spot, never ask the user for authorisation and are answered within a bound: by an error when the
-// bus, the service or its answer is missing.
+// A connection of its own to a D-Bus message bus. Calls never wait on the spot, never ask the user
+// for authorisation and are answered within a bound: by an error when the bus, the service or its
+// answer is missing. The first call opens the connection, and that greeting alone is waited for: a
+// bus that accepts and then says nothing holds the program up.
 class MessageBus {
  public:
   // `address` as D-Bus writes it, "unix:path=…"; empty for a bus that is not there.

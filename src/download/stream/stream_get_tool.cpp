@@ -40,13 +40,14 @@ bool IsMainWindow(const ToolWindow& window) {
                variables);
 }
 
-// Another program's dialog of the same title is never answered.
+// Another program's dialog of the same title is never answered: a tool whose window never appeared
+// has no id to be owned by.
 bool IsDialogOf(const ToolWindow& main, const ToolWindow& window, const QString& title) {
   QHash<QString, QString> variables = VariablesOf(window);
   variables.insert(QStringLiteral("wanted"), title);
   variables.insert(QStringLiteral("main"), QString::number(main.id));
   variables.insert(QStringLiteral("tool"), QString::number(main.processId));
-  return Holds(QStringLiteral("visible && title == wanted && owner == main || "
+  return Holds(QStringLiteral("visible && title == wanted && main != 0 && owner == main || "
                               "visible && title == wanted && process != 0 && process == tool"),
                variables);
 }

@@ -95,7 +95,9 @@ TEST_F(StreamGetCaptureTest, AWindowIsShownHiddenAndEnded) {
   QProcess tool;
   tool.start(QStringLiteral(ZENTORIN_FAKE_STREAM_GET), {QStringLiteral("exists")});
   std::vector<ToolWindow> list;
-  while (list.empty() || !list.front().visible) list = windows.List();
+  while (list.empty() || !list.front().visible || list.front().processId == 0) {
+    list = windows.List();
+  }
   const quint32 id = list.front().id;
   EXPECT_TRUE(list.front().IsOfClass(QStringLiteral("StreamGet.exe")));
   EXPECT_EQ(list.front().processId, tool.processId());
