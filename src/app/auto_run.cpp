@@ -41,9 +41,7 @@ AutoRun::AutoRun(Workspace& workspace, QObject* parent) : QObject(parent), works
 }
 
 bool AutoRun::Arm(const CommandLine& line) {
-  if (!lock_.Acquire(workspace_.urlList.CurrentListFile(), workspace_.drives.ProgramFolder())) {
-    return false;
-  }
+  if (!LockOpenList()) return false;
   phase_ = Phase::Armed;
   autoStartTime_ = line.autoStartTime;
   trayMode_ = line.trayMode;
@@ -97,7 +95,10 @@ void AutoRun::ShowText(const QString& text) {
 }
 
 void AutoRun::Abandon() {
-  if (phase_ != Phase::Armed) return;
+  if (phase_ == Phase::Armed) GiveUp();
+}
+
+void AutoRun::GiveUp() {
   if (!workspace_.driver.IsRunning()) {
     workspace_.board.SetCancelShown(false);
     workspace_.board.SetCancelCaption(QStringLiteral("キャンセル"));
@@ -107,27 +108,27 @@ void AutoRun::Abandon() {
   Q_EMIT Finished(false);
 }
 
-// The lock of the list that is open now: another one may have been opened during the countdown.
-QCoro::Task<bool> AutoRun::LockOpenList() {
+// Takes the lock of the list that is open now, in place of one that is held; false when another run
+// holds it.
+bool AutoRun::LockOpenList() {
   lock_.Release();
-  const QString list = workspace_.urlList.CurrentListFile();
-  if (list.isEmpty()) co_return true;
-  if (lock_.Acquire(list, workspace_.drives.ProgramFolder())) co_return true;
-  MessageBox box;
-  box.title = QStringLiteral("エラー発生");
-  box.text = ListInUseText(list);
-  co_await workspace_.world.messages.Ask(box);
-  co_return false;
+  const QString& list = workspace_.urlList.CurrentListFile();
+  return list.isEmpty() || lock_.Acquire(list, workspace_.drives.ProgramFolder());
 }
 
 QCoro::Task<void> AutoRun::RunBatch() {
   timer_.stop();
-  const bool locked = co_await LockOpenList();
-  if (!locked) {
-    Abandon();
+  // No longer armed: a program that closes meanwhile waits for the answer to the box below.
+  phase_ = Phase::Running;
+  // During the countdown another list may have been opened, or this one written anew.
+  if (!LockOpenList()) {
+    MessageBox box;
+    box.title = QStringLiteral("エラー発生");
+    box.text = ListInUseText(workspace_.urlList.CurrentListFile());
+    co_await workspace_.world.messages.Ask(box);
+    GiveUp();
     co_return;
   }
-  phase_ = Phase::Running;
   StatusBoard::Standby standby = workspace_.board.GetStandby();
   standby.visible = true;
   workspace_.board.SetStandby(standby);

@@ -59,8 +59,9 @@ class AutoRun : public QObject {
   void TakeCancel();
   void ShowText(const QString& text);
   void OfferCancel();
-  QCoro::Task<bool> LockOpenList();
+  bool LockOpenList();
   void Abandon();
+  void GiveUp();
   void Reset();
   QCoro::Task<void> RunBatch();
 

@@ -5,7 +5,6 @@
 #include <QCoro/QCoroTimer>
 
 #include "app/auto_run.h"
-#include "app/list_commands.h"
 #include "app/workspace.h"
 #include "base/wait.h"
 #include "download/stream_capture.h"
@@ -39,12 +38,6 @@ QCoro::Task<FileOutcome> CloseSteps(Workspace& workspace, AutoRun& autoRun) {
   const bool asked = workspace.world.capture.AskToolToClose();
   if (asked) co_await QCoro::sleepFor(kToolWindowTime);
   co_return workspace.settings.Save(workspace.SettingsPath());
-}
-
-QCoro::Task<bool> AskAndClose(Workspace& workspace, AutoRun& autoRun, ListCommands& commands) {
-  const bool mayClose = co_await commands.MayClose();
-  if (mayClose) co_await CloseSteps(workspace, autoRun);
-  co_return mayClose;
 }
 
 }  // namespace zentorin

@@ -8,7 +8,6 @@
 namespace zentorin {
 
 class AutoRun;
-class ListCommands;
 class Workspace;
 
 // Ends whatever works and keeps what outlives the program, in order: a cancel, the wait until all
@@ -16,9 +15,5 @@ class Workspace;
 // what came of writing the settings, which never keeps the program from ending. Nothing may be
 // destroyed before the task has finished. All references outlive it.
 QCoro::Task<FileOutcome> CloseSteps(Workspace& workspace, AutoRun& autoRun);
-
-// The same with the question about unsaved changes before it. False when the user keeps the program
-// open; nothing has happened then.
-QCoro::Task<bool> AskAndClose(Workspace& workspace, AutoRun& autoRun, ListCommands& commands);
 
 }  // namespace zentorin

@@ -41,7 +41,8 @@ QCoro::Task<void> ListCommands::New() {
         .buttons = MessageBox::Buttons::OkCancel,
         .defaultAnswer = MessageBox::Answer::Cancel};
     const MessageBox::Answer answer = co_await workspace_.world.messages.Ask(question);
-    if (answer != MessageBox::Answer::Ok) co_return;
+    // An unattended run may have begun behind the question; it walks the list by its rows.
+    if (answer != MessageBox::Answer::Ok || workspace_.driver.IsRunning()) co_return;
   }
   list.ReplaceAll({});
   list.InsertBelow(-1, NewJob(workspace_.settings.defaultSavePath));
@@ -61,6 +62,7 @@ QCoro::Task<void> ListCommands::Open() {
 }
 
 QCoro::Task<void> ListCommands::OpenFile(QString path) {
+  if (workspace_.driver.IsRunning()) co_return;
   UrlList& list = workspace_.urlList;
   const FileOutcome outcome = ReadUrlListFile(path, list);
   if (!outcome.Ok()) {

@@ -15,8 +15,9 @@ class Workspace;
 // A job as a new one begins: all flags off, the settings' save folder, depth 1.
 TargetUrlItem NewJob(const QString& defaultSavePath);
 
-// The commands of the File menu on the URL list, with their questions. Both references outlive the
-// commands. The window's title follows UrlList::CurrentListFileChanged().
+// The commands of the File menu on the URL list, with their questions. A list that a run works on
+// is never replaced: not even by a question that was open when an unattended run began. Both
+// references outlive the commands. The window's title follows UrlList::CurrentListFileChanged().
 class ListCommands {
  public:
   ListCommands(Workspace& workspace, FileDialogs& dialogs);

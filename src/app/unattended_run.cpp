@@ -35,8 +35,8 @@ QCoro::Task<ExitStatus> UnattendedRun::RunToEnd(const CommandLine& line) {
     co_return kExitRefused;
   }
   terminal_.Line(ProgramTitle(workspace_.urlList.CurrentListFile()));
-  co_await qCoro(&autoRun_, &AutoRun::Finished);
-  const ExitStatus status = Outcome();
+  const bool ran = co_await qCoro(&autoRun_, &AutoRun::Finished);
+  const ExitStatus status = Outcome(ran);
   const FileOutcome written = co_await CloseSteps(workspace_, autoRun_);
   if (!written.Ok()) terminal_.Line(written.message);
   progress_.Close(status);
@@ -48,8 +48,10 @@ void UnattendedRun::Stop() {
   workspace_.driver.CancelCommand();
 }
 
-ExitStatus UnattendedRun::Outcome() const {
+ExitStatus UnattendedRun::Outcome(bool ran) const {
   if (stopped_) return kExitCancelled;
+  // Nobody gave the countdown up: the list was no longer to be had.
+  if (!ran) return kExitRefused;
   return workspace_.driver.AnyFailure() ? kExitFailures : kExitDone;
 }
 

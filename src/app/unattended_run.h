@@ -35,7 +35,7 @@ class UnattendedRun : public QObject {
 
  private:
   QCoro::Task<ExitStatus> RunToEnd(const CommandLine& line);
-  ExitStatus Outcome() const;
+  ExitStatus Outcome(bool ran) const;
 
   Workspace& workspace_;
   Terminal& terminal_;

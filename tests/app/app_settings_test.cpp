@@ -60,11 +60,11 @@ TEST(AppSettings, KeepTheOldFileWhenACharacterCannotBeWritten) {
   const TempDir dir;
   const QString path = dir.Write("Conf.txt", "old");
   AppSettings settings;
-  settings.defaultSavePath = QStringLiteral("/保存/\U0001F600");
+  settings.defaultSavePath = "/保存/\U0001F600";
   const FileOutcome outcome = settings.Save(path);
   EXPECT_FALSE(outcome.Ok());
-  EXPECT_TRUE(outcome.message.contains(QStringLiteral("default save path")));
-  EXPECT_TRUE(outcome.message.contains(QStringLiteral("\U0001F600")));
+  EXPECT_TRUE(outcome.message.contains("default save path"));
+  EXPECT_TRUE(outcome.message.contains("\U0001F600"));
   EXPECT_EQ(dir.Read("Conf.txt"), "old");
 }
 

@@ -17,10 +17,10 @@ namespace {
 // "debug|auto time|action|tray|file,file|!invalid time" of what is set.
 QString Summary(const CommandLine& line) {
   QStringList parts;
-  if (line.debugMode) parts.append(QStringLiteral("debug"));
-  if (line.autoMode) parts.append(QStringLiteral("auto ") + line.autoStartTime);
+  if (line.debugMode) parts.append("debug");
+  if (line.autoMode) parts.append("auto " + line.autoStartTime);
   if (!line.afterBatchAction.isEmpty()) parts.append(line.afterBatchAction);
-  if (line.trayMode) parts.append(QStringLiteral("tray"));
+  if (line.trayMode) parts.append("tray");
   if (!line.files.isEmpty()) parts.append(line.files.join(u','));
   if (!line.invalidTime.isEmpty()) parts.append(u'!' + line.invalidTime);
   return parts.join(u'|');
@@ -57,9 +57,8 @@ TEST(CommandLine, ReadsItsOptionsFromOneText) {
 }
 
 TEST(CommandLine, CollapsesBlanksInOptionWords) {
-  const QStringList words = ParseOptionWords(QStringLiteral(" q\t  b 　 c　 d　e "));
-  EXPECT_EQ(words.mid(0, 4), QStringList({QStringLiteral("q"), QStringLiteral("b"),
-                                          QStringLiteral("c　d　e"), QString()}));
+  const QStringList words = ParseOptionWords(" q\t  b 　 c　 d　e ");
+  EXPECT_EQ(words.mid(0, 4), QStringList({"q", "b", "c　d　e", QString()}));
   EXPECT_EQ(words.size(), 11);
 }
 
@@ -67,11 +66,11 @@ TEST(CommandLine, KeepsArgumentsThatHoldBlanksAndHyphensWhole) {
   const auto summary = [](const QStringList& arguments) {
     return Summary(ParseCommandLine(JoinArguments(arguments)));
   };
-  const QString path = QStringLiteral("/a b/new -old　-x.dat");
-  EXPECT_EQ(summary({QStringLiteral("-f"), path, QStringLiteral("-debug")}), "debug|" + path);
-  EXPECT_EQ(summary({QStringLiteral("-a -q　-f x.dat")}), QStringLiteral("auto |閉じる|x.dat"))
+  const QString path = "/a b/new -old　-x.dat";
+  EXPECT_EQ(summary({"-f", path, "-debug"}), "debug|" + path);
+  EXPECT_EQ(summary({"-a -q　-f x.dat"}), "auto |閉じる|x.dat")
       << "an argument that is a piece of command line is read as one";
-  EXPECT_EQ(summary({QStringLiteral("　-a"), QStringLiteral(" -debug")}), "debug|auto ");
+  EXPECT_EQ(summary({"　-a", " -debug"}), "debug|auto ");
 }
 
 TEST(CommandLine, FindsAListInTheProgramsFolderFirst) {
@@ -83,19 +82,18 @@ TEST(CommandLine, FindsAListInTheProgramsFolderFirst) {
   work.Write("both.dat", "");
   const QString here = work.Write("sub/here.dat", "");
   const Drives drives(home.Path());
-  EXPECT_EQ(FindListFile(QStringLiteral("both.dat"), drives), home.Path("both.dat"));
-  EXPECT_EQ(FindListFile(QStringLiteral(".\\sub\\here.dat"), drives), here);
-  EXPECT_EQ(FindListFile(QStringLiteral("none.dat"), drives), home.Path("none.dat"));
+  EXPECT_EQ(FindListFile("both.dat", drives), home.Path("both.dat"));
+  EXPECT_EQ(FindListFile(".\\sub\\here.dat", drives), here);
+  EXPECT_EQ(FindListFile("none.dat", drives), home.Path("none.dat"));
   EXPECT_EQ(Summary(ReadArguments({here}, drives)), here) << "as a file manager gives it";
-  EXPECT_EQ(Summary(ReadArguments({QStringLiteral("none.dat")}, drives)), QString());
+  EXPECT_EQ(Summary(ReadArguments({"none.dat"}, drives)), QString());
   QDir::setCurrent(before);
 }
 
 TEST(ProgramTitle, ShowsTheVersionWithoutItsSecondDotAndTheFileWithoutItsFolder) {
-  EXPECT_EQ(ProductTitle(0, 0, 8), QStringLiteral("Zentorin 0.08"));
+  EXPECT_EQ(ProductTitle(0, 0, 8), "Zentorin 0.08");
   EXPECT_EQ(ProgramTitle(QString()), ProductTitle());
-  EXPECT_EQ(ProgramTitle(QStringLiteral("/lists/nightly.dat")),
-            ProductTitle() + QStringLiteral("　-　nightly.dat"));
+  EXPECT_EQ(ProgramTitle("/lists/nightly.dat"), ProductTitle() + "　-　nightly.dat");
 }
 
 }  // namespace

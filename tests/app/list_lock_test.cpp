@@ -33,8 +33,7 @@ TEST(ListLock, KeepsASecondRunOffUnderEveryNameOfTheList) {
   EXPECT_TRUE(second.Acquire(list, home.Path()));
   second.Release();
   EXPECT_EQ(QDir(home.Path()).entryList(QDir::Files | QDir::Hidden | QDir::System),
-            QStringList({QStringLiteral("link.dat"), QStringLiteral("list.dat"),
-                         QStringLiteral("other.dat")}))
+            QStringList({"link.dat", "list.dat", "other.dat"}))
       << "a lock leaves nothing behind";
 }
 

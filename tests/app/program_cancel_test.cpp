@@ -31,7 +31,7 @@ class ProgramCancelTest : public testing::Test {
     }
   }
 
-  QStringList arguments = {QStringLiteral("-a"), QStringLiteral("-f"), QStringLiteral("list.dat")};
+  QStringList arguments = {"-a", "-f", "list.dat"};
   LoopbackServer server;
   TempDir home;
   ProgramRun program{home, server.ConnectTo()};
@@ -40,20 +40,19 @@ class ProgramCancelTest : public testing::Test {
 TEST_F(ProgramCancelTest, ASignalInATransferLeavesNoPartialFileButLogAndSettings) {
   program.Start(arguments);
   // One request asks for the header, the second one for the body.
-  WaitForRequest(QStringLiteral("/long.mp3"), 2);
+  WaitForRequest("/long.mp3", 2);
   program.Send(SIGINT);
   EXPECT_EQ(program.WaitForEnd(), 130) << program.Errors().toStdString();
   EXPECT_TRUE(QDir(home.Path("save")).isEmpty());
-  EXPECT_TRUE(
-      LogWithoutDates(home).contains(QStringLiteral("  - Cancel    http://site.test/long.mp3")));
+  EXPECT_TRUE(LogWithoutDates(home).contains("  - Cancel    http://site.test/long.mp3"));
   EXPECT_FALSE(home.Read("Conf.txt").isNull());
-  EXPECT_TRUE(program.Errors().contains(QStringLiteral("中止: ジョブ 1")));
+  EXPECT_TRUE(program.Errors().contains("中止: ジョブ 1"));
 }
 
 TEST_F(ProgramCancelTest, ASignalWhileAPageIsFetchedEndsTheBatch) {
   server.Route("/index.html", Answer().Ends(Answer::Ending::Silent));
   program.Start(arguments);
-  WaitForRequest(QStringLiteral("/index.html"), 1);
+  WaitForRequest("/index.html", 1);
   program.Send(SIGTERM);
   EXPECT_EQ(program.WaitForEnd(), 130);
   EXPECT_FALSE(home.Read("Conf.txt").isNull());
@@ -62,9 +61,9 @@ TEST_F(ProgramCancelTest, ASignalWhileAPageIsFetchedEndsTheBatch) {
 
 TEST_F(ProgramCancelTest, ASignalEndsTheCountdown) {
   if (QTime::currentTime() >= QTime(23, 57)) GTEST_SKIP() << "no later start time is left today";
-  arguments.insert(1, QStringLiteral("23:59"));
+  arguments.insert(1, "23:59");
   program.Start(arguments);
-  ASSERT_TRUE(program.WaitForError(QStringLiteral("開始までの時間")));
+  ASSERT_TRUE(program.WaitForError("開始までの時間"));
   ProgramRun second(home, server.ConnectTo());
   EXPECT_EQ(second.Run(arguments), 1) << "the list is taken by the first run";
   program.Send(SIGTERM);

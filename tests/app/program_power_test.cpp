@@ -27,8 +27,7 @@ class ProgramPowerTest : public testing::Test {
   }
 
   int Run(const char* action) {
-    return program.Run({QStringLiteral("-a"), QStringLiteral("-q"), QString::fromLatin1(action),
-                        QStringLiteral("-f"), QStringLiteral("list.dat")});
+    return program.Run({"-a", "-q", QString::fromLatin1(action), "-f", "list.dat"});
   }
   // Standard error has that line once.
   bool Says(const QString& line) { return program.Errors().count(line + u'\n') == 1; }
@@ -42,44 +41,41 @@ class ProgramPowerTest : public testing::Test {
 TEST_F(ProgramPowerTest, ABatchWithoutADisplayEndsWithItsPowerActionAndItsExitStatus) {
   EXPECT_EQ(Run("shutdown"), 0) << program.Errors().toStdString();
   const QStringList& calls = services.calls;
-  EXPECT_EQ(calls.value(0),
-            QStringLiteral("Inhibit(sleep:idle,Zentorin,一括ダウンロードの実行中,block)"));
+  EXPECT_EQ(calls.value(0), "Inhibit(sleep:idle,Zentorin,一括ダウンロードの実行中,block)");
   // These two travel by different ways.
   const QStringList ended = calls.mid(1, 2);
-  EXPECT_TRUE(ended.contains(QStringLiteral("released")));
-  EXPECT_TRUE(ended.contains(
-      QStringLiteral("Notify(Zentorin,0,zentorin,一括ダウンロード,処理終了: ジョブ 1、"
-                     "ファイル 完了 1・失敗 0・スキップ 1、6 バイト,,,-1)")))
+  EXPECT_TRUE(ended.contains("released"));
+  EXPECT_TRUE(
+      ended.contains("Notify(Zentorin,0,zentorin,一括ダウンロード,処理終了: ジョブ 1、"
+                     "ファイル 完了 1・失敗 0・スキップ 1、6 バイト,,,-1)"))
       << calls.join(u' ').toStdString();
-  EXPECT_EQ(calls.mid(3), QStringList({QStringLiteral("CanPowerOff()"),
-                                       QStringLiteral("PowerOffWithFlags(16)")}));
-  EXPECT_TRUE(Says(QStringLiteral("「シャットダウン」を要求し、受け付けられました。")))
+  EXPECT_EQ(calls.mid(3), QStringList({"CanPowerOff()", "PowerOffWithFlags(16)"}));
+  EXPECT_TRUE(Says("「シャットダウン」を要求し、受け付けられました。"))
       << program.Errors().toStdString();
   EXPECT_EQ(home.Read("save/a.mp3"), "a song");
 }
 
 TEST_F(ProgramPowerTest, ARefusalIsToldOnceAndChangesNoExitStatus) {
-  services.answers[QStringLiteral("CanHibernate")] = QStringLiteral("na");
+  services.answers["CanHibernate"] = "na";
   EXPECT_EQ(Run("h"), 0);
-  EXPECT_FALSE(services.calls.join(u' ').contains(QStringLiteral("HibernateWithFlags")));
-  EXPECT_TRUE(
-      Says(QStringLiteral("「休止」を実行できません。このコンピュータは対応していません。")))
+  EXPECT_FALSE(services.calls.join(u' ').contains("HibernateWithFlags"));
+  EXPECT_TRUE(Says("「休止」を実行できません。このコンピュータは対応していません。"))
       << program.Errors().toStdString();
 }
 
 TEST_F(ProgramPowerTest, ADryRunTouchesNoService) {
-  program.SetVariable("ZENTORIN_POWER", QStringLiteral("dry-run"));
+  program.SetVariable("ZENTORIN_POWER", "dry-run");
   EXPECT_EQ(Run("l"), 0);
   EXPECT_EQ(services.calls, QStringList());
   EXPECT_TRUE(
-      Says(QStringLiteral("「ログオフ」は試行のため実行しません（呼び出し: "
-                          "TerminateSession(自分のセッション)）。")))
+      Says("「ログオフ」は試行のため実行しません（呼び出し: "
+           "TerminateSession(自分のセッション)）。"))
       << program.Errors().toStdString();
 }
 
 TEST_F(ProgramPowerTest, TheNoticeArrivesThoughTheProgramEndsAtOnce) {
   EXPECT_EQ(Run("close"), 0);
-  EXPECT_TRUE(services.calls.join(u' ').contains(QStringLiteral("Notify(")));
+  EXPECT_TRUE(services.calls.join(u' ').contains("Notify("));
 }
 
 }  // namespace

@@ -32,14 +32,14 @@ QByteArray ListFile(const QList<JobFields>& jobs) {
 
 ProgramRun::ProgramRun(const TempDir& home, const QString& connectTo) {
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  environment.remove(QStringLiteral("DISPLAY"));
-  environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-  environment.remove(QStringLiteral("ZENTORIN_POWER"));
-  const QString noBus = QStringLiteral("unix:path=") + home.Path(QStringLiteral("no-bus"));
-  environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), noBus);
-  environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), noBus);
-  environment.insert(QStringLiteral("ZENTORIN_HOME"), home.Path());
-  environment.insert(QStringLiteral("ZENTORIN_CONNECT_TO"), connectTo);
+  environment.remove("DISPLAY");
+  environment.remove("WAYLAND_DISPLAY");
+  environment.remove("ZENTORIN_POWER");
+  const QString noBus = "unix:path=" + home.Path("no-bus");
+  environment.insert("DBUS_SYSTEM_BUS_ADDRESS", noBus);
+  environment.insert("DBUS_SESSION_BUS_ADDRESS", noBus);
+  environment.insert("ZENTORIN_HOME", home.Path());
+  environment.insert("ZENTORIN_CONNECT_TO", connectTo);
   process_.setProcessEnvironment(environment);
   process_.setProgram(QStringLiteral(ZENTORIN_PROGRAM));
 }
@@ -102,10 +102,9 @@ QString ProgramRun::Output() {
 }
 
 QString LogWithoutDates(const TempDir& home) {
-  static const QRegularExpression kDates(
-      QStringLiteral("^-- \\d{4}/\\d\\d/\\d\\d \\d\\d:\\d\\d:\\d\\d ----\r$"),
-      QRegularExpression::MultilineOption);
-  return DecodeAnsi(home.Read("log.txt")).replace(kDates, QStringLiteral("DATE\r"));
+  static const QRegularExpression kDates("^-- \\d{4}/\\d\\d/\\d\\d \\d\\d:\\d\\d:\\d\\d ----\r$",
+                                         QRegularExpression::MultilineOption);
+  return DecodeAnsi(home.Read("log.txt")).replace(kDates, "DATE\r");
 }
 
 }  // namespace zentorin::test

@@ -13,7 +13,7 @@
 namespace zentorin::test {
 namespace {
 
-const QString kList = QStringLiteral("night list -1.dat");
+const QString kList = "night list -1.dat";
 
 JobFields Mp3Job(const QByteArray& description, const QByteArray& folder) {
   return {{"description", EncodeAnsi(QString::fromUtf8(description)).bytes},
@@ -52,60 +52,54 @@ class ProgramTest : public testing::Test {
 
 TEST_F(ProgramTest, DoesTheJobsOfAListAndWritesThemDown) {
   home.Write(kList, ListFile({Mp3Job("一番", "one"), Mp3Job("two", "two")}));
-  EXPECT_EQ(Run({QStringLiteral("-auto"), QStringLiteral("-f"), kList}), 0)
-      << program.Errors().toStdString();
+  EXPECT_EQ(Run({"-auto", "-f", kList}), 0) << program.Errors().toStdString();
   EXPECT_EQ(home.Read("one/a.mp3"), "first song");
   EXPECT_EQ(home.Read("one/b.mp3"), "second song");
   EXPECT_EQ(home.Read("two/c.mp3"), "third song");
-  EXPECT_EQ(FilesBelow("two"), QStringList({QStringLiteral("c.mp3")}));
+  EXPECT_EQ(FilesBelow("two"), QStringList({"c.mp3"}));
   EXPECT_EQ(LogWithoutDates(home),
-            QStringLiteral("DATE\r\nStart - 一括\r\n\r\n\r\n"
-                           "DATE\r\n< 一番 >\r\n\r\n"
-                           "  o Complete\r\n    http://site.test/one/a.mp3\r\n\r\n"
-                           "  o Complete\r\n    http://site.test/one/sub/b.mp3\r\n\r\n\r\n\r\n\r\n"
-                           "DATE\r\n< two >\r\n\r\n"
-                           "  o Complete\r\n    http://site.test/two/c.mp3\r\n\r\n"
-                           "  ? Skip - None\r\n    http://site.test/two/gone.mp3\r\n\r\n"
-                           "\r\n\r\n\r\n"));
+            "DATE\r\nStart - 一括\r\n\r\n\r\n"
+            "DATE\r\n< 一番 >\r\n\r\n"
+            "  o Complete\r\n    http://site.test/one/a.mp3\r\n\r\n"
+            "  o Complete\r\n    http://site.test/one/sub/b.mp3\r\n\r\n\r\n\r\n\r\n"
+            "DATE\r\n< two >\r\n\r\n"
+            "  o Complete\r\n    http://site.test/two/c.mp3\r\n\r\n"
+            "  ? Skip - None\r\n    http://site.test/two/gone.mp3\r\n\r\n"
+            "\r\n\r\n\r\n");
   EXPECT_TRUE(home.Read("Conf.txt").startsWith("form left = 130\r\n"));
   EXPECT_TRUE(home.Read("reglist.txt").startsWith("[sub url]\r\n"));
   const QString errors = program.Errors();
-  EXPECT_TRUE(errors.contains(QStringLiteral("[1/2] 一番\n"))) << errors.toStdString();
-  EXPECT_TRUE(errors.contains(
-      QStringLiteral("ジョブ 2、ファイル 完了 3・失敗 0・スキップ 1、31 バイト\n保存先: %1\n")
-          .arg(home.Path("one"))))
+  EXPECT_TRUE(errors.contains("[1/2] 一番\n")) << errors.toStdString();
+  EXPECT_TRUE(errors.contains("ジョブ 2、ファイル 完了 3・失敗 0・スキップ 1、31 バイト\n保存先: " +
+                              home.Path("one") + "\n"))
       << errors.toStdString();
   EXPECT_EQ(program.Output(), QString());
 }
 
 TEST_F(ProgramTest, EndsWithTwoWhenARowOrAJobFails) {
   home.Write(kList, ListFile({Mp3Job("cut", "three"), Mp3Job("one", "one")}));
-  EXPECT_EQ(Run({QStringLiteral("-a"), QStringLiteral("-f"), kList}), 2);
-  EXPECT_TRUE(LogWithoutDates(home).contains(
-      QStringLiteral("  x Error 57\r\n    http://site.test/three/cut.mp3\r\n")));
+  EXPECT_EQ(Run({"-a", "-f", kList}), 2);
+  EXPECT_TRUE(
+      LogWithoutDates(home).contains("  x Error 57\r\n    http://site.test/three/cut.mp3\r\n"));
   EXPECT_EQ(FilesBelow("three"), QStringList());
   EXPECT_EQ(home.Read("one/a.mp3"), "first song") << "the jobs after it are done";
 
   ProgramRun unreachable(home, server.ConnectTo());
   home.Write("none.dat", ListFile({Mp3Job("none", "none")}));
-  EXPECT_EQ(
-      unreachable.Run({QStringLiteral("-a"), QStringLiteral("-f"), QStringLiteral("none.dat")}), 2);
-  EXPECT_TRUE(unreachable.Errors().contains(QStringLiteral("URL が見つかりません！")));
+  EXPECT_EQ(unreachable.Run({"-a", "-f", "none.dat"}), 2);
+  EXPECT_TRUE(unreachable.Errors().contains("URL が見つかりません！"));
 }
 
 TEST_F(ProgramTest, RefusesToStartWithAClearMessage) {
   const QString list = home.Write("list.dat", ListFile({Mp3Job("one", "one")}));
   const QString binary = home.Write("binary.dat", "x root = y\r\n");
   const std::vector<std::pair<QStringList, QString>> cases = {
-      {{QStringLiteral("-a"), QStringLiteral("25:00"), QStringLiteral("-f"), list},
-       QStringLiteral("エラー発生: time の指定が不正です。 / 25:00 → 11:34 の形式（時：分）\n")},
-      {{QStringLiteral("-a"), QStringLiteral("-f"), QStringLiteral("none.dat")},
-       QStringLiteral("エラー発生: ＵＲＬリスト読み込みエラー / none.dat\n")},
-      {{QStringLiteral("-a")},
-       QStringLiteral("エラー発生: 実行するファイルが指定されていない、もしくは不正です！\n")},
-      {{QStringLiteral("-a"), QStringLiteral("-f"), binary},
-       QStringLiteral("エラー発生: ＵＲＬリスト読み込みエラー / ") + binary},
-      {{QStringLiteral("-f"), list}, QStringLiteral("zentorin -auto -file")},
+      {{"-a", "25:00", "-f", list},
+       "エラー発生: time の指定が不正です。 / 25:00 → 11:34 の形式（時：分）\n"},
+      {{"-a", "-f", "none.dat"}, "エラー発生: ＵＲＬリスト読み込みエラー / none.dat\n"},
+      {{"-a"}, "エラー発生: 実行するファイルが指定されていない、もしくは不正です！\n"},
+      {{"-a", "-f", binary}, "エラー発生: ＵＲＬリスト読み込みエラー / " + binary},
+      {{"-f", list}, "zentorin -auto -file"},
   };
   for (const auto& [arguments, error] : cases) {
     ProgramRun run(home, server.ConnectTo());
@@ -119,18 +113,18 @@ TEST_F(ProgramTest, RefusesAListThatAnotherRunWorksOn) {
   const QString list = home.Write("list.dat", ListFile({Mp3Job("one", "one")}));
   ListLock lock;
   ASSERT_TRUE(lock.Acquire(list, home.Path()));
-  EXPECT_EQ(Run({QStringLiteral("-a"), QStringLiteral("-f"), list}), 1);
-  EXPECT_TRUE(program.Errors().contains(QStringLiteral("他の自動実行で使用中です。 / ") + list))
+  EXPECT_EQ(Run({"-a", "-f", list}), 1);
+  EXPECT_TRUE(program.Errors().contains("他の自動実行で使用中です。 / " + list))
       << program.Errors().toStdString();
   EXPECT_TRUE(server.Requests().isEmpty());
 }
 
 TEST_F(ProgramTest, AnswersHelpAndVersionBeforeAnythingElse) {
-  EXPECT_EQ(Run({QStringLiteral("-a"), QStringLiteral("--help")}), 0);
-  EXPECT_TRUE(program.Output().contains(QStringLiteral("-quit")));
+  EXPECT_EQ(Run({"-a", "--help"}), 0);
+  EXPECT_TRUE(program.Output().contains("-quit"));
   ProgramRun version(home, QString());
-  EXPECT_EQ(version.Run({QStringLiteral("--version")}), 0);
-  EXPECT_EQ(version.Output(), QStringLiteral("Zentorin 0.1.0\n"));
+  EXPECT_EQ(version.Run({"--version"}), 0);
+  EXPECT_EQ(version.Output(), "Zentorin 0.1.0\n");
   EXPECT_TRUE(QDir(home.Path()).isEmpty());
 }
 

@@ -57,32 +57,31 @@ class Ends {
 };
 
 TEST(TerminalText, CountsWideCharactersTwiceAndMarksNotAtAll) {
-  EXPECT_EQ(TerminalWidth(QStringLiteral("aｱ漢！\U0001F600か\u3099")), 1 + 1 + 2 + 2 + 2 + 2);
-  EXPECT_EQ(CutToWidth(QStringLiteral("a漢字"), 4), QStringLiteral("a漢"));
-  EXPECT_EQ(CutToWidth(QStringLiteral("\U0001F600か\u3099漢"), 4),
-            QStringLiteral("\U0001F600か\u3099"));
-  EXPECT_EQ(CutToWidth(QStringLiteral("漢字"), 4), QStringLiteral("漢字"));
+  EXPECT_EQ(TerminalWidth("aｱ漢！\U0001F600か\u3099"), 1 + 1 + 2 + 2 + 2 + 2);
+  EXPECT_EQ(CutToWidth("a漢字", 4), "a漢");
+  EXPECT_EQ(CutToWidth("\U0001F600か\u3099漢", 4), "\U0001F600か\u3099");
+  EXPECT_EQ(CutToWidth("漢字", 4), "漢字");
 }
 
 TEST(Terminal, DrawsOneLineOverAndKeepsOthersAboveIt) {
   const Ends ends(true);
   Terminal terminal(ends.Writer());
-  terminal.Refresh(QStringLiteral("ダウンロード中 1/3 http://a\x1b[31m.test/"));
-  terminal.Line(QStringLiteral("x Error"));
+  terminal.Refresh("ダウンロード中 1/3 http://a\x1b[31m.test/");
+  terminal.Line("x Error");
   terminal.EndRefresh();
-  terminal.Refresh(QStringLiteral("漢字漢字漢字漢字漢字"), QStringLiteral(" 9 バイト"));
-  const QString clear = QStringLiteral("\r\x1b[K");
-  const QString cut = QStringLiteral("ダウンロード中 1/3 ").left(12);
-  EXPECT_EQ(ends.Take(), clear + cut + clear + QStringLiteral("x Error\n") + cut + clear + clear +
-                             QStringLiteral("漢字漢字漢 9 バイト"));
+  terminal.Refresh("漢字漢字漢字漢字漢字", " 9 バイト");
+  const QString clear = "\r\x1b[K";
+  const QString cut = "ダウンロード中 1/3 ";
+  EXPECT_EQ(ends.Take(),
+            clear + cut + clear + "x Error\n" + cut + clear + clear + "漢字漢字漢 9 バイト");
 }
 
 TEST(Terminal, WritesWholeLinesOnAPipeAndEscapesWhatCouldActOnAScreen) {
   const Ends ends(false);
   Terminal terminal(ends.Writer());
-  terminal.Refresh(QStringLiteral("never seen"));
-  terminal.Line(QStringLiteral("名前\x1b]0;x\u202E"));
-  EXPECT_EQ(ends.Take(), QStringLiteral("名前\\u{1b}]0;x\\u{202e}\n"));
+  terminal.Refresh("never seen");
+  terminal.Line("名前\x1b]0;x\u202E");
+  EXPECT_EQ(ends.Take(), "名前\\u{1b}]0;x\\u{202e}\n");
   terminal.Line(QString(10'000, u'x'));
   EXPECT_LT(ends.Take().size(), 4'100);
 }
@@ -91,18 +90,18 @@ TEST(TerminalMessages, ShowABoxAsOneLineAndAnswerItsDefault) {
   const Ends ends(false);
   Terminal terminal(ends.Writer());
   TerminalMessages messages(terminal);
-  const MessageBox told{.title = QStringLiteral("エラー発生"),
-                        .text = QStringLiteral("一行目\r\n\r\n二行目"),
+  const MessageBox told{.title = "エラー発生",
+                        .text = "一行目\r\n\r\n二行目",
                         .buttons = MessageBox::Buttons::Ok,
                         .defaultAnswer = MessageBox::Answer::Ok};
   EXPECT_EQ(QCoro::waitFor(messages.Ask(told)), MessageBox::Answer::Ok);
-  EXPECT_EQ(ends.Take(), QStringLiteral("エラー発生: 一行目 / 二行目\n"));
+  EXPECT_EQ(ends.Take(), "エラー発生: 一行目 / 二行目\n");
   const MessageBox asked{.title = QString(),
-                         .text = QStringLiteral("接続しましょうか？"),
+                         .text = "接続しましょうか？",
                          .buttons = MessageBox::Buttons::YesNo,
                          .defaultAnswer = MessageBox::Answer::No};
   EXPECT_EQ(QCoro::waitFor(messages.Ask(asked)), MessageBox::Answer::No);
-  EXPECT_EQ(ends.Take(), QStringLiteral("接続しましょうか？ → いいえ\n"));
+  EXPECT_EQ(ends.Take(), "接続しましょうか？ → いいえ\n");
 }
 
 TEST(RunTally, SumsUpRowsByWhatBecameOfThem) {
@@ -111,13 +110,12 @@ TEST(RunTally, SumsUpRowsByWhatBecameOfThem) {
   const std::vector<int> codes = {kComplete,       kComplete, kSkipExisting, kSkipNone, kFatal,
                                   kOutOfDiskSpace, 57,        kCancelled};
   for (const int code : codes) {
-    tally.AddRow({.code = code, .text = {}, .address = {}, .path = {}, .bytes = 600},
-                 QStringLiteral("/save"));
+    tally.AddRow({.code = code, .text = {}, .address = {}, .path = {}, .bytes = 600}, "/save");
   }
   EXPECT_EQ(tally.Summary(kExitFailures),
-            QStringList({QStringLiteral("異常終了: ジョブ 1、ファイル 完了 2・失敗 3・スキップ 2、"
-                                        "1,200 バイト"),
-                         QStringLiteral("保存先: /save")}));
+            QStringList({"異常終了: ジョブ 1、ファイル 完了 2・失敗 3・スキップ 2、"
+                         "1,200 バイト",
+                         "保存先: /save"}));
 }
 
 }  // namespace
