@@ -23,18 +23,17 @@ namespace {
 class DesktopTest : public testing::Test {
  protected:
   void SetUp() override {
-    const QString server = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
+    const QString server = QStandardPaths::findExecutable("Xvfb");
     if (server.isEmpty()) GTEST_SKIP() << "Xvfb is not installed";
-    display_.start(server, {QStringLiteral("-displayfd"), QStringLiteral("1"),
-                            QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+    display_.start(server, {"-displayfd", "1", "-nolisten", "tcp"});
     ASSERT_TRUE(display_.waitForReadyRead());
     qputenv("DISPLAY", ":" + display_.readLine().trimmed());
     qputenv("QT_QPA_PLATFORM", "xcb");
     // Which types of files there are is the machine's.
-    QDir().mkpath(tree_.Path(QStringLiteral("data-system")));
-    QFile::link(QStandardPaths::locate(QStandardPaths::GenericDataLocation, QStringLiteral("mime"),
+    QDir().mkpath(tree_.Path("data-system"));
+    QFile::link(QStandardPaths::locate(QStandardPaths::GenericDataLocation, "mime",
                                        QStandardPaths::LocateDirectory),
-                tree_.Path(QStringLiteral("data-system/mime")));
+                tree_.Path("data-system/mime"));
     const std::pair<const char*, const char*> folders[] = {
         {"XDG_DATA_HOME", "data"},         {"XDG_DATA_DIRS", "data-system"},
         {"XDG_CONFIG_HOME", "config"},     {"XDG_CONFIG_DIRS", "config-system"},
@@ -74,17 +73,17 @@ class DesktopTest : public testing::Test {
 
   void UseTheWindow(QWidget& window) const {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    QWidget* jobs = window.findChild<LineListView*>(QStringLiteral("lstTargetUrl"))->viewport();
+    QWidget* jobs = window.findChild<LineListView*>("lstTargetUrl")->viewport();
     QTest::mouseClick(jobs, Qt::RightButton, {}, QPoint(20, 5));
     Choose(window, "mnuContext_TargetUrl", "mnuContext_TargetUrl_OpenSite");
-    QStringList opened{QStringLiteral("--new"), QStringLiteral("http://site.test/?a=1&b='$(c)'")};
+    QStringList opened{"--new", "http://site.test/?a=1&b='$(c)'"};
     ExpectCalled("browser", opened);
     Choose(window, "mnuHelp", "mnuHelp2");
-    opened << QStringLiteral("--new")
-           << QStringLiteral("file://%1/index.html").arg(FindHelpFolder());
+    opened << "--new"
+           << "file://" + FindHelpFolder() + "/index.html";
     ExpectCalled("browser", opened);
-    QTest::mouseDClick(window.findChild<QWidget*>(QStringLiteral("lblSavePath")), Qt::LeftButton);
-    ExpectCalled("files", {tree_.Path(QStringLiteral("home/my save"))});
+    QTest::mouseDClick(window.findChild<QWidget*>("lblSavePath"), Qt::LeftButton);
+    ExpectCalled("files", {tree_.Path("home/my save")});
   }
 
   XdgTree tree_;
@@ -94,8 +93,8 @@ class DesktopTest : public testing::Test {
 TEST_F(DesktopTest, ThingsOpenFromTheWindowInTheProgramsThatAreRegistered) {
   AddStub("browser", "--new %u", "x-scheme-handler/http;text/html;");
   AddStub("files", "%f", "inode/directory;");
-  tree_.Write(QStringLiteral("home/my save/file"), "");
-  tree_.Write(QStringLiteral("home/list.dat"),
+  tree_.Write("home/my save/file", "");
+  tree_.Write("home/list.dat",
               "1 description = job\r\n1 root = http://site.test/?a=1&b='$(c)'\r\n"
               "1 save_path = my save\r\n1 before = ,\r\n\r\n");
   int argc = 1;
@@ -114,7 +113,7 @@ TEST_F(DesktopTest, ThingsOpenFromTheWindowInTheProgramsThatAreRegistered) {
     UseTheWindow(*window);
     window->close();
   });
-  EXPECT_EQ(RunWindow({QStringLiteral("list.dat")}, tree_.Path(QStringLiteral("home"))), 0);
+  EXPECT_EQ(RunWindow({"list.dat"}, tree_.Path("home")), 0);
 }
 
 }  // namespace

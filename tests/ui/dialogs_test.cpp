@@ -9,72 +9,69 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QToolButton>
-#include <QtTest>
 
-#include <gtest/gtest.h>
-
-#include "tests/ui/window_world.h"
+#include "tests/ui/main_window_test.h"
 #include "ui/frm_about.h"
 #include "ui/frm_input.h"
-#include "ui/frm_setting.h"
 
 namespace zentorin::test {
 namespace {
 
-class InputTest : public testing::Test {
+class DialogsTest : public MainWindowTest {
  protected:
+  DialogsTest() { w->Start(); }
+
   // Double-clicks a pattern box of a job.
   void OpenOn(const char* box) {
     TargetUrlItem job;
-    job.Set(TargetUrlItem::FilePattern, QStringLiteral("(.+?)"));
-    w.workspace.urlList.InsertBelow(-1, job);
-    w.workspace.urlList.Select(0);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&w.window));
-    QTest::mouseDClick(w.Find<QComboBox>(box)->lineEdit(), Qt::LeftButton);
-    input = w.Find<frmInput>("frmInput");
+    job.Set(TargetUrlItem::FilePattern, "(.+?)");
+    w->workspace.urlList.InsertBelow(-1, job);
+    w->workspace.urlList.Select(0);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&w->window));
+    QTest::mouseDClick(w->Find<QComboBox>(box)->lineEdit(), Qt::LeftButton);
+    input = w->Find<frmInput>("frmInput");
     ASSERT_NE(input, nullptr);
-    text = input->findChild<QPlainTextEdit*>(QStringLiteral("txtInput"));
+    text = input->findChild<QPlainTextEdit*>("txtInput");
   }
   void Click(const char* button) {
     QTest::mouseClick(input->findChild<QAbstractButton*>(QLatin1String(button)), Qt::LeftButton);
   }
 
-  WindowWorld w;
   QPointer<frmInput> input;
   QPlainTextEdit* text = nullptr;
 };
 
-TEST_F(InputTest, EditsAPatternBoxAndSwallowsEnter) {
+TEST_F(DialogsTest, EditsAPatternBoxAndSwallowsEnter) {
   OpenOn("cmbFilePattern");
-  EXPECT_EQ(text->toPlainText(), QStringLiteral("(.+?)"));
+  EXPECT_EQ(text->toPlainText(), "(.+?)");
   EXPECT_TRUE(input->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-  EXPECT_FALSE(input->findChild<QLabel*>(QStringLiteral("lblComSw"))->isVisible());
+  EXPECT_FALSE(input->findChild<QLabel*>("lblComSw")->isVisible());
   QTest::keyClick(text, Qt::Key_Return);
   QTest::keyClick(text, Qt::Key_Enter);
-  QTest::keyClicks(text, QStringLiteral("x"));
-  EXPECT_EQ(text->toPlainText(), QStringLiteral("(.+?)x"));
-  w.workspace.urlList.SetDirty(false);
+  QTest::keyClicks(text, "x");
+  EXPECT_EQ(text->toPlainText(), "(.+?)x");
+  w->workspace.urlList.SetDirty(false);
   Click("cmd_0");
-  EXPECT_EQ(w.Find<QComboBox>("cmbFilePattern")->currentText(), QStringLiteral("(.+?)x"));
-  EXPECT_EQ(w.workspace.urlList.Item(0)[TargetUrlItem::FilePattern], QStringLiteral("(.+?)x"));
-  EXPECT_TRUE(w.workspace.urlList.IsDirty());
+  EXPECT_EQ(w->Find<QComboBox>("cmbFilePattern")->currentText(), "(.+?)x");
+  EXPECT_EQ(w->workspace.urlList.Item(0)[TargetUrlItem::FilePattern], "(.+?)x");
+  EXPECT_TRUE(w->workspace.urlList.IsDirty());
 }
 
-TEST_F(InputTest, LeavesTheBoxAloneOnCancelAndWhenAnotherJobIsLoaded) {
+TEST_F(DialogsTest, LeavesTheBoxAloneOnCancelAndWhenAnotherJobIsLoaded) {
   OpenOn("cmbUrl_SubPattern");
-  QTest::keyClicks(text, QStringLiteral("x"));
+  QTest::keyClicks(text, "x");
   Click("cmd_1");
-  EXPECT_EQ(w.Find<QComboBox>("cmbUrl_SubPattern")->currentText(), QString());
+  EXPECT_EQ(w->Find<QComboBox>("cmbUrl_SubPattern")->currentText(), QString());
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_TRUE(input.isNull());
   OpenOn("cmbUrl_SubPattern");
-  QTest::keyClicks(text, QStringLiteral("x"));
-  w.workspace.urlList.Select(1);
+  QTest::keyClicks(text, "x");
+  w->workspace.urlList.Select(1);
   EXPECT_FALSE(input->isVisible());
-  EXPECT_EQ(w.workspace.job[TargetUrlItem::SubPattern], QString());
+  EXPECT_EQ(w->workspace.job[TargetUrlItem::SubPattern], QString());
 }
 
-TEST_F(InputTest, ChangesItsFontWithinNineAndFortyPoints) {
+TEST_F(DialogsTest, ChangesItsFontWithinNineAndFortyPoints) {
   OpenOn("cmbFilePattern");
   const auto points = [this] { return text->font().pointSize(); };
   for (int i = 0; i < 40; ++i) Click("UpD_0");
@@ -84,11 +81,11 @@ TEST_F(InputTest, ChangesItsFontWithinNineAndFortyPoints) {
   Click("UpD_0");
   EXPECT_EQ(points(), 10);
   QTest::mousePress(input, Qt::RightButton, {}, QPoint(2, 2));
-  auto* menu = input->findChild<QMenu*>(QStringLiteral("mnuEdit"));
+  auto* menu = input->findChild<QMenu*>("mnuEdit");
   EXPECT_TRUE(menu->isVisible());
-  EXPECT_EQ(menu->title(), QStringLiteral("編集"));
+  EXPECT_EQ(menu->title(), "編集");
   QAction* font = menu->actions().constFirst();
-  EXPECT_EQ(font->text(), QStringLiteral("フォント"));
+  EXPECT_EQ(font->text(), "フォント");
   font->trigger();
   menu->close();
   auto* dialog = input->findChild<QFontDialog*>();
@@ -100,24 +97,23 @@ TEST_F(InputTest, ChangesItsFontWithinNineAndFortyPoints) {
   EXPECT_EQ(points(), 14);
 }
 
-TEST_F(InputTest, StandsBelowItsTargetAndInsideTheScreen) {
-  frmInput dialog{QStringLiteral("x")};
+TEST_F(DialogsTest, StandsBelowItsTargetAndInsideTheScreen) {
+  frmInput dialog{"x"};
   const QRect screen = QApplication::primaryScreen()->availableGeometry();
   dialog.PlaceBelow(QRect(screen.left() + 20, 30, 100, 24));
   EXPECT_EQ(dialog.pos(), QPoint(screen.left() + 20, 54));
   dialog.PlaceBelow(QRect(screen.right() - 50, 30, 100, 24));
   EXPECT_EQ(dialog.geometry().right(), screen.right());
-  auto* hint = dialog.findChild<QLabel*>(QStringLiteral("lblComSw"));
+  auto* hint = dialog.findChild<QLabel*>("lblComSw");
   dialog.show();
   EXPECT_TRUE(hint->isVisible());
-  dialog.SetTag(QStringLiteral("No_CommandLine"));
+  dialog.SetTag("No_CommandLine");
   EXPECT_FALSE(hint->isVisible());
 }
 
-TEST(About, NamesVersionsAndOpensToolAndHistory) {
-  WindowWorld w;
-  w.Find<QAction>("mnuVersion")->trigger();
-  auto* about = w.Find<frmAbout>("frmAbout");
+TEST_F(DialogsTest, AboutNamesVersionsAndOpensToolAndHistory) {
+  w->Find<QAction>("mnuVersion")->trigger();
+  auto* about = w->Find<frmAbout>("frmAbout");
   ASSERT_NE(about, nullptr);
   QString shown;
   for (const QLabel* label : about->findChildren<QLabel*>()) shown += label->text() + u'\n';
@@ -129,23 +125,10 @@ TEST(About, NamesVersionsAndOpensToolAndHistory) {
   for (const char* button : {"cmdSysInfo", "cmdHistory"}) {
     QTest::mouseClick(about->findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
   }
-  ASSERT_EQ(w.opener.opened.size(), 2);
-  EXPECT_EQ(w.opener.opened[0], QStringLiteral("with:システム情報:"));
-  EXPECT_TRUE(w.opener.opened[1].startsWith(QLatin1String("play:/")));
-  EXPECT_TRUE(w.opener.opened[1].endsWith(QLatin1String("/history.html")));
-}
-
-TEST(Settings, OpenByTheMenuAndAreTakenOverByTheirButton) {
-  WindowWorld w;
-  w.Find<QAction>("mnuSetting")->trigger();
-  auto* setting = w.Find<frmSetting>("frmSetting");
-  ASSERT_NE(setting, nullptr);
-  EXPECT_TRUE(setting->isModal());
-  setting->findChild<QLineEdit*>(QStringLiteral("txtDefaultSavePath"))
-      ->setText(QStringLiteral("save"));
-  QTest::mouseClick(setting->findChild<QPushButton*>(QStringLiteral("cmdClose")), Qt::LeftButton);
-  EXPECT_FALSE(setting->isVisible());
-  EXPECT_EQ(w.workspace.settings.defaultSavePath, QStringLiteral("save"));
+  ASSERT_EQ(w->opener.opened.size(), 2);
+  EXPECT_EQ(w->opener.opened[0], "with:システム情報:");
+  EXPECT_TRUE(w->opener.opened[1].startsWith(QLatin1String("play:/")));
+  EXPECT_TRUE(w->opener.opened[1].endsWith(QLatin1String("/history.html")));
 }
 
 }  // namespace

@@ -20,37 +20,37 @@ TEST_F(FieldsTest, AListThatIsTypedInSavedAndOpenedAgainShowsTheSameFields) {
   ASSERT_TRUE(QTest::qWaitForWindowActive(&w->window));
   Trigger("mnuNew");
   EXPECT_EQ(Tag(), QString());
-  w->Type("txtDescription", QStringLiteral("my job"));
-  w->Type("txtUrl_Root", QStringLiteral("http://h/{yyyy}"));
-  w->Type("cmbUrl_SubPattern", QStringLiteral("href=\"(.+?)\""));
-  w->Type("cmbDepth", QStringLiteral("2"));
-  w->Type("cmbFilePattern", QStringLiteral("x\\.mp3"));
-  w->Type("txtSavePath", QStringLiteral("my/save*d"));
+  w->Type("txtDescription", "my job");
+  w->Type("txtUrl_Root", "http://h/{yyyy}");
+  w->Type("cmbUrl_SubPattern", "href=\"(.+?)\"");
+  w->Type("cmbDepth", "2");
+  w->Type("cmbFilePattern", "x\\.mp3");
+  w->Type("txtSavePath", "my/save*d");
   w->Click("ChkSkip");
   w->Click("ChkDispModify");
   w->Click("ChkModify");
-  w->Type("cmbDate", QStringLiteral("3"));
-  EXPECT_EQ(Tag(), QStringLiteral("Dirty"));
+  w->Type("cmbDate", "3");
+  EXPECT_EQ(Tag(), "Dirty");
   const QString line = w->workspace.urlList.Line(0);
   EXPECT_EQ(line.split(u'\t'),
             (QStringList{" 1", "my job", "http://h/{yyyy}", "href=\"(.+?)\"", "x\\.mp3", "mysaved",
                          "3", "", ",", "0", "1", "0", "0", "1", "21", "0", "1"}));
 
-  w->dialogs.answer = home.Path(QStringLiteral("new.dat"));
+  w->dialogs.answer = home.Path("new.dat");
   QTest::keyClick(&w->window, Qt::Key_S, Qt::ControlModifier);
-  EXPECT_EQ(w->dialogs.asked.proposedFile, home.Path(QStringLiteral("無題.dat")));
+  EXPECT_EQ(w->dialogs.asked.proposedFile, home.Path("無題.dat"));
   EXPECT_EQ(Tag(), QString());
-  EXPECT_EQ(w->window.windowTitle(), QStringLiteral("Zentorin 0.10　-　new.dat"));
+  EXPECT_EQ(w->window.windowTitle(), "Zentorin 0.10　-　new.dat");
 
   Trigger("mnuNew");
   EXPECT_EQ(w->EditText("txtDescription"), QString());
-  EXPECT_EQ(w->window.windowTitle(), QStringLiteral("Zentorin 0.10"));
+  EXPECT_EQ(w->window.windowTitle(), "Zentorin 0.10");
   QTest::keyClick(&w->window, Qt::Key_O, Qt::ControlModifier);
   EXPECT_EQ(w->workspace.urlList.Line(0), line);
-  EXPECT_EQ(w->EditText("txtDescription"), QStringLiteral("my job"));
-  EXPECT_EQ(w->EditText("cmbDate"), QStringLiteral("  3"));
-  EXPECT_EQ(w->Seen(QStringLiteral("ChkModify frModify frDepth cmdGo_All_0")),
-            QStringLiteral("ChkModify frModify frDepth cmdGo_All_0"));
+  EXPECT_EQ(w->EditText("txtDescription"), "my job");
+  EXPECT_EQ(w->EditText("cmbDate"), "  3");
+  EXPECT_EQ(w->Seen("ChkModify frModify frDepth cmdGo_All_0"),
+            "ChkModify frModify frDepth cmdGo_All_0");
   // Neither loading nor walking through the fields is an edit.
   for (int i = 0; i < 40; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   EXPECT_EQ(Tag(), QString());
@@ -78,37 +78,36 @@ TEST_F(FieldsTest, KeysThatAFieldCannotHoldAreSwallowed) {
   }
   // What an input method commits, and a third level that comes as Ctrl and Alt.
   QInputMethodEvent commit;
-  commit.setCommitString(QStringLiteral("年2月"));
+  commit.setCommitString("年2月");
   w->Find("cmbDepth")->setFocus();
   QApplication::sendEvent(QApplication::focusWidget(), &commit);
-  EXPECT_EQ(w->EditText("cmbDepth"), QStringLiteral("12"));
+  EXPECT_EQ(w->EditText("cmbDepth"), "12");
   QTest::keyClick(QApplication::focusWidget(), 'e', Qt::ControlModifier | Qt::AltModifier);
-  EXPECT_EQ(w->EditText("cmbDepth"), QStringLiteral("12"));
+  EXPECT_EQ(w->EditText("cmbDepth"), "12");
 }
 
 TEST_F(FieldsTest, TheModeDecidesWhatIsShown) {
   StartWithJob();
-  const QString all = QStringLiteral("frOpt_0 frOpt_1 frGo_All");
-  EXPECT_EQ(w->Seen(all), QStringLiteral("frOpt_0 frGo_All"));
+  const QString all = "frOpt_0 frOpt_1 frGo_All";
+  EXPECT_EQ(w->Seen(all), "frOpt_0 frGo_All");
   w->Click("Opt_1");
-  EXPECT_EQ(w->Seen(all), QStringLiteral("frOpt_1"));
+  EXPECT_EQ(w->Seen(all), "frOpt_1");
   EXPECT_FALSE(w->Find("ChkOnlyInSite")->isEnabled());
   EXPECT_FALSE(w->Find("ChkTreeFolder")->isEnabled());
-  EXPECT_EQ(Tag(), QStringLiteral("Dirty"));
-  w->Type("txtFileFormat", QStringLiteral("http://h/{yyyymmdd}.mp3"));
-  EXPECT_EQ(w->Text("lblFileFormat"), QStringLiteral("http://h/20240501.mp3"));
-  w->Type("cmbBefore_0", QStringLiteral("0x"));
-  w->Type("cmbBefore_1", QStringLiteral("1"));
-  EXPECT_EQ(w->Text("lblBeforeDate"), QStringLiteral("2024/05/01～2024/04/30"));
-  EXPECT_EQ(w->Cell(1, FileListRow::Address), QStringLiteral("http://h/20240501.mp3"));
+  EXPECT_EQ(Tag(), "Dirty");
+  w->Type("txtFileFormat", "http://h/{yyyymmdd}.mp3");
+  EXPECT_EQ(w->Text("lblFileFormat"), "http://h/20240501.mp3");
+  w->Type("cmbBefore_0", "0x");
+  w->Type("cmbBefore_1", "1");
+  EXPECT_EQ(w->Text("lblBeforeDate"), "2024/05/01～2024/04/30");
+  EXPECT_EQ(w->Cell(1, FileListRow::Address), "http://h/20240501.mp3");
   w->Click("Opt_0");
   EXPECT_TRUE(w->Find("ChkTreeFolder")->isEnabled());
   auto* sub = w->Find<QComboBox>("cmbUrl_SubPattern");
   sub->setFocus();
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
-  EXPECT_EQ(w->Seen(QStringLiteral("frDepth cmdGo_All_0 cmdGo_All_1")),
-            QStringLiteral("cmdGo_All_1"));
+  EXPECT_EQ(w->Seen("frDepth cmdGo_All_0 cmdGo_All_1"), "cmdGo_All_1");
 }
 
 TEST_F(FieldsTest, AChoiceFromAPatternListLeavesOnlyItsExpression) {
@@ -119,10 +118,10 @@ TEST_F(FieldsTest, AChoiceFromAPatternListLeavesOnlyItsExpression) {
   const QRect entry = combo->view()->visualRect(combo->model()->index(1, 0));
   QTest::mouseMove(combo->view()->viewport(), entry.center());
   QTest::mouseClick(combo->view()->viewport(), Qt::LeftButton, {}, entry.center());
-  const QString expression = QStringLiteral("<.+?(?:href|url)=[\"']?(.+?\\.mp3)[\"' >]");
+  const QString expression = "<.+?(?:href|url)=[\"']?(.+?\\.mp3)[\"' >]";
   EXPECT_TRUE(QTest::qWaitFor([&] { return combo->currentText() == expression; }));
   EXPECT_EQ(w->workspace.job[TargetUrlItem::FilePattern], expression);
-  EXPECT_EQ(Tag(), QStringLiteral("Dirty"));
+  EXPECT_EQ(Tag(), "Dirty");
 }
 
 TEST_F(FieldsTest, TheWheelOverABoxThatIsNotInUseEditsNothing) {
@@ -131,22 +130,22 @@ TEST_F(FieldsTest, TheWheelOverABoxThatIsNotInUseEditsNothing) {
   QWheelEvent wheel({5, 5}, combo->mapToGlobal(QPoint(5, 5)), {}, {0, -120}, Qt::NoButton, {},
                     Qt::NoScrollPhase, false);
   QApplication::sendEvent(combo, &wheel);
-  EXPECT_EQ(w->EditText("cmbDepth"), QStringLiteral("1"));
+  EXPECT_EQ(w->EditText("cmbDepth"), "1");
 }
 
 TEST_F(FieldsTest, TheSaveFolderIsPickedAndOpened) {
   StartWithJob();
-  w->dialogs.answer = home.Path(QStringLiteral("sub/dir"));
+  w->dialogs.answer = home.Path("sub/dir");
   w->Click("cmdSavePath");
-  EXPECT_EQ(w->dialogs.asked.title, QStringLiteral("保存フォルダの指定"));
-  EXPECT_EQ(w->dialogs.asked.folder, home.Path(QStringLiteral("save")));
-  EXPECT_EQ(w->EditText("txtSavePath"), QStringLiteral("sub\\dir"));
-  EXPECT_EQ(Tag(), QStringLiteral("Dirty"));
+  EXPECT_EQ(w->dialogs.asked.title, "保存フォルダの指定");
+  EXPECT_EQ(w->dialogs.asked.folder, home.Path("save"));
+  EXPECT_EQ(w->EditText("txtSavePath"), "sub\\dir");
+  EXPECT_EQ(Tag(), "Dirty");
   QTest::mouseDClick(w->Find("lblSavePath"), Qt::LeftButton);
-  EXPECT_EQ(w->opener.opened, QStringList{"folder:" + home.Path(QStringLiteral("sub/dir"))});
+  EXPECT_EQ(w->opener.opened, QStringList{"folder:" + home.Path("sub/dir")});
   w->dialogs.answer.clear();
   w->Click("cmdSavePath");
-  EXPECT_EQ(w->EditText("txtSavePath"), QStringLiteral("sub\\dir"));
+  EXPECT_EQ(w->EditText("txtSavePath"), "sub\\dir");
 }
 
 TEST_F(FieldsTest, JobsMoveAndStaySelected) {
@@ -155,7 +154,7 @@ TEST_F(FieldsTest, JobsMoveAndStaySelected) {
   w->Click("cmdOrder_0");
   const auto* list = w->Find<LineListView>("lstTargetUrl");
   EXPECT_EQ(list->currentIndex().row(), 1);
-  EXPECT_EQ(list->currentIndex().data().toString().left(6), QStringLiteral(" 2\tjob"));
+  EXPECT_EQ(list->currentIndex().data().toString().left(6), " 2\tjob");
   // A click with Ctrl on the selected job does not take the selection away.
   QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::ControlModifier,
                     list->visualRect(list->currentIndex()).center());
@@ -169,14 +168,13 @@ TEST_F(FieldsTest, JobsMoveAndStaySelected) {
 TEST_F(FieldsTest, ADroppedListIsOpenedAlsoWhereItFallsOnAField) {
   StartWithJob();
   QMimeData data;
-  data.setUrls(
-      {QUrl::fromLocalFile(home.Write(QStringLiteral("other.dat"), "1 description = other\r\n"))});
+  data.setUrls({QUrl::fromLocalFile(home.Write("other.dat", "1 description = other\r\n"))});
   QDragEnterEvent enter({3, 3}, Qt::CopyAction, &data, Qt::LeftButton, {});
   QApplication::sendEvent(w->Find("txtUrl_Root"), &enter);
   QDropEvent drop({3, 3}, Qt::CopyAction, &data, Qt::LeftButton, {});
   QApplication::sendEvent(w->Find("txtUrl_Root"), &drop);
-  EXPECT_EQ(w->EditText("txtDescription"), QStringLiteral("other"));
-  EXPECT_EQ(w->window.windowTitle(), QStringLiteral("Zentorin 0.10　-　other.dat"));
+  EXPECT_EQ(w->EditText("txtDescription"), "other");
+  EXPECT_EQ(w->window.windowTitle(), "Zentorin 0.10　-　other.dat");
 }
 
 TEST_F(FieldsTest, EveryControlThatTakesTheFocusHasANameToBeReadOut) {

@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "ui/help_pages.h"
 
-#include <QAction>
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QRegularExpression>
 #include <QSet>
-#include <QtTest>
 
-#include <gtest/gtest.h>
-
-#include "tests/ui/window_world.h"
+#include "tests/ui/main_window_test.h"
 
 namespace zentorin::test {
 namespace {
@@ -39,7 +34,7 @@ TEST(HelpPages, EveryPageThatTheProgramOpensIsThere) {
 TEST(HelpPages, EveryLinkAndAnchorInThePagesLeadsSomewhereOnThisMachine) {
   const QDir folder(FindHelpFolder());
   int links = 0;
-  for (const QString& name : folder.entryList({QStringLiteral("*.html")})) {
+  for (const QString& name : folder.entryList({"*.html"})) {
     for (const QString& link :
          FirstGroups(ReadPage(folder.filePath(name)), "\\s(?:href|src)=\"([^\"]*)\"")) {
       ++links;
@@ -54,16 +49,14 @@ TEST(HelpPages, EveryLinkAndAnchorInThePagesLeadsSomewhereOnThisMachine) {
   EXPECT_GT(links, 40);
 }
 
-TEST(HelpPages, OpenByTheMenuAndTheExampleLink) {
-  WindowWorld w;
-  w.Find<QAction>("mnuHelp2")->trigger();
-  TargetUrlItem job;
-  w.workspace.urlList.InsertBelow(-1, job);
-  w.workspace.urlList.Select(0);
-  QTest::mouseClick(w.Find<QLabel>("lblRegHelp"), Qt::LeftButton);
-  const QString folder = FindHelpFolder();
-  EXPECT_EQ(w.opener.opened, QStringList({QStringLiteral("default:%1/index.html").arg(folder),
-                                          QStringLiteral("default:%1/patterns.html").arg(folder)}));
+using HelpCommandsTest = MainWindowTest;
+
+TEST_F(HelpCommandsTest, TheMenuAndTheExampleLinkOpenTheirPages) {
+  StartWithJob();
+  w->Find<QAction>("mnuHelp2")->trigger();
+  w->Click("lblRegHelp");
+  const QString folder = "default:" + FindHelpFolder();
+  EXPECT_EQ(w->opener.opened, QStringList({folder + "/index.html", folder + "/patterns.html"}));
 }
 
 }  // namespace

@@ -121,17 +121,15 @@ TEST_F(LayoutTest, NoCaptionIsCutOrCoveredAtAnyFontSize) {
     w->workspace.job.EditFlag(TargetUrlItem::DispModify, true);
     w->workspace.job.EditFlag(TargetUrlItem::Modify, true);
     w->workspace.board.SetCancelShown(true);
-    w->workspace.board.SetCancelCaption(QStringLiteral("キャンセル処理中"));
+    w->workspace.board.SetCancelCaption("キャンセル処理中");
     w->workspace.board.SetProgressShown(true);
-    w->workspace.board.SetCounter(QStringLiteral("100000/100000"));
-    w->workspace.board.SetStandby({.visible = true,
-                                   .checked = true,
-                                   .caption = QStringLiteral("シャットダウン"),
-                                   .toolTip = {}});
+    w->workspace.board.SetCounter("100000/100000");
+    w->workspace.board.SetStandby(
+        {.visible = true, .checked = true, .caption = "シャットダウン", .toolTip = {}});
     w->Find("cmdDebug")->show();
     for (const bool byDate : {false, true}) {
       w->workspace.job.EditFlag(TargetUrlItem::Opt, byDate);
-      w->workspace.job.EditBefore(0, QStringLiteral("3"));
+      w->workspace.job.EditBefore(0, "3");
       QTest::qWait(150);  // the counter is shown at most ten times a second
       ShowAt({1000, 760});
       EXPECT_EQ(CutCaptions(w->window), QStringList()) << points;
@@ -155,7 +153,7 @@ TEST_F(LayoutTest, HeadersStandOverTheirColumns) {
 
 TEST_F(LayoutTest, ColoursStayReadableWhenThePaletteTurnsDark) {
   StartWithJob();
-  w->workspace.board.SetStatus(QStringLiteral("done"), StatusBoard::kBlue);
+  w->workspace.board.SetStatus("done", StatusBoard::kBlue);
   const QPalette light = QApplication::palette();
   const auto contrast = [this](const char* label) {
     const QPalette palette = w->Find(label)->palette();

@@ -10,13 +10,10 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QtTest>
 #include <ctime>
 
-#include <gtest/gtest.h>
-
 #include "crawl/file_list_search.h"
-#include "tests/ui/window_world.h"
+#include "tests/ui/main_window_test.h"
 #include "ui/line_list_view.h"
 
 namespace zentorin::test {
@@ -26,15 +23,17 @@ namespace {
 QStringList Entries(const QMenu* menu) {
   QStringList entries;
   for (const QAction* action : menu->actions()) {
-    entries << (action->isSeparator() ? QStringLiteral("-")
-                                      : action->objectName() + u' ' + action->text());
+    entries << (action->isSeparator() ? "-" : action->objectName() + u' ' + action->text());
   }
   return entries;
 }
 
-class ListMenusTest : public testing::Test {
+class ListMenusTest : public MainWindowTest {
  protected:
-  ListMenusTest() { EXPECT_TRUE(QTest::qWaitForWindowActive(&w.window)); }
+  ListMenusTest() {
+    w->Start();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&w->window));
+  }
 
   void AddJobs(int count) {
     for (int i = 0; i < count; ++i) {
@@ -49,7 +48,7 @@ class ListMenusTest : public testing::Test {
     for (const QString& link : links) {
       FileListRow row;
       row.Set(FileListRow::Link, link);
-      row.Set(FileListRow::BaseDir, QStringLiteral("http://h/d"));
+      row.Set(FileListRow::BaseDir, "http://h/d");
       files.Append(row);
     }
     files.Flush();
@@ -59,7 +58,7 @@ class ListMenusTest : public testing::Test {
     QStringList names;
     for (int row = 0; row < urls.Count(); ++row) {
       names << urls.Item(row)[TargetUrlItem::Number] + urls.Item(row)[TargetUrlItem::Description] +
-                   (row == urls.SelectedRow() ? QStringLiteral("*") : QString());
+                   (row == urls.SelectedRow() ? "*" : QString());
     }
     return names.join(u',');
   }
@@ -76,7 +75,7 @@ class ListMenusTest : public testing::Test {
     QTest::mousePress(view->viewport(), button, {}, At(view, row));
   }
   void Choose(const char* name) {
-    auto* action = w.Find<QAction>(name);
+    auto* action = w->Find<QAction>(name);
     ASSERT_NE(action, nullptr) << name;
     auto* menu = qobject_cast<QMenu*>(action->associatedObjects().constFirst());
     if (menu == nullptr) menu = qobject_cast<QMenu*>(action->parent());
@@ -85,48 +84,41 @@ class ListMenusTest : public testing::Test {
     menu->close();
   }
 
-  WindowWorld w;
-  UrlList& urls = w.workspace.urlList;
-  FileList& files = w.workspace.files;
-  LineListView* urlView = w.Find<LineListView>("lstTargetUrl");
-  LineListView* fileView = w.Find<LineListView>("lstUrl_All");
-  QMenu* urlMenu = w.Find<QMenu>("mnuContext_TargetUrl");
-  QMenu* fileMenu = w.Find<QMenu>("mnuContext_List");
+  UrlList& urls = w->workspace.urlList;
+  FileList& files = w->workspace.files;
+  LineListView* urlView = w->Find<LineListView>("lstTargetUrl");
+  LineListView* fileView = w->Find<LineListView>("lstUrl_All");
+  QMenu* urlMenu = w->Find<QMenu>("mnuContext_TargetUrl");
+  QMenu* fileMenu = w->Find<QMenu>("mnuContext_List");
 };
 
 TEST_F(ListMenusTest, HaveTheirEntriesToTheLetter) {
   EXPECT_EQ(Entries(urlMenu),
-            QStringList({QStringLiteral("mnuContext_TargetUrl_OpenSite サイトを開く"),
-                         QStringLiteral("mnuContext_TargetUrl_OpenSource ソース"),
-                         QStringLiteral("-"), QStringLiteral("mnuTargetUrl_Copy コピー"),
-                         QStringLiteral("mnuTargetUrl_Paste 貼り付け"), QStringLiteral("-"),
-                         QStringLiteral("mnuTargetUrl_Add 追加（下）"),
-                         QStringLiteral("mnuTargetUrl_Del 削除")}));
+            QStringList({"mnuContext_TargetUrl_OpenSite サイトを開く",
+                         "mnuContext_TargetUrl_OpenSource ソース", "-", "mnuTargetUrl_Copy コピー",
+                         "mnuTargetUrl_Paste 貼り付け", "-", "mnuTargetUrl_Add 追加（下）",
+                         "mnuTargetUrl_Del 削除"}));
   EXPECT_EQ(
       Entries(fileMenu),
-      QStringList({QStringLiteral("mnuSelectAll 全て選択"),
-                   QStringLiteral("mnuContext_List_Download_Kobetu ダウンロード"),
-                   QStringLiteral("mnuContext_List_Download_All ダウンロード　一括"),
-                   QStringLiteral("-"), QStringLiteral("mnuContext_List_OpenSite サイトを開く"),
-                   QStringLiteral("mnuContext_List_OpenSource ソース"),
-                   QStringLiteral("mnuContext_List_Play 再生／閲覧"), QStringLiteral("-"),
-                   QStringLiteral("mnuContext_List_Copy コピー"),
-                   QStringLiteral("mnuContext_List_Search 検索"), QStringLiteral("-"),
-                   QStringLiteral("mnuContext_List_Delete 削除")}));
+      QStringList({"mnuSelectAll 全て選択", "mnuContext_List_Download_Kobetu ダウンロード",
+                   "mnuContext_List_Download_All ダウンロード　一括", "-",
+                   "mnuContext_List_OpenSite サイトを開く", "mnuContext_List_OpenSource ソース",
+                   "mnuContext_List_Play 再生／閲覧", "-", "mnuContext_List_Copy コピー",
+                   "mnuContext_List_Search 検索", "-", "mnuContext_List_Delete 削除"}));
 }
 
 TEST_F(ListMenusTest, ShowTheUrlMenuOnTheEntryUnderThePointer) {
   AddJobs(2);
   Press(urlView, 1, Qt::RightButton);
   EXPECT_TRUE(urlMenu->isVisible());
-  EXPECT_EQ(Jobs(), QStringLiteral(" 1a, 2b*"));
+  EXPECT_EQ(Jobs(), " 1a, 2b*");
   urlMenu->close();
   Press(urlView, -1, Qt::RightButton);
   EXPECT_TRUE(urlMenu->isVisible());
-  EXPECT_EQ(Jobs(), QStringLiteral(" 1a, 2b"));
-  EXPECT_EQ(w.Find<QLineEdit>("txtUrl_Root")->text(), QString());
+  EXPECT_EQ(Jobs(), " 1a, 2b");
+  EXPECT_EQ(w->Find<QLineEdit>("txtUrl_Root")->text(), QString());
   urlMenu->close();
-  w.workspace.board.SetBusy(true);
+  w->workspace.board.SetBusy(true);
   Press(urlView, 1, Qt::RightButton);
   EXPECT_FALSE(urlMenu->isVisible());
 }
@@ -134,9 +126,9 @@ TEST_F(ListMenusTest, ShowTheUrlMenuOnTheEntryUnderThePointer) {
 TEST_F(ListMenusTest, ShowTheFileMenuOverRowsOnlyAndLeaveTheSelection) {
   Press(fileView, -1, Qt::RightButton);
   EXPECT_FALSE(fileMenu->isVisible());
-  AddRows({QStringLiteral("a"), QStringLiteral("b")});
+  AddRows({"a", "b"});
   files.SetSelected(0, true);
-  w.workspace.board.SetBusy(true);
+  w->workspace.board.SetBusy(true);
   Press(fileView, 1, Qt::RightButton);
   EXPECT_TRUE(fileMenu->isVisible());
   EXPECT_TRUE(files.IsSelected(0));
@@ -148,97 +140,95 @@ TEST_F(ListMenusTest, ShowTheFileMenuOverRowsOnlyAndLeaveTheSelection) {
 }
 
 TEST_F(ListMenusTest, AddCopyPasteAndDeleteJobs) {
-  w.workspace.settings.defaultSavePath = QStringLiteral("save");
+  w->workspace.settings.defaultSavePath = "save";
   Choose("mnuTargetUrl_Del");
-  EXPECT_TRUE(w.messages.boxes.empty()) << "no job is selected";
+  EXPECT_TRUE(w->messages.boxes.empty()) << "no job is selected";
   AddJobs(2);
   Choose("mnuTargetUrl_Add");
-  EXPECT_EQ(Jobs(), QStringLiteral(" 1a, 2*, 3b"));
-  EXPECT_EQ(w.Find<QLineEdit>("txtSavePath")->text(), QStringLiteral("save"));
+  EXPECT_EQ(Jobs(), " 1a, 2*, 3b");
+  EXPECT_EQ(w->Find<QLineEdit>("txtSavePath")->text(), "save");
   EXPECT_TRUE(urls.IsDirty());
 
   urls.Select(0);
   urlView->setFocus();
   QTest::keyClick(urlView, Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(QApplication::clipboard()->text(), urls.Line(0));
-  QApplication::clipboard()->setText(QStringLiteral("9\tpasted\thttp://p/\r\nsecond"));
+  QApplication::clipboard()->setText("9\tpasted\thttp://p/\r\nsecond");
   urls.SetDirty(false);
   QTest::keyClick(urlView, Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(urls.Line(0), QStringLiteral("9\tpasted\thttp://p/"));
-  EXPECT_EQ(w.Find<QLineEdit>("txtUrl_Root")->text(), QStringLiteral("http://p/"));
+  EXPECT_EQ(urls.Line(0), "9\tpasted\thttp://p/");
+  EXPECT_EQ(w->Find<QLineEdit>("txtUrl_Root")->text(), "http://p/");
   EXPECT_TRUE(urls.IsDirty());
 
   QTest::keyClick(urlView, Qt::Key_Delete);
   EXPECT_EQ(urls.Count(), 3) << "cancel is the default";
-  EXPECT_EQ(w.messages.Texts(),
-            QStringList(QStringLiteral("削除確認|選択行を削除して宜しいですか？")));
-  EXPECT_EQ(w.messages.boxes.front().defaultAnswer, MessageBox::Answer::Cancel);
+  EXPECT_EQ(w->messages.Texts(), QStringList("削除確認|選択行を削除して宜しいですか？"));
+  EXPECT_EQ(w->messages.boxes.front().defaultAnswer, MessageBox::Answer::Cancel);
   for (const char16_t* rest : {u" 1*, 2b", u" 1b*", u""}) {
-    w.messages.answers = {MessageBox::Answer::Ok};
+    w->messages.answers = {MessageBox::Answer::Ok};
     Choose("mnuTargetUrl_Del");
     EXPECT_EQ(Jobs(), QString::fromUtf16(rest));
   }
-  EXPECT_EQ(w.Find<QLineEdit>("txtSavePath")->text(), QString());
+  EXPECT_EQ(w->Find<QLineEdit>("txtSavePath")->text(), QString());
 }
 
 TEST_F(ListMenusTest, OpenSitesAndPlayFiles) {
   AddJobs(1);
   QTest::mouseClick(urlView->viewport(), Qt::LeftButton, {}, At(urlView, 0));
   QTest::mouseDClick(urlView->viewport(), Qt::LeftButton, {}, At(urlView, 0));
-  AddRows({QStringLiteral("a.mp3"), QStringLiteral("mms://s/b")});
+  AddRows({"a.mp3", "mms://s/b"});
   QTest::mouseClick(fileView->viewport(), Qt::LeftButton, {}, At(fileView, 1));
   QTest::mouseDClick(fileView->viewport(), Qt::LeftButton, {}, At(fileView, 1));
   files.SetCurrentRow(0);
   Choose("mnuContext_List_OpenSite");
-  EXPECT_EQ(w.opener.opened,
-            QStringList({QStringLiteral("default:http://h/0"), QStringLiteral("play:mms://s/b"),
-                         QStringLiteral("default:http://h/d/a.mp3")}));
+  EXPECT_EQ(w->opener.opened,
+            QStringList({"default:http://h/0", "play:mms://s/b", "default:http://h/d/a.mp3"}));
   Choose("mnuSelectAll");
   Choose("mnuContext_List_Play");
-  EXPECT_EQ(w.messages.Texts(), QStringList(QStringLiteral("|選択は１個にして下さい。")));
-  EXPECT_EQ(w.opener.opened.size(), 3);
+  EXPECT_EQ(w->messages.Texts(), QStringList("|選択は１個にして下さい。"));
+  EXPECT_EQ(w->opener.opened.size(), 3);
 }
 
 TEST_F(ListMenusTest, SelectCopySortAndDeleteRows) {
-  AddRows({QStringLiteral("b"), QStringLiteral("a"), QStringLiteral("c")});
+  AddRows({"b", "a", "c"});
   fileView->setFocus();
   QTest::keyClick(fileView, Qt::Key_A, Qt::ControlModifier);
   EXPECT_EQ(fileView->selectionModel()->selectedIndexes().size(), 3);
   files.SetSelected(2, false);
   QTest::keyClick(fileView, Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(QApplication::clipboard()->text(),
-            QStringLiteral("\t\t\tb\thttp://h/d\t\t\r\n\t\t\ta\thttp://h/d\t\t\r\n"));
-  auto* header = w.Find<QLabel>("lblDescription_2");
+            "\t\t\tb\thttp://h/d\t\t\r\n\t\t\ta\thttp://h/d\t\t\r\n");
+  auto* header = w->Find<QLabel>("lblDescription_2");
   for (const char16_t* order : {u"a,b,c", u"c,b,a"}) {
     QTest::mouseClick(header, Qt::LeftButton);
     EXPECT_EQ(Links(), QString::fromUtf16(order));
   }
-  EXPECT_EQ(fileView->property("Tag").toString(), QStringLiteral("0"));
+  EXPECT_EQ(fileView->property("Tag").toString(), "0");
   EXPECT_FALSE(files.IsSelected(0)) << "the selection stays on its rows";
   files.SetCurrentRow(0);
-  w.messages.answers = {MessageBox::Answer::Cancel, MessageBox::Answer::Ok};
+  w->messages.answers = {MessageBox::Answer::Cancel, MessageBox::Answer::Ok};
   QTest::keyClick(fileView, Qt::Key_Delete);
   EXPECT_EQ(files.Count(), 3);
   QTest::keyClick(fileView, Qt::Key_Delete);
-  EXPECT_EQ(Links(), QStringLiteral("c"));
+  EXPECT_EQ(Links(), "c");
 }
 
 TEST_F(ListMenusTest, DownloadByTheMenuAsByTheButtons) {
   Choose("mnuContext_List_Download_Kobetu");
   Choose("mnuContext_List_Download_All");
-  ASSERT_EQ(w.messages.boxes.size(), 2U);
-  EXPECT_EQ(w.messages.boxes[0].title, QStringLiteral("未選択"));
-  EXPECT_EQ(w.messages.boxes[1].title, QStringLiteral("一括ダウンロード"));
+  ASSERT_EQ(w->messages.boxes.size(), 2U);
+  EXPECT_EQ(w->messages.boxes[0].title, "未選択");
+  EXPECT_EQ(w->messages.boxes[1].title, "一括ダウンロード");
 }
 
 TEST_F(ListMenusTest, SearchWithOneDialogThatIsKept) {
-  AddRows({QStringLiteral("x.abc"), QStringLiteral("y"), QStringLiteral("ＡＢＣ")});
+  AddRows({"x.abc", "y", "ＡＢＣ"});
   Choose("mnuContext_List_Search");
-  auto* search = w.Find<QDialog>("frmSearch");
+  auto* search = w->Find<QDialog>("frmSearch");
   ASSERT_NE(search, nullptr);
   EXPECT_TRUE(search->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
   ASSERT_TRUE(QTest::qWaitForWindowActive(search));
-  auto* text = search->findChild<QLineEdit*>(QStringLiteral("txtStrSearch"));
+  auto* text = search->findChild<QLineEdit*>("txtStrSearch");
   ASSERT_TRUE(QTest::qWaitFor([text] { return text->hasFocus(); }));
   const auto live = [search] {
     QStringList names;
@@ -250,22 +240,22 @@ TEST_F(ListMenusTest, SearchWithOneDialogThatIsKept) {
     names.sort();
     return names.join(u' ');
   };
-  EXPECT_EQ(live(), QStringLiteral("txtStrSearch"));
-  QTest::keyClicks(text, QStringLiteral("abc"));
-  EXPECT_EQ(live(), QStringLiteral("chkCompare cmdSearch_0 cmdSearch_1 txtStrSearch"));
-  search->findChild<QAbstractButton*>(QStringLiteral("chkCompare"))->click();
+  EXPECT_EQ(live(), "txtStrSearch");
+  QTest::keyClicks(text, "abc");
+  EXPECT_EQ(live(), "chkCompare cmdSearch_0 cmdSearch_1 txtStrSearch");
+  search->findChild<QAbstractButton*>("chkCompare")->click();
   for (const int expected : {0, 2, 0}) {
     QTest::keyClick(text, Qt::Key_Return);
     EXPECT_EQ(files.CurrentRow(), expected);
     EXPECT_EQ(files.SelectedCount(), 1);
   }
-  QTest::mouseClick(search->findChild<QPushButton*>(QStringLiteral("cmdSearch_1")), Qt::LeftButton);
+  QTest::mouseClick(search->findChild<QPushButton*>("cmdSearch_1"), Qt::LeftButton);
   EXPECT_EQ(fileView->selectionModel()->selectedIndexes().size(), 2);
   EXPECT_EQ(fileView->currentIndex().row(), 2);
   search->close();
   Choose("mnuContext_List_Search");
   EXPECT_TRUE(search->isVisible());
-  EXPECT_EQ(w.window.findChildren<QDialog*>(QStringLiteral("frmSearch")).size(), 1);
+  EXPECT_EQ(w->window.findChildren<QDialog*>("frmSearch").size(), 1);
 }
 
 // The view is part of what is measured: a selection of very many ranges must not cost their square.
@@ -276,10 +266,9 @@ TEST_F(ListMenusTest, SelectDeleteSortAndFindInAHundredThousandRows) {
     for (int i = 0; i < kRows; ++i) {
       FileListRow row;
       const int scattered = static_cast<int>(i * 7919LL % kRows);
-      row.Set(FileListRow::Link, QStringLiteral("/dir/%1%2.mp3")
-                                     .arg(i % 2 == 0 ? QStringLiteral("hit") : QStringLiteral("x"))
-                                     .arg(scattered));
-      row.Set(FileListRow::BaseDir, QStringLiteral("http://www.example.com/some/folder"));
+      row.Set(FileListRow::Link,
+              QStringLiteral("/dir/%1%2.mp3").arg(i % 2 == 0 ? "hit" : "x").arg(scattered));
+      row.Set(FileListRow::BaseDir, "http://www.example.com/some/folder");
       files.Append(row);
     }
     files.SetCurrentRow(0);
@@ -291,15 +280,15 @@ TEST_F(ListMenusTest, SelectDeleteSortAndFindInAHundredThousandRows) {
     std::printf("%s: %.3f s CPU\n", what, seconds);
   };
   fill();
-  auto* header = w.Find<QLabel>("lblDescription_2");
+  auto* header = w->Find<QLabel>("lblDescription_2");
   measured("sort", [&] { QTest::mouseClick(header, Qt::LeftButton); });
-  measured("find all", [&] { FindAll(files, QStringLiteral("ＨＩＴ")); });
+  measured("find all", [&] { FindAll(files, "ＨＩＴ"); });
   EXPECT_EQ(files.SelectedCount(), kRows / 2);
   fill();
-  measured("find every other", [&] { FindAll(files, QStringLiteral("hit")); });
-  measured("find again", [&] { FindAll(files, QStringLiteral("x")); });
+  measured("find every other", [&] { FindAll(files, "hit"); });
+  measured("find again", [&] { FindAll(files, "x"); });
   measured("sort half", [&] { QTest::mouseClick(header, Qt::LeftButton); });
-  w.messages.answers = {MessageBox::Answer::Ok};
+  w->messages.answers = {MessageBox::Answer::Ok};
   measured("select all and delete", [&] {
     Choose("mnuSelectAll");
     Choose("mnuContext_List_Delete");

@@ -7,44 +7,22 @@
 #include <QtTest>
 #include <memory>
 
-#include <QCoro/QCoroTask>
 #include <gtest/gtest.h>
 
 #include "app/auto_run.h"
-#include "app/file_dialogs.h"
 #include "app/list_commands.h"
-#include "app/workspace.h"
-#include "tests/support/fakes.h"
+#include "tests/support/fake_workspace.h"
 #include "tests/support/loopback_server.h"
-#include "tests/support/temp_dir.h"
 #include "ui/frm_main.h"
 #include "ui/line_list_view.h"
 #include "ui/window_program.h"
 
 namespace zentorin::test {
 
-// Answers every question for a file or folder with `answer` and keeps the last one.
-class ChosenPath : public FileDialogs {
- public:
-  QCoro::Task<QString> AskForFileToOpen(FileDialog dialog) override { return Answer(dialog); }
-  QCoro::Task<QString> AskForFileToSave(FileDialog dialog) override { return Answer(dialog); }
-  QCoro::Task<QString> AskForFolder(FileDialog dialog) override { return Answer(dialog); }
-
-  QString answer;
-  FileDialog asked;
-
- private:
-  QCoro::Task<QString> Answer(FileDialog dialog) {
-    asked = std::move(dialog);
-    // A copy: a returned member would be moved away.
-    co_return QString(answer);
-  }
-};
-
 // One run of the program with its real window, in a world of recording fakes.
-struct RunningWindow {
+struct RunningWindow : FakeWorkspace {
   RunningWindow(const TempDir& folder, const QString& connectTo)
-      : workspace(world, folder.Path(), connectTo) {
+      : FakeWorkspace(folder, connectTo) {
     QObject::connect(&program, &WindowProgram::Ended, [this](int status) { exitStatus = status; });
     workspace.driver.SetCountdownStep(std::chrono::milliseconds(1));
   }
@@ -84,22 +62,13 @@ struct RunningWindow {
     return model->index(row, column).data().toString();
   }
 
-  SettableClock clock;
-  RecordingMessageBoxes messages;
-  RecordingOpener opener;
-  FakeStreamCapture capture;
-  RecordingPowerControl power;
-  ChosenPath dialogs;
-  World world{
-      .clock = clock, .messages = messages, .opener = opener, .capture = capture, .power = power};
-  Workspace workspace;
   AutoRun autoRun{workspace};
   ListCommands lists{workspace, dialogs};
   frmMain window{{.workspace = workspace,
                   .autoRun = autoRun,
                   .lists = lists,
                   .dialogs = dialogs,
-                  .toolCaptions = {QStringLiteral("tool 0"), QStringLiteral("tool 1")}}};
+                  .toolCaptions = {"tool 0", "tool 1"}}};
   WindowProgram program{workspace, autoRun, window};
   int exitStatus = -1;
 };
@@ -122,13 +91,13 @@ class MainWindowTest : public testing::Test {
   }
   // Starts it with a list of one job that takes the links ending in ".mp3" of "/" and of pages.
   void StartWithJob() {
-    home.Write(QStringLiteral("list.dat"),
+    home.Write("list.dat",
                "1 description = job\r\n1 root = http://site.test/\r\n"
                "1 sub_pattern = href=\"(.+?\\.html)\"\r\n1 depth = 1\r\n"
                "1 file_pattern = href=\"(.+?\\.mp3)\"\r\n1 save_path = save\r\n"
                "1 before = ,\r\n1 opt = 0\r\n");
-    home.Write(QStringLiteral("Conf.txt"), "open folder = 0\r\n");
-    w->Start({QStringLiteral("-f"), QStringLiteral("list.dat")});
+    home.Write("Conf.txt", "open folder = 0\r\n");
+    w->Start({"-f", "list.dat"});
     w->workspace.urlList.Select(0);
     ASSERT_TRUE(QTest::qWaitForWindowActive(&w->window));
   }

@@ -20,7 +20,7 @@ class StartAndCloseTest : public MainWindowTest {
   bool WaitForExit() {
     return QTest::qWaitFor([this] { return w->exitStatus >= 0; }, 20'000);
   }
-  QString ListPath() const { return home.Path(QStringLiteral("list.dat")); }
+  QString ListPath() const { return home.Path("list.dat"); }
 };
 
 TEST_F(StartAndCloseTest, ASecondStartOnTheSameListBringsTheFirstWindowForward) {
@@ -28,8 +28,7 @@ TEST_F(StartAndCloseTest, ASecondStartOnTheSameListBringsTheFirstWindowForward) 
   w->window.showMinimized();
   {
     RunningWindow second(home, {});
-    second.Start({home.Path(QStringLiteral("../")) + home.Path().section(u'/', -1) +
-                  QStringLiteral("/list.dat")});
+    second.Start({home.Path("../") + home.Path().section(u'/', -1) + "/list.dat"});
     EXPECT_EQ(second.exitStatus, 0);
     EXPECT_FALSE(second.window.isVisible());
   }
@@ -37,21 +36,21 @@ TEST_F(StartAndCloseTest, ASecondStartOnTheSameListBringsTheFirstWindowForward) 
   EXPECT_TRUE(w->window.isVisible());
 
   // The claim follows the list that is open, and other lists open as ever.
-  w->dialogs.answer = home.Path(QStringLiteral("copy.dat"));
+  w->dialogs.answer = home.Path("copy.dat");
   w->Find<QAction>("mnuSaveAs")->trigger();
   RunningWindow second(home, {});
-  second.Start({QStringLiteral("-f"), QStringLiteral("list.dat")});
+  second.Start({"-f", "list.dat"});
   EXPECT_EQ(second.exitStatus, -1);
   EXPECT_TRUE(second.window.isVisible());
   RunningWindow third(home, {});
-  third.Start({QStringLiteral("-f"), QStringLiteral("copy.dat")});
+  third.Start({"-f", "copy.dat"});
   EXPECT_EQ(third.exitStatus, 0);
 }
 
 TEST_F(StartAndCloseTest, ASocketThatACrashLeftBehindKeepsNobodyOut) {
   StartWithJob();
-  const QDir claims(runtime.Path(QStringLiteral("zentorin")));
-  const QStringList sockets = claims.entryList({QStringLiteral("*.socket")}, QDir::System);
+  const QDir claims(runtime.Path("zentorin"));
+  const QStringList sockets = claims.entryList({"*.socket"}, QDir::System);
   ASSERT_EQ(sockets.size(), 1);
   Restart();
   QFile stale(claims.filePath(sockets.first()));
@@ -60,12 +59,12 @@ TEST_F(StartAndCloseTest, ASocketThatACrashLeftBehindKeepsNobodyOut) {
   StartWithJob();
   EXPECT_TRUE(w->window.isVisible());
   RunningWindow second(home, {});
-  second.Start({QStringLiteral("-f"), QStringLiteral("list.dat")});
+  second.Start({"-f", "list.dat"});
   EXPECT_EQ(second.exitStatus, 0);
 }
 
 TEST_F(StartAndCloseTest, AFolderThatOthersCanReachIsNotTrusted) {
-  const QString folder = runtime.Path(QStringLiteral("zentorin"));
+  const QString folder = runtime.Path("zentorin");
   ASSERT_TRUE(QDir().mkpath(folder));
   ASSERT_TRUE(QFile::setPermissions(folder, QFile::Permissions(0x7777)));
   Restart();
@@ -76,12 +75,11 @@ TEST_F(StartAndCloseTest, AFolderThatOthersCanReachIsNotTrusted) {
 
 TEST_F(StartAndCloseTest, UnsavedChangesAreAskedAboutBeforeAnythingEnds) {
   StartWithJob();
-  w->Type("txtDescription", QStringLiteral("x"));
+  w->Type("txtDescription", "x");
   w->messages.answers = {MessageBox::Answer::Cancel};
   w->Click("cmdClose");
-  EXPECT_EQ(
-      w->messages.Texts(),
-      QStringList{QStringLiteral("未保存|ＵＲＬリストが変更されています。\r\n保存しますか？")});
+  EXPECT_EQ(w->messages.Texts(),
+            QStringList{"未保存|ＵＲＬリストが変更されています。\r\n保存しますか？"});
   EXPECT_TRUE(w->window.isVisible());
   EXPECT_FALSE(w->workspace.state.CancelRequested());
   EXPECT_TRUE(w->Find("txtDescription")->isEnabled());
@@ -89,29 +87,29 @@ TEST_F(StartAndCloseTest, UnsavedChangesAreAskedAboutBeforeAnythingEnds) {
   w->messages.answers = {MessageBox::Answer::Yes};
   QTest::keyClick(&w->window, Qt::Key_Q, Qt::ControlModifier);
   ASSERT_TRUE(WaitForExit());
-  EXPECT_TRUE(home.Read(QStringLiteral("list.dat")).contains("1 description = xjob\r\n"));
+  EXPECT_TRUE(home.Read("list.dat").contains("1 description = xjob\r\n"));
 }
 
 TEST_F(StartAndCloseTest, ASaveThatFailsNamesTheFileAndKeepsTheMark) {
   StartWithJob();
-  w->Type("txtDescription", QStringLiteral("x"));
-  w->dialogs.answer = home.Path(QStringLiteral("none/list.dat"));
+  w->Type("txtDescription", "x");
+  w->dialogs.answer = home.Path("none/list.dat");
   w->Find<QAction>("mnuSaveAs")->trigger();
   ASSERT_EQ(w->messages.boxes.size(), 1U);
-  EXPECT_TRUE(w->messages.boxes[0].text.contains(QStringLiteral("none/list.dat")));
-  EXPECT_EQ(w->workspace.urlList.Tag(), QStringLiteral("Dirty"));
-  EXPECT_EQ(w->window.windowTitle(), QStringLiteral("Zentorin 0.10　-　list.dat"));
+  EXPECT_TRUE(w->messages.boxes[0].text.contains("none/list.dat"));
+  EXPECT_EQ(w->workspace.urlList.Tag(), "Dirty");
+  EXPECT_EQ(w->window.windowTitle(), "Zentorin 0.10　-　list.dat");
 }
 
 TEST_F(StartAndCloseTest, TheNormalRectangleIsKeptAlsoWhenTheWindowIsMaximised) {
-  home.Write(QStringLiteral("Conf.txt"),
+  home.Write("Conf.txt",
              "form left = 40\r\nform top = 50\r\nform right = 740\r\nform bottom = 550\r\n");
   w->Start();
   EXPECT_EQ(w->window.geometry(), QRect(40, 50, 700, 500));
   w->window.showMaximized();
   w->Click("cmdClose");
   ASSERT_TRUE(WaitForExit());
-  EXPECT_TRUE(home.Read(QStringLiteral("Conf.txt"))
+  EXPECT_TRUE(home.Read("Conf.txt")
                   .startsWith("form left = 40\r\nform top = 50\r\nform right = 740\r\n"
                               "form bottom = 550\r\n"));
 }
@@ -136,37 +134,34 @@ TEST_F(StartAndCloseTest, ARectangleThatNobodyCanGrabIsBroughtBack) {
 TEST_F(StartAndCloseTest, AnArmedRunCountsDownInTheTitleAndCanBeGivenUp) {
   StartWithJob();
   Restart();
-  w->Start({QStringLiteral("-a"), QStringLiteral("23:45"), QStringLiteral("-tasktray"),
-            QStringLiteral("-f"), QStringLiteral("list.dat")});
+  w->Start({"-a", "23:45", "-tasktray", "-f", "list.dat"});
   // Without a notification area the window waits minimised.
   EXPECT_TRUE(w->window.isMinimized());
   w->autoRun.Tick();
-  EXPECT_EQ(w->window.windowTitle(), QStringLiteral("14:55 - 開始までの時間"));
+  EXPECT_EQ(w->window.windowTitle(), "14:55 - 開始までの時間");
   w->window.ComeForward();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&w->window));
   QTest::keyClick(&w->window, Qt::Key_Escape);
-  EXPECT_TRUE(QTest::qWaitFor(
-      [this] { return w->window.windowTitle() == QStringLiteral("Zentorin 0.10"); }));
+  EXPECT_TRUE(QTest::qWaitFor([this] { return w->window.windowTitle() == "Zentorin 0.10"; }));
   EXPECT_FALSE(w->Find("cmdCancel")->isVisible());
 }
 
 TEST_F(StartAndCloseTest, AnArmedRunEndsTheProgramByItsPresetAction) {
   StartWithJob();
   Restart();
-  server.Route(QStringLiteral("/"), Answer::Text("<a href=\"a.mp3\">"));
-  server.Route(QStringLiteral("/a.mp3"), Answer::Text("aaaa", "audio/mpeg"));
-  w->Start({QStringLiteral("-a"), QStringLiteral("-q"), QStringLiteral("-f"),
-            QStringLiteral("list.dat")});
+  server.Route("/", Answer::Text("<a href=\"a.mp3\">"));
+  server.Route("/a.mp3", Answer::Text("aaaa", "audio/mpeg"));
+  w->Start({"-a", "-q", "-f", "list.dat"});
   ASSERT_TRUE(WaitForExit());
   EXPECT_EQ(w->exitStatus, 0);
-  EXPECT_EQ(home.Read(QStringLiteral("save/a.mp3")), "aaaa");
+  EXPECT_EQ(home.Read("save/a.mp3"), "aaaa");
   EXPECT_EQ(w->messages.Texts(), QStringList());
 }
 
 TEST_F(StartAndCloseTest, AFaultyCommandLineLeavesTheWindowOpen) {
-  w->Start({QStringLiteral("-f"), QStringLiteral("none.dat"), QStringLiteral("-debug")});
+  w->Start({"-f", "none.dat", "-debug"});
   EXPECT_EQ(w->messages.Texts(),
-            QStringList{QStringLiteral("エラー発生|ＵＲＬリスト読み込みエラー\r\n\r\nnone.dat")});
+            QStringList{"エラー発生|ＵＲＬリスト読み込みエラー\r\n\r\nnone.dat"});
   EXPECT_TRUE(w->window.isVisible());
   EXPECT_FALSE(w->Find("cmdDebug")->isVisible());
 }
@@ -175,38 +170,38 @@ TEST_F(StartAndCloseTest, TheSettingsDialogTakesOverWhenItIsClosed) {
   StartWithJob();
   w->Find<QAction>("mnuSetting")->trigger();
   auto* dialog = w->Find<QDialog>("frmSetting");
-  ASSERT_TRUE(dialog->isVisible());
+  ASSERT_TRUE(dialog->isVisible() && dialog->isModal());
   const auto in = [dialog](const char* name) {
     return dialog->findChild<QWidget*>(QLatin1String(name));
   };
-  EXPECT_EQ(in("OptStreaming_1")->property("text").toString(), QStringLiteral("tool 1"));
-  EXPECT_EQ(in("cmbGmtDiff")->property("currentText").toString(), QStringLiteral("  9"));
+  EXPECT_EQ(in("OptStreaming_1")->property("text").toString(), "tool 1");
+  EXPECT_EQ(in("cmbGmtDiff")->property("currentText").toString(), "  9");
   EXPECT_FALSE(in("frAddDateFormat")->isEnabled());
   QTest::mouseClick(in("chkAddDate"), Qt::LeftButton, {}, {8, 8});
   EXPECT_TRUE(w->workspace.settings.download.addDate);
+  in("txtDefaultSavePath")->setProperty("text", "save");
   in("txtAddDateFormat")->setFocus();
-  QTest::keyClicks(in("txtAddDateFormat"), QStringLiteral("\\x"));
-  EXPECT_EQ(w->workspace.settings.download.addDateFormat, QStringLiteral("yyyymmddhh_x"));
-  EXPECT_EQ(w->messages.boxes.back().text, QStringLiteral("[/:*?\"|<>\\] の各文字は使用不可"));
+  QTest::keyClicks(in("txtAddDateFormat"), "\\x");
+  EXPECT_EQ(w->workspace.settings.download.addDateFormat, "yyyymmddhh_x");
+  EXPECT_EQ(w->messages.boxes.back().text, "[/:*?\"|<>\\] の各文字は使用不可");
   QTest::mouseClick(in("ChkGMTDate"), Qt::LeftButton, {}, {8, 8});
   QTest::mouseClick(in("OptStreaming_1"), Qt::LeftButton, {}, {8, 8});
   EXPECT_FALSE(w->workspace.settings.clock.useGmt);
   QTest::mouseClick(in("cmdClose"), Qt::LeftButton);
   EXPECT_FALSE(dialog->isVisible());
   EXPECT_EQ(w->workspace.settings.download.streamingTool, 1);
-  EXPECT_EQ(w->Text("lblTimeLbl") + u' ' + w->Text("lblTime"),
-            QStringLiteral("GMT 2024/05/01 14:30:05"));
+  EXPECT_EQ(w->workspace.settings.defaultSavePath, "save");
+  EXPECT_EQ(w->Text("lblTimeLbl") + u' ' + w->Text("lblTime"), "GMT 2024/05/01 14:30:05");
 }
 
 TEST_F(StartAndCloseTest, ABoxThatNobodyAnswersInAnArmedRunAnswersItself) {
   StartWithJob();
   Restart();
-  w->Start({QStringLiteral("-a"), QStringLiteral("23:59"), QStringLiteral("-f"),
-            QStringLiteral("list.dat")});
+  w->Start({"-a", "23:59", "-f", "list.dat"});
   WindowMessages boxes(std::chrono::milliseconds(1));
   boxes.Attach(&w->window, &w->autoRun);
   MessageBox question{.title = {},
-                      .text = QStringLiteral("一行目\r\n二行目"),
+                      .text = "一行目\r\n二行目",
                       .buttons = MessageBox::Buttons::YesNo,
                       .defaultAnswer = MessageBox::Answer::No};
   EXPECT_EQ(QCoro::waitFor(boxes.Ask(question)), MessageBox::Answer::No);
@@ -218,8 +213,8 @@ TEST_F(StartAndCloseTest, ABoxThatNobodyAnswersInAnArmedRunAnswersItself) {
   QTimer::singleShot(50, &w->window, [] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->text(), QStringLiteral("一行目\n二行目"));
-    EXPECT_EQ(box->windowTitle(), QStringLiteral("Zentorin"));
+    EXPECT_EQ(box->text(), "一行目\n二行目");
+    EXPECT_EQ(box->windowTitle(), "Zentorin");
     QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
   });
   EXPECT_EQ(QCoro::waitFor(boxes.Ask(question)), MessageBox::Answer::Yes);

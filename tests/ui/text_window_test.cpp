@@ -12,27 +12,11 @@
 
 #include <gtest/gtest.h>
 
-#include "app/file_dialogs.h"
-#include "tests/support/fakes.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/fake_workspace.h"
 #include "ui/plain_text_windows.h"
 
 namespace zentorin::test {
 namespace {
-
-// Answers every question with one path.
-class OnePath : public FileDialogs {
- public:
-  QCoro::Task<QString> AskForFileToOpen(FileDialog) override { co_return QString(path); }
-  QCoro::Task<QString> AskForFileToSave(FileDialog dialog) override {
-    proposed = dialog.proposedFile;
-    co_return QString(path);
-  }
-  QCoro::Task<QString> AskForFolder(FileDialog) override { co_return QString(path); }
-
-  QString path;
-  QString proposed;
-};
 
 TextWindow* OpenTextWindow() {
   for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -42,53 +26,52 @@ TextWindow* OpenTextWindow() {
 }
 
 TEST(TextWindow, FindsOnwardsAndBackwardsAndSaysWhenThereIsNothing) {
-  TextWindow window(QStringLiteral("ab\nAB\nx"), QStringLiteral("t"));
+  TextWindow window("ab\nAB\nx", "t");
   window.show();
-  auto* text = window.findChild<QPlainTextEdit*>(QStringLiteral("txtText"));
-  auto* find = window.findChild<QLineEdit*>(QStringLiteral("txtFind"));
-  auto* found = window.findChild<QLabel*>(QStringLiteral("lblFound"));
+  auto* text = window.findChild<QPlainTextEdit*>("txtText");
+  auto* find = window.findChild<QLineEdit*>("txtFind");
+  auto* found = window.findChild<QLabel*>("lblFound");
   const auto line = [text] { return text->textCursor().blockNumber(); };
-  QTest::keyClicks(find, QStringLiteral("ab"));
+  QTest::keyClicks(find, "ab");
   for (const int expected : {0, 1, 0}) {
     QTest::keyClick(find, Qt::Key_Return);
     EXPECT_EQ(line(), expected);
   }
-  QTest::mouseClick(window.findChild<QPushButton*>(QStringLiteral("cmdFindPrevious")),
-                    Qt::LeftButton);
+  QTest::mouseClick(window.findChild<QPushButton*>("cmdFindPrevious"), Qt::LeftButton);
   EXPECT_EQ(line(), 1);
   EXPECT_FALSE(found->isVisible());
-  QTest::keyClicks(find, QStringLiteral("z"));
+  QTest::keyClicks(find, "z");
   QTest::keyClick(find, Qt::Key_Return);
   EXPECT_TRUE(found->isVisible());
   EXPECT_EQ(line(), 1);
-  QTest::keyClicks(text, QStringLiteral("typed"));
-  EXPECT_EQ(text->toPlainText(), QStringLiteral("ab\nAB\nx"));
+  QTest::keyClicks(text, "typed");
+  EXPECT_EQ(text->toPlainText(), "ab\nAB\nx");
 }
 
 TEST(PlainTextWindows, CopiesTheTextAndSavesItOnlyWhenAsked) {
   const TempDir folder;
-  OnePath dialogs;
+  ChosenPath dialogs;
   RecordingMessageBoxes messages;
   PlainTextWindows windows(dialogs, messages);
-  const QString text = QStringLiteral("あ\r\nb\nc");
-  windows.Show(text, QStringLiteral("http://h/a?b"));
+  const QString text = "あ\r\nb\nc";
+  windows.Show(text, "http://h/a?b");
   QPointer<TextWindow> window = OpenTextWindow();
   ASSERT_NE(window, nullptr);
   ASSERT_TRUE(QTest::qWaitForWindowActive(window));
-  EXPECT_EQ(window->windowTitle(), QStringLiteral("http://h/a?b"));
-  QTest::mouseClick(window->findChild<QPushButton*>(QStringLiteral("cmdCopy")), Qt::LeftButton);
+  EXPECT_EQ(window->windowTitle(), "http://h/a?b");
+  QTest::mouseClick(window->findChild<QPushButton*>("cmdCopy"), Qt::LeftButton);
   EXPECT_EQ(QApplication::clipboard()->text(), text);
 
-  auto* save = window->findChild<QPushButton*>(QStringLiteral("cmdSaveAs"));
+  auto* save = window->findChild<QPushButton*>("cmdSaveAs");
   QTest::mouseClick(save, Qt::LeftButton);
-  EXPECT_EQ(dialogs.proposed, QDir::homePath() + QStringLiteral("/http:__h_a?b.txt"));
-  dialogs.path = folder.Path(QStringLiteral("t.txt"));
+  EXPECT_EQ(dialogs.asked.proposedFile, QDir::homePath() + "/http:__h_a?b.txt");
+  dialogs.answer = folder.Path("t.txt");
   QTest::keyClick(window, Qt::Key_S, Qt::ControlModifier);
-  EXPECT_EQ(folder.Read(QStringLiteral("t.txt")), QByteArray("あ\r\nb\r\nc"));
-  dialogs.path = folder.Path(QStringLiteral("none/t.txt"));
+  EXPECT_EQ(folder.Read("t.txt"), QByteArray("あ\r\nb\r\nc"));
+  dialogs.answer = folder.Path("none/t.txt");
   QTest::mouseClick(save, Qt::LeftButton);
   ASSERT_EQ(messages.boxes.size(), 1U);
-  EXPECT_TRUE(messages.boxes.front().text.contains(dialogs.path));
+  EXPECT_TRUE(messages.boxes.front().text.contains(dialogs.answer));
 
   QTest::keyClick(window, Qt::Key_Escape);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

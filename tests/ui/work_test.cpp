@@ -20,10 +20,10 @@ struct Phase {
 class WorkTest : public MainWindowTest, public testing::WithParamInterface<Phase> {
  protected:
   WorkTest() {
-    server.Route(QStringLiteral("/"), Answer::Text("<a href=\"sub.html\"> <a href=\"a.mp3\">"));
-    server.Route(QStringLiteral("/sub.html"), Answer::Text("<a href=\"b.mp3\">"));
-    server.Route(QStringLiteral("/a.mp3"), Answer::Text("aaaa", "audio/mpeg"));
-    server.Route(QStringLiteral("/b.mp3"), Answer::Text("bb", "audio/mpeg"));
+    server.Route("/", Answer::Text("<a href=\"sub.html\"> <a href=\"a.mp3\">"));
+    server.Route("/sub.html", Answer::Text("<a href=\"b.mp3\">"));
+    server.Route("/a.mp3", Answer::Text("aaaa", "audio/mpeg"));
+    server.Route("/b.mp3", Answer::Text("bb", "audio/mpeg"));
   }
 
   // Brings the program into the middle of the phase.
@@ -51,27 +51,27 @@ TEST_F(WorkTest, AListIsGeneratedAndDownloadedByTwoClicks) {
   EXPECT_TRUE(w->Find("cmdCancel")->isVisible());
   ASSERT_TRUE(WaitForRest());
   EXPECT_FALSE(w->Find("cmdCancel")->isVisible());
-  EXPECT_EQ(w->Cell(0, FileListRow::Address), QStringLiteral("http://site.test/a.mp3"));
-  EXPECT_EQ(w->Cell(1, FileListRow::Link), QStringLiteral("b.mp3"));
-  EXPECT_EQ(w->EditText("txtUrl_RootBase"), QStringLiteral("http://site.test"));
+  EXPECT_EQ(w->Cell(0, FileListRow::Address), "http://site.test/a.mp3");
+  EXPECT_EQ(w->Cell(1, FileListRow::Link), "b.mp3");
+  EXPECT_EQ(w->EditText("txtUrl_RootBase"), "http://site.test");
   auto* list = w->Find<LineListView>("lstUrl_All");
   EXPECT_EQ(list->selectionModel()->selectedIndexes().size(), 2);
   QTest::mouseMove(list->viewport(), {50, 30});
   QTest::mouseMove(list->viewport(), {60, 30});
-  EXPECT_EQ(list->toolTip(), QStringLiteral("2個"));
+  EXPECT_EQ(list->toolTip(), "2個");
 
   w->Click("cmdAllDownload_0");
   ASSERT_TRUE(WaitForRest());
-  EXPECT_EQ(w->Cell(0, FileListRow::Mark) + w->Cell(1, FileListRow::Mark), QStringLiteral("oo"));
-  EXPECT_EQ(w->Text("lblStatus"), QStringLiteral("処理終了"));
-  EXPECT_EQ(w->Text("lblUrl_All_Cnt"), QStringLiteral("2"));
-  EXPECT_EQ(home.Read(QStringLiteral("save/a.mp3")), "aaaa");
-  EXPECT_EQ(home.Read(QStringLiteral("save/b.mp3")), "bb");
+  EXPECT_EQ(w->Cell(0, FileListRow::Mark) + w->Cell(1, FileListRow::Mark), "oo");
+  EXPECT_EQ(w->Text("lblStatus"), "処理終了");
+  EXPECT_EQ(w->Text("lblUrl_All_Cnt"), "2");
+  EXPECT_EQ(home.Read("save/a.mp3"), "aaaa");
+  EXPECT_EQ(home.Read("save/b.mp3"), "bb");
   EXPECT_EQ(w->messages.Texts(), QStringList());
 
   w->Click("cmdLog");
   ASSERT_EQ(w->opener.opened.size(), 1);
-  EXPECT_TRUE(w->opener.opened.first().startsWith(QStringLiteral("text:log.txt:-- 2024/05/01")));
+  EXPECT_TRUE(w->opener.opened.first().startsWith("text:log.txt:-- 2024/05/01"));
 }
 
 TEST_F(WorkTest, TheBatchAsksAndRunsEveryJob) {
@@ -79,10 +79,10 @@ TEST_F(WorkTest, TheBatchAsksAndRunsEveryJob) {
   w->messages.answers = {MessageBox::Answer::Ok};
   w->Click("cmdAllDownload_1");
   ASSERT_TRUE(WaitForRest());
-  EXPECT_EQ(w->messages.boxes.front().title, QStringLiteral("一括ダウンロード"));
-  EXPECT_EQ(w->Text("lblStatus"), QStringLiteral("- 処理終了 -"));
+  EXPECT_EQ(w->messages.boxes.front().title, "一括ダウンロード");
+  EXPECT_EQ(w->Text("lblStatus"), "- 処理終了 -");
   EXPECT_FALSE(w->Find("ChkStandby")->isVisible());
-  EXPECT_EQ(home.Read(QStringLiteral("save/b.mp3")), "bb");
+  EXPECT_EQ(home.Read("save/b.mp3"), "bb");
 }
 
 TEST_F(WorkTest, WorkLocksTheEditingSurfaceAndGivesTheFocusBack) {
@@ -93,7 +93,7 @@ TEST_F(WorkTest, WorkLocksTheEditingSurfaceAndGivesTheFocusBack) {
       "cmbFilePattern Opt_0 Opt_1 ChkSkip ChkOnlyInSite ChkOverWrite ChkTreeFolder txtSavePath "
       "cmdSavePath cmdGo_All_0 cmdGo_All_1 cmdAllDownload_0 cmdAllDownload_1 lblRegHelp mnuFile "
       "mnuTool");
-  const QString live = QStringLiteral("lstUrl_All cmdLog cmdClose ChkStandby mnuHelp");
+  const QString live = "lstUrl_All cmdLog cmdClose ChkStandby mnuHelp";
   const auto enabled = [this](const QString& names) {
     QStringList found;
     for (const QString& name : names.split(u' ')) {
@@ -115,12 +115,12 @@ TEST_P(WorkTest, EscapeCancels) {
   Enter(GetParam());
   EXPECT_TRUE(w->Find("cmdCancel")->isVisible());
   QTest::keyClick(&w->window, Qt::Key_Escape);
-  EXPECT_EQ(w->Text("cmdCancel"), QStringLiteral("キャンセル処理中"));
+  EXPECT_EQ(w->Text("cmdCancel"), "キャンセル処理中");
   ASSERT_TRUE(WaitForRest());
   EXPECT_FALSE(w->Find("cmdCancel")->isVisible());
   EXPECT_TRUE(w->Find("txtUrl_Root")->isEnabled());
   EXPECT_FALSE(w->Find("frProgress_o")->isVisible());
-  EXPECT_EQ(home.Read(QStringLiteral("save/a.mp3")), QByteArray());
+  EXPECT_EQ(home.Read("save/a.mp3"), QByteArray());
 }
 
 TEST_P(WorkTest, ClosingUnwindsAndEndsTheProgram) {
@@ -130,8 +130,8 @@ TEST_P(WorkTest, ClosingUnwindsAndEndsTheProgram) {
   EXPECT_EQ(w->exitStatus, 0);
   EXPECT_FALSE(w->window.isVisible());
   EXPECT_FALSE(w->workspace.driver.IsRunning());
-  EXPECT_TRUE(home.Read(QStringLiteral("Conf.txt")).contains("form left = 130\r\n"));
-  EXPECT_EQ(home.Read(QStringLiteral("save/a.mp3")), QByteArray());
+  EXPECT_TRUE(home.Read("Conf.txt").contains("form left = 130\r\n"));
+  EXPECT_EQ(home.Read("save/a.mp3"), QByteArray());
 }
 
 INSTANTIATE_TEST_SUITE_P(Phases, WorkTest,
@@ -148,8 +148,8 @@ TEST_F(WorkTest, ACountdownThatIsUncheckedOrCancelledKeepsTheProgram) {
   w->Click("cmdAllDownload_1");
   ASSERT_TRUE(QTest::qWaitFor([this] { return w->Find("ChkStandby")->isVisible(); }));
   w->Click("ChkStandby");
-  ASSERT_TRUE(QTest::qWaitFor(
-      [this] { return w->Text("lblStatus") == QStringLiteral("スタンバイ します。"); }, 20'000));
+  ASSERT_TRUE(
+      QTest::qWaitFor([this] { return w->Text("lblStatus") == "スタンバイ します。"; }, 20'000));
   w->Click("cmdCancel");
   ASSERT_TRUE(WaitForRest());
   EXPECT_EQ(w->power.performed, QStringList());
