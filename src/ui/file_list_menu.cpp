@@ -3,6 +3,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QShortcut>
 
 #include "app/workspace.h"
 #include "crawl/file_list_search.h"
@@ -22,11 +23,13 @@ FileListMenu::FileListMenu(Workspace& workspace, MainControls& controls, QObject
   for (int i = 0; i < MainControls::kHeaderCount; ++i) {
     // The headers are numbered from the parent page back to the mark.
     const auto column = FileListRow::Column(FileListRow::Parent - i);
-    connect(controls.lblDescription[i], &LinkLabel::Clicked, this, [this, column, &controls] {
-      commands_.Sort(column);
-      // The list's tag text holds the direction.
-      controls.lstUrl_All->setProperty("Tag", commands_.SortTag());
-    });
+    connect(controls.lblDescription[i], &LinkLabel::Activated, this,
+            [this, column, &controls] { Sort(column, *controls.lstUrl_All); });
+    // The headers from the keyboard: Ctrl+1 sorts by the first column, and so on.
+    auto* keys = new QShortcut(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + int{column}),
+                               controls.lstUrl_All);
+    keys->setContext(Qt::WidgetShortcut);
+    connect(keys, &QShortcut::activated, controls.lblDescription[i], &LinkLabel::Activated);
   }
 }
 
@@ -59,6 +62,12 @@ void FileListMenu::FillMenu(MainControls& controls) {
   menu->addSeparator();
   on(menu->AddEntry("mnuContext_List_Delete", QStringLiteral("削除"), QKeySequence::Delete),
      [this] { commands_.Delete(); });
+}
+
+void FileListMenu::Sort(FileListRow::Column column, LineListView& view) {
+  commands_.Sort(column);
+  // The list's tag text holds the direction.
+  view.setProperty("Tag", commands_.SortTag());
 }
 
 void FileListMenu::ShowSearch(QWidget* window) {

@@ -7,6 +7,7 @@
 
 namespace zentorin {
 
+class LineListView;
 class frmSearch;
 struct MainControls;
 
@@ -20,6 +21,7 @@ class FileListMenu : public QObject {
 
  private:
   void FillMenu(MainControls& controls);
+  void Sort(FileListRow::Column column, LineListView& view);
   void ShowSearch(QWidget* window);
 
   Workspace& workspace_;

@@ -133,7 +133,7 @@ void frmMain::ConnectCommands() {
   connect(c_.cmdLog, &QPushButton::clicked, this, &frmMain::ShowLog);
   connect(c_.cmdDebug, &QPushButton::clicked, this, &frmMain::ShowDiagnostics);
   connect(c_.cmdClose, &QPushButton::clicked, this, &QWidget::close);
-  connect(c_.lblFormat, &LinkLabel::Clicked, this, &frmMain::ShowTemplateHelp);
+  connect(c_.lblFormat, &LinkLabel::Activated, this, &frmMain::ShowTemplateHelp);
   const auto* escape = new QShortcut(Qt::Key_Escape, this);
   connect(escape, &QShortcut::activated, this, [this, &driver] {
     const StatusBoard& board = context_.workspace.board;
@@ -151,7 +151,7 @@ void frmMain::ConnectMenus() {
 }
 
 void frmMain::ConnectSaveFolder() {
-  connect(c_.lblSavePath, &LinkLabel::DoubleClicked, this, [this] {
+  connect(c_.lblSavePath, &LinkLabel::Activated, this, [this] {
     Workspace& workspace = context_.workspace;
     const QString path = workspace.drives.ToSystemPath(workspace.job[TargetUrlItem::SavePath]);
     workspace.world.opener.OpenFolder(path);

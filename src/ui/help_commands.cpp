@@ -16,7 +16,7 @@ HelpCommands::HelpCommands(Opener& opener, MessageBoxes& messages, MainControls&
                            QObject* parent)
     : QObject(parent), opener_(opener), messages_(messages) {
   connect(controls.mnuHelp2, &QAction::triggered, this, [this] { Open(HelpPage::Contents); });
-  connect(controls.lblRegHelp, &LinkLabel::Clicked, this, [this] { Open(HelpPage::Patterns); });
+  connect(controls.lblRegHelp, &LinkLabel::Activated, this, [this] { Open(HelpPage::Patterns); });
   QWidget* window = controls.central->window();
   connect(controls.mnuVersion, &QAction::triggered, this, [this, window] { ShowAbout(window); });
 }

@@ -3,26 +3,31 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
 
 #include "ui/readable_colour.h"
 
 namespace zentorin {
 
-LinkLabel::LinkLabel(const QString& text, bool asLink, QWidget* parent)
-    : QLabel(text, parent), asLink_(asLink) {
+LinkLabel::LinkLabel(const QString& text, Kind kind, QWidget* parent)
+    : QLabel(text, parent), kind_(kind) {
+  if (kind != Kind::Plain) setFocusPolicy(Qt::TabFocus);
   ApplyLook();
 }
 
 void LinkLabel::mouseReleaseEvent(QMouseEvent* event) {
   QLabel::mouseReleaseEvent(event);
-  if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
-    Q_EMIT Clicked();
+  if (kind_ != Kind::DoubleClick && event->button() == Qt::LeftButton &&
+      rect().contains(event->position().toPoint())) {
+    Q_EMIT Activated();
   }
 }
 
 void LinkLabel::mouseDoubleClickEvent(QMouseEvent* event) {
   QLabel::mouseDoubleClickEvent(event);
-  if (event->button() == Qt::LeftButton) Q_EMIT DoubleClicked();
+  if (kind_ == Kind::DoubleClick && event->button() == Qt::LeftButton) Q_EMIT Activated();
 }
 
 void LinkLabel::keyPressEvent(QKeyEvent* event) {
@@ -30,7 +35,7 @@ void LinkLabel::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      Q_EMIT Clicked();
+      Q_EMIT Activated();
       return;
     default:
       QLabel::keyPressEvent(event);
@@ -42,8 +47,17 @@ void LinkLabel::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) ApplyLook();
 }
 
+void LinkLabel::paintEvent(QPaintEvent* event) {
+  QLabel::paintEvent(event);
+  if (!hasFocus()) return;
+  QPainter painter(this);
+  QStyleOptionFocusRect focus;
+  focus.initFrom(this);
+  style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+}
+
 void LinkLabel::ApplyLook() {
-  if (!asLink_ || applyingLook_) return;
+  if (kind_ != Kind::Link || applyingLook_) return;
   applyingLook_ = true;
   // The colour of links that a desktop sets is not always made for its dark windows.
   QPalette look;
@@ -55,7 +69,6 @@ void LinkLabel::ApplyLook() {
   underlined.setUnderline(true);
   setFont(underlined);
   setCursor(Qt::PointingHandCursor);
-  setFocusPolicy(Qt::TabFocus);
   applyingLook_ = false;
 }
 

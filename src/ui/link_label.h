@@ -5,28 +5,34 @@
 
 namespace zentorin {
 
-// A label that answers clicks, by mouse or by Space and Enter. Drawn as a link when `asLink` is
-// set.
+// A label that does something when it is clicked. Every kind but the plain one can be reached by
+// the Tab key and answers Space and Enter too.
 class LinkLabel : public QLabel {
   Q_OBJECT
 
  public:
-  LinkLabel(const QString& text, bool asLink, QWidget* parent);
+  enum class Kind {
+    Plain,        // answers a click of the mouse
+    Link,         // drawn as a link; answers a click
+    DoubleClick,  // answers a double-click
+  };
+
+  LinkLabel(const QString& text, Kind kind, QWidget* parent);
 
  Q_SIGNALS:
-  void Clicked();
-  void DoubleClicked();
+  void Activated();
 
  protected:
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   void ApplyLook();
 
-  bool asLink_;
+  Kind kind_;
   bool applyingLook_ = false;
 };
 

@@ -188,7 +188,8 @@ void MainControls::MakePatternMode() {
   lblReg = MakeLabel(frReg, "lblReg", QStringLiteral("正規表現で指定可"));
   lblArrow_0 = MakeLabel(frReg, "lblArrow_0", QStringLiteral("↓"));
   lblArrow_1 = MakeLabel(frReg, "lblArrow_1", QStringLiteral("↓"));
-  lblRegHelp = Named(new LinkLabel(QStringLiteral("使用例"), true, frReg), "lblRegHelp");
+  lblRegHelp =
+      Named(new LinkLabel(QStringLiteral("使用例"), LinkLabel::Kind::Link, frReg), "lblRegHelp");
   Label2 = MakeLabel(frReg, "Label2", QStringLiteral("サブURL"));
   cmbUrl_SubPattern = MakeCombo(frReg, "cmbUrl_SubPattern", Label2->text(),
                                 QStringLiteral("正規表現を使用してサブURLパターンを指定"));
@@ -218,7 +219,8 @@ void MainControls::MakeDateMode() {
   Label12 = MakeLabel(frOpt_1, "Label12", QStringLiteral("URL 書式"));
   txtFileFormat = MakeEdit(frOpt_1, "txtFileFormat", Label12->text());
   Label12->setBuddy(txtFileFormat);
-  lblFormat = Named(new LinkLabel(QStringLiteral("書式"), true, frOpt_1), "lblFormat");
+  lblFormat =
+      Named(new LinkLabel(QStringLiteral("書式"), LinkLabel::Kind::Link, frOpt_1), "lblFormat");
   lblFileFormat = MakeLabel(frOpt_1, "lblFileFormat");
   lblBefore_0 = MakeLabel(frOpt_1, "lblBefore_0", QStringLiteral("ダウンロード実行日時の"));
   cmbBefore_0 = MakeDayCombo(frOpt_1, "cmbBefore_0", lblBefore_0->text());
@@ -233,7 +235,8 @@ void MainControls::MakeDateMode() {
 void MainControls::MakeSave() {
   FrSave = MakeFrame(frSite, "FrSave");
   lblSavePath =
-      Named(new LinkLabel(QStringLiteral("ファイル保存先"), false, FrSave), "lblSavePath");
+      Named(new LinkLabel(QStringLiteral("ファイル保存先"), LinkLabel::Kind::DoubleClick, FrSave),
+            "lblSavePath");
   lblSavePath->setToolTip(QStringLiteral("ダブルクリックでフォルダを開きます"));
   txtSavePath = MakeEdit(FrSave, "txtSavePath", lblSavePath->text());
   cmdSavePath = MakeButton<QToolButton>(FrSave, "cmdSavePath", {});
@@ -264,7 +267,7 @@ void MainControls::MakeFileList() {
       QStringLiteral("ParentUrl"), QStringLiteral("BaseUrl"),       QStringLiteral("FileUrl"),
       QStringLiteral("KByte"),     QStringLiteral("更新日時(GMT)"), QStringLiteral("*")};
   for (int i = 0; i < kHeaderCount; ++i) {
-    auto* label = new LinkLabel(captions.at(i), false, headerStrip);
+    auto* label = new LinkLabel(captions.at(i), LinkLabel::Kind::Plain, headerStrip);
     label->setObjectName(QStringLiteral("lblDescription_%1").arg(i));
     label->setFont(FixedPitchFont(label->font()));
     label->setToolTip(QStringLiteral("クリックで昇順/降順 基準列 の並べ替え可"));
@@ -338,13 +341,13 @@ void MainControls::MakeMenus(QMainWindow& window) {
 
 void MainControls::SetTabOrder() {
   const std::initializer_list<QWidget*> order = {
-      lstTargetUrl,   cmdOrder_1,    cmdOrder_0,       txtDescription,    Opt_0,
-      Opt_1,          txtUrl_Root,   lblRegHelp,       cmbUrl_SubPattern, cmbDepth,
-      cmbFilePattern, ChkDispModify, ChkModify,        cmbDate,           txtFileFormat,
-      lblFormat,      cmbBefore_0,   cmbBefore_1,      txtSavePath,       cmdSavePath,
-      ChkOverWrite,   ChkTreeFolder, ChkSkip,          ChkOnlyInSite,     cmdGo_All_0,
-      cmdGo_All_1,    lstUrl_All,    cmdAllDownload_0, cmdAllDownload_1,  cmdLog,
-      cmdDebug,       cmdCancel,     ChkStandby,       cmdClose};
+      lstTargetUrl,   cmdOrder_1,    cmdOrder_0,    txtDescription,    Opt_0,
+      Opt_1,          txtUrl_Root,   lblRegHelp,    cmbUrl_SubPattern, cmbDepth,
+      cmbFilePattern, ChkDispModify, ChkModify,     cmbDate,           txtFileFormat,
+      lblFormat,      cmbBefore_0,   cmbBefore_1,   lblSavePath,       txtSavePath,
+      cmdSavePath,    ChkOverWrite,  ChkTreeFolder, ChkSkip,           ChkOnlyInSite,
+      cmdGo_All_0,    cmdGo_All_1,   lstUrl_All,    cmdAllDownload_0,  cmdAllDownload_1,
+      cmdLog,         cmdDebug,      cmdCancel,     ChkStandby,        cmdClose};
   QWidget* previous = nullptr;
   for (QWidget* widget : order) {
     if (previous != nullptr) QWidget::setTabOrder(previous, widget);
