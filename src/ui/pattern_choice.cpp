@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "ui/pattern_choice.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QEvent>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSignalBlocker>
+#include <QStyle>
+#include <algorithm>
 #include <chrono>
 
 #include "jobs/pattern_lists.h"
@@ -24,6 +28,7 @@ PatternChoice::PatternChoice(QComboBox& combo, const QString& timerName)
   timer_.setInterval(kDelay);
   combo.setMaxVisibleItems(kVisibleItems);
   combo.lineEdit()->installEventFilter(this);
+  combo.installEventFilter(this);
   connect(&combo, &QComboBox::textActivated, this, [this] { timer_.start(); });
   connect(&timer_, &QTimer::timeout, this, &PatternChoice::KeepExpression);
 }
@@ -35,9 +40,22 @@ void PatternChoice::SetEntries(const QStringList& entries) {
   combo_.addItems(entries);
   combo_.setCurrentIndex(-1);
   combo_.setEditText(text);
+  WidenList();
+}
+
+// The list shows its expressions whole, wider than the box where they need it.
+void PatternChoice::WidenList() {
+  QAbstractItemView* view = combo_.view();
+  const int whole = view->sizeHintForColumn(0) + 2 * view->frameWidth() +
+                    view->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  view->setMinimumWidth(std::min(whole, view->screen()->availableGeometry().width()));
 }
 
 bool PatternChoice::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &combo_) {
+    if (event->type() == QEvent::FontChange) WidenList();
+    return QObject::eventFilter(watched, event);
+  }
   if (event->type() == QEvent::MouseButtonDblClick) {
     Q_EMIT DoubleClicked();
     return true;

@@ -35,6 +35,7 @@ class PatternChoice : public QObject {
 
  private:
   void KeepExpression();
+  void WidenList();
 
   QComboBox& combo_;
   QTimer timer_;
