@@ -10,6 +10,7 @@
 #include "launch/process_starter.h"
 #include "ui/frm_main.h"
 #include "ui/plain_text_windows.h"
+#include "ui/standard_texts.h"
 #include "ui/window_file_dialogs.h"
 #include "ui/window_messages.h"
 #include "ui/window_program.h"
@@ -18,6 +19,7 @@ namespace zentorin {
 
 int RunWindow(const QStringList& arguments, const QString& programFolder) {
   QApplication::setQuitOnLastWindowClosed(false);
+  ShowStandardTextsInJapanese();
   WindowMessages messages;
   WindowFileDialogs dialogs;
   ProcessStarter starter(XdgFolders::FromEnvironment());
