@@ -143,7 +143,10 @@ QCoro::Task<void> FileListGenerator::BuildList(bool listOnly) {
 QCoro::Task<void> FileListGenerator::CrawlFrom(QString rootUrl, Crawler& crawler) {
   CrawlStart start;
   start.rootUrl = rootUrl;
+  // The page in hand is named while the site has not answered yet.
+  context_.board.SetFile(rootUrl);
   start.page = co_await context_.http.FetchPageText(rootUrl);
+  context_.board.SetFile({});
   if (context_.state.CancelRequested()) co_return;
   if (start.page.status != 0) {
     lastRunFailed_ = true;
