@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QFileInfo>
+#include <QPointer>
 #include <QUrl>
 #include <QUuid>
 #include <utility>
@@ -15,24 +16,43 @@
 namespace zentorin {
 namespace {
 
-constexpr int kFarewellMs = 1000;
+constexpr std::chrono::milliseconds kFarewellTime(1000);
+
+// Where the answer to one call arrives.
+class Reply : public QObject {
+  Q_OBJECT
+
+ Q_SIGNALS:
+  void Came(const QDBusMessage& /*message*/);
+};
 
 }  // namespace
+
+struct MessageBus::Waiting {
+  QDBusMessage call;
+  QPointer<QObject> receiver;
+  Answer told;  // none when the answer does not matter
+};
 
 MessageBus::MessageBus(QString address, std::chrono::milliseconds answerTime)
     : address_(std::move(address)),
       name_(QStringLiteral("zentorin-") + QUuid::createUuid().toString(QUuid::Id128)),
-      answerTime_(answerTime) {}
+      answerTime_(answerTime) {
+  bound_.setSingleShot(true);
+  connect(&bound_, &QTimer::timeout, this, &MessageBus::EndGreeting);
+}
 
-// What was sent is written by a thread of Qt's own. A program that ends right after Send() makes
-// sure that the bus has it: an answer from the bus itself comes after all that went before.
+// A program that ends right after Send() makes sure that the bus has the call. What was sent is
+// written by a thread of Qt's own: an answer from the bus itself comes after all that went before.
 MessageBus::~MessageBus() {
-  const QDBusConnection connection(name_);
-  if (unconfirmed_ && connection.isConnected()) {
+  std::erase_if(waiting_, [](const Waiting& waiting) { return waiting.told != nullptr; });
+  if (greeting_ && !waiting_.empty()) greeting_->WaitFor(kFarewellTime);
+  EndGreeting();
+  if (unconfirmed_ && IsOpen()) {
     const QDBusMessage ping = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
-    connection.call(ping, QDBus::Block, kFarewellMs);
+    QDBusConnection(name_).call(ping, QDBus::Block, static_cast<int>(kFarewellTime.count()));
   }
   QDBusConnection::disconnectFromBus(name_);
 }
@@ -52,30 +72,87 @@ QString MessageBus::SessionAddress() {
   return QStringLiteral("unix:path=") + QString::fromLatin1(escaped);
 }
 
-bool MessageBus::Open() {
-  if (address_.isEmpty()) return false;
-  if (QDBusConnection(name_).isConnected()) return true;
-  QDBusConnection::disconnectFromBus(name_);  // what a lost connection leaves behind
-  return QDBusConnection::connectToBus(address_, name_).isConnected();
-}
-
-QDBusPendingCall MessageBus::Start(const QDBusMessage& call) {
-  if (!Open()) {
-    return QDBusPendingCall::fromError(
-        QDBusError(QDBusError::Disconnected, QStringLiteral("no message bus")));
-  }
-  return QDBusConnection(name_).asyncCall(call, static_cast<int>(answerTime_.count()));
-}
-
 QCoro::Task<QDBusMessage> MessageBus::Call(QDBusMessage call) {
-  QDBusPendingCallWatcher watcher(Start(call));
-  // Emitted from the event loop, also for a call that has failed already.
-  co_await qCoro(&watcher, &QDBusPendingCallWatcher::finished);
-  co_return watcher.reply();
+  Reply reply;
+  Ask(call, &reply, [&reply](const QDBusMessage& message) { Q_EMIT reply.Came(message); });
+  QDBusMessage message = co_await qCoro(&reply, &Reply::Came);
+  co_return message;
+}
+
+void MessageBus::Ask(const QDBusMessage& call, QObject* receiver, const Answer& told) {
+  Take({.call = call, .receiver = receiver, .told = told});
 }
 
 void MessageBus::Send(const QDBusMessage& call) {
-  if (Open()) unconfirmed_ = QDBusConnection(name_).send(call) || unconfirmed_;
+  Take({.call = call, .receiver = {}, .told = {}});
+}
+
+bool MessageBus::IsOpen() const {
+  return QDBusConnection(name_).isConnected();
+}
+
+void MessageBus::Take(const Waiting& waiting) {
+  if (IsOpen()) {
+    Issue(waiting);
+  } else {
+    waiting_.push_back(waiting);
+    Open();
+  }
+}
+
+void MessageBus::Open() {
+  if (greeting_) return;
+  greeting_ = std::make_unique<BusGreeting>(address_);
+  if (greeting_->Current() != BusGreeting::State::Waiting) {
+    EndGreeting();
+    return;
+  }
+  notifier_ = std::make_unique<QSocketNotifier>(greeting_->Descriptor(), QSocketNotifier::Read);
+  connect(notifier_.get(), &QSocketNotifier::activated, this, &MessageBus::GoOn);
+  bound_.start(answerTime_);
+}
+
+void MessageBus::GoOn() {
+  greeting_->Advance();
+  if (greeting_->Current() != BusGreeting::State::Waiting) EndGreeting();
+}
+
+// With the connection open or known to be missing, the calls go their way. Opening it is a matter
+// of moments now: the bus has answered the same words just before.
+void MessageBus::EndGreeting() {
+  bound_.stop();
+  if (notifier_) {
+    notifier_->setEnabled(false);
+    notifier_.release()->deleteLater();  // this may be its own signal
+  }
+  if (const auto greeting = std::exchange(greeting_, nullptr);
+      greeting && greeting->Current() == BusGreeting::State::Answered) {
+    QDBusConnection::disconnectFromBus(name_);  // what a lost connection leaves behind
+    QDBusConnection::connectToBus(greeting->Address(), name_);
+  }
+  for (const Waiting& waiting : std::exchange(waiting_, {})) Issue(waiting);
+}
+
+void MessageBus::Issue(const Waiting& waiting) {
+  QDBusConnection connection(name_);
+  const bool open = connection.isConnected();
+  if (!waiting.told) {
+    unconfirmed_ = (open && connection.send(waiting.call)) || unconfirmed_;
+    return;
+  }
+  if (waiting.receiver == nullptr) return;
+  const QDBusError absent(QDBusError::Disconnected, QStringLiteral("no message bus"));
+  const QDBusPendingCall pending =
+      open ? connection.asyncCall(waiting.call, static_cast<int>(answerTime_.count()))
+           : QDBusPendingCall::fromError(absent);
+  // Emitted from the event loop, also for a call that has failed already.
+  auto* const watcher = new QDBusPendingCallWatcher(pending, waiting.receiver);
+  connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, told = waiting.told] {
+    watcher->deleteLater();
+    told(watcher->reply());
+  });
 }
 
 }  // namespace zentorin
+
+#include "message_bus.moc"

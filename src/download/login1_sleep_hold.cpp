@@ -2,8 +2,7 @@
 #include "download/login1_sleep_hold.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusReply>
 #include <QDBusUnixFileDescriptor>
 
 #include <fcntl.h>
@@ -36,15 +35,11 @@ void Login1SleepHold::Ask(const QString& what) {
                                      login1::ManagerInterface(), QStringLiteral("Inhibit"));
   call << what << QStringLiteral("Zentorin") << QStringLiteral("一括ダウンロードの実行中")
        << QStringLiteral("block");
-  auto* const watcher = new QDBusPendingCallWatcher(bus_.Start(call), &calls_);
-  QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &calls_, [this, watcher, what] {
-    watcher->deleteLater();
-    Take(*watcher, what);
-  });
+  bus_.Ask(call, &calls_, [this, what](const QDBusMessage& reply) { Take(reply, what); });
 }
 
-void Login1SleepHold::Take(const QDBusPendingCallWatcher& call, const QString& what) {
-  const QDBusPendingReply<QDBusUnixFileDescriptor> reply = call;
+void Login1SleepHold::Take(const QDBusMessage& answer, const QString& what) {
+  const QDBusReply<QDBusUnixFileDescriptor> reply = answer;
   if (reply.isValid()) {
     // The reply keeps its own descriptor open as long as any copy of it lives.
     descriptor_ = fcntl(reply.value().fileDescriptor(), F_DUPFD_CLOEXEC, 0);

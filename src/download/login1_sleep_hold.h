@@ -6,7 +6,7 @@
 
 #include "download/power_control.h"
 
-class QDBusPendingCallWatcher;
+class QDBusMessage;
 
 namespace zentorin {
 
@@ -23,11 +23,11 @@ class Login1SleepHold : public SleepHold {
 
  private:
   void Ask(const QString& what);
-  void Take(const QDBusPendingCallWatcher& call, const QString& what);
+  void Take(const QDBusMessage& answer, const QString& what);
 
   MessageBus& bus_;
   int descriptor_ = -1;
-  QObject calls_;  // owns the call under way; its answer is dropped with it
+  QObject calls_;  // what is asked for goes with it, and its answer
 };
 
 }  // namespace zentorin

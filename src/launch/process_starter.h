@@ -4,6 +4,7 @@
 #include <QObject>
 #include <chrono>
 
+#include "base/message_bus.h"
 #include "launch/program_starter.h"
 #include "launch/xdg_folders.h"
 
@@ -28,7 +29,8 @@ class ProcessStarter : public ProgramStarter {
  private:
   XdgFolders folders_;
   Times times_;
-  QObject owned_;  // what is still watched or waited for; goes with the starter
+  MessageBus bus_;  // the session's, as the environment names it when the starter is made
+  QObject owned_;   // what is still watched or waited for; goes with the starter
 };
 
 }  // namespace zentorin

@@ -39,9 +39,14 @@ class ProgramPowerTest : public testing::Test {
 };
 
 TEST_F(ProgramPowerTest, ABatchWithoutADisplayEndsWithItsPowerActionAndItsExitStatus) {
+  const QString hold = "Inhibit(sleep:idle,Zentorin,一括ダウンロードの実行中,block)";
+  server.RouteTo("/a.mp3", [&](const ReceivedRequest&) {
+    services.WaitForCall(hold);
+    return Answer::Text("a song", "audio/mpeg");
+  });
   EXPECT_EQ(Run("shutdown"), 0) << program.Errors().toStdString();
   const QStringList& calls = services.calls;
-  EXPECT_EQ(calls.value(0), "Inhibit(sleep:idle,Zentorin,一括ダウンロードの実行中,block)");
+  EXPECT_EQ(calls.value(0), hold);
   // These two travel by different ways.
   const QStringList ended = calls.mid(1, 2);
   EXPECT_TRUE(ended.contains("released"));

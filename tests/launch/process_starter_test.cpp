@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "launch/process_starter.h"
 
-#include <QDBusConnection>
 #include <QEventLoop>
 #include <QFile>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTimer>
 #include <csignal>
 #include <optional>
@@ -16,6 +14,7 @@
 #include "launch/desktop_opener.h"
 #include "tests/launch/xdg_tree.h"
 #include "tests/support/fakes.h"
+#include "tests/support/private_bus.h"
 #include "tests/support/recording_starter.h"
 
 namespace zentorin::test {
@@ -103,8 +102,6 @@ TEST_F(ProcessStarterTest, ThingsOpenInStubProgramsThatAreRegisteredByDesktopEnt
   RecordingMessageBoxes messages;
   RecordingTextWindows windows;
   DesktopOpener opener(drives, *starter_, messages, windows, tree_.Folders());
-  qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-  qunsetenv("XDG_RUNTIME_DIR");
 
   const QString page = QStringLiteral("http://a.test/$(touch x)?a=1&b='c'");
   const QString song = tree_.Path(QStringLiteral("a `b` \"c\".mp3"));
@@ -123,50 +120,24 @@ TEST_F(ProcessStarterTest, ThingsOpenInStubProgramsThatAreRegisteredByDesktopEnt
   EXPECT_EQ(messages.Texts(), QStringList());
 }
 
-// Stands for the desktop's file manager on a bus of the test's own.
-class StubFileManager : public QObject {
-  Q_OBJECT
-  Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
-
- public Q_SLOTS:
-  // NOLINTNEXTLINE(readability-identifier-naming): the bus's name
-  void ShowFolders(const QStringList& uris, const QString& /*startupId*/) { shown += uris; }
-
- public:
-  QStringList shown;
-};
-
 TEST_F(ProcessStarterTest, TheFileManagerIsAskedOverTheSessionBus) {
-  const QString daemon = QStandardPaths::findExecutable(QStringLiteral("dbus-daemon"));
-  if (daemon.isEmpty()) GTEST_SKIP() << "needs dbus-daemon";
-  QProcess bus;
-  bus.start(daemon, {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                     QStringLiteral("--print-address")});
-  ASSERT_TRUE(bus.waitForReadyRead());
-  const QByteArray address = bus.readLine().trimmed();
-  qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+  PrivateBus bus;
+  qputenv("DBUS_SESSION_BUS_ADDRESS", bus.Address().toUtf8());
+  starter_ = std::make_unique<ProcessStarter>(tree_.Folders(), kTimes);
   const auto ask = [&] {
     std::optional<bool> shown;
     starter_->ShowFolder(QStringLiteral("/my folder"), [&](bool answer) { shown = answer; });
     RunUntil([&] { return shown.has_value(); });
     return shown;
   };
-  EXPECT_EQ(ask(), false);
-
-  StubFileManager manager;
-  auto side = QDBusConnection::connectToBus(QString::fromUtf8(address), QStringLiteral("manager"));
-  side.registerObject(QStringLiteral("/org/freedesktop/FileManager1"), &manager,
-                      QDBusConnection::ExportAllSlots);
-  ASSERT_TRUE(side.registerService(QStringLiteral("org.freedesktop.FileManager1")));
   EXPECT_EQ(ask(), true);
-  EXPECT_EQ(manager.shown, QStringList(QStringLiteral("file:///my%20folder")));
-
-  QDBusConnection::disconnectFromBus(QStringLiteral("manager"));
-  bus.kill();
-  bus.waitForFinished();
+  EXPECT_EQ(bus.calls, QStringList(QStringLiteral("ShowFolders(file:///my%20folder,)")));
+  bus.Withdraw();
+  EXPECT_EQ(ask(), false);
+  qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+  starter_ = std::make_unique<ProcessStarter>(tree_.Folders(), kTimes);
+  EXPECT_EQ(ask(), false);
 }
 
 }  // namespace
 }  // namespace zentorin::test
-
-#include "process_starter_test.moc"

@@ -8,6 +8,7 @@
 #include <QDBusVariant>
 #include <array>
 
+#include <QCoro/QCoroSignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -17,7 +18,8 @@ namespace {
 
 const QString kConnection = QStringLiteral("played services");
 const QStringList kServices = {QStringLiteral("org.freedesktop.login1"),
-                               QStringLiteral("org.freedesktop.Notifications")};
+                               QStringLiteral("org.freedesktop.Notifications"),
+                               QStringLiteral("org.freedesktop.FileManager1")};
 
 // A bus with its socket in the test's folder and no service that it could start.
 constexpr const char* kConfiguration = R"(<!DOCTYPE busconfig PUBLIC
@@ -65,11 +67,23 @@ void PrivateBus::Withdraw() {
   for (const QString& service : kServices) QDBusConnection(kConnection).unregisterService(service);
 }
 
+void PrivateBus::WaitForCall(const QString& call) {
+  while (!calls.contains(call)) {
+    const auto more = QCoro::waitFor(qCoro(this, &PrivateBus::Called, std::chrono::seconds(30)));
+    ASSERT_TRUE(more) << call.toStdString() << " is not in " << calls.join(u' ').toStdString();
+  }
+}
+
+void PrivateBus::Note(const QString& call) {
+  calls.append(call);
+  Q_EMIT Called();
+}
+
 bool PrivateBus::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
   const QString method = message.member();
   QStringList arguments;
   for (const QVariant& argument : message.arguments()) arguments.append(argument.toString());
-  calls.append(QStringLiteral("%1(%2)").arg(method, arguments.join(u',')));
+  Note(QStringLiteral("%1(%2)").arg(method, arguments.join(u',')));
   if (silent.contains(method)) return true;
   QStringList& failures = errors[method];
   if (failures.isEmpty()) {
@@ -105,7 +119,7 @@ QVariant PrivateBus::InhibitorLock() {
   EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
   lock_ = std::make_unique<QSocketNotifier>(ends[0], QSocketNotifier::Read);
   QObject::connect(lock_.get(), &QSocketNotifier::activated, this, [this, end = ends[0]] {
-    calls.append(QStringLiteral("released"));
+    Note(QStringLiteral("released"));
     lock_->setEnabled(false);
     close(end);
   });

@@ -14,8 +14,11 @@
 namespace zentorin::test {
 
 // A message bus of the test's own, in a process that ends with the object. On it the test plays
-// login1 and the desktop's notifications: every call is kept, as "Suspend(false)", and answered.
+// login1, the desktop's notifications and its file manager: every call is kept, as
+// "Suspend(false)", and answered.
 class PrivateBus : public QDBusVirtualObject {
+  Q_OBJECT
+
  public:
   PrivateBus();
   ~PrivateBus() override;
@@ -23,6 +26,8 @@ class PrivateBus : public QDBusVirtualObject {
   const QString& Address() const { return address_; }
   // Takes the services from the bus.
   void Withdraw();
+  // Runs the event loop until that call has been made.
+  void WaitForCall(const QString& call);
 
   QString introspect(const QString& /*path*/) const override { return {}; }
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
@@ -32,7 +37,11 @@ class PrivateBus : public QDBusVirtualObject {
   QHash<QString, QStringList> errors;  // names by method, taken from the front
   QSet<QString> silent;                // methods that are never answered
 
+ Q_SIGNALS:
+  void Called();
+
  private:
+  void Note(const QString& call);
   QVariant AnswerTo(const QDBusMessage& message);
   QVariant InhibitorLock();
 

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "base/message_bus.h"
+
+#include <QDBusMessage>
+#include <QLocalServer>
+#include <QLocalSocket>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/private_bus.h"
+
+namespace zentorin::test {
+namespace {
+
+using std::chrono::milliseconds;
+
+const QString kAbsent = QStringLiteral("org.freedesktop.DBus.Error.Disconnected");
+
+QDBusMessage Question() {
+  const QString service = QStringLiteral("org.freedesktop.login1");
+  return QDBusMessage::createMethodCall(service, QStringLiteral("/"), service,
+                                        QStringLiteral("CanSuspend"));
+}
+
+// Takes connections at a socket and says `words` to each first line, or nothing at all.
+class OddBus : public QLocalServer {
+ public:
+  explicit OddBus(QByteArray words) : words_(std::move(words)) {
+    EXPECT_TRUE(listen(dir_.Path(QStringLiteral("bus"))));
+    connect(this, &QLocalServer::newConnection, this, [this] {
+      QLocalSocket* const socket = nextPendingConnection();
+      connect(socket, &QLocalSocket::readyRead, socket, [this, socket] {
+        if (!socket->readAll().contains("BEGIN")) socket->write(words_);
+      });
+    });
+  }
+  QString Address() const { return QStringLiteral("unix:path=") + fullServerName(); }
+
+ private:
+  TempDir dir_;
+  QByteArray words_;
+};
+
+TEST(MessageBus, ABusThatDoesNotGreetCountsAsMissingAndHoldsNothingUp) {
+  PrivateBus services;
+  MessageBus good(services.Address());
+  for (const QByteArray& words : {QByteArray(), QByteArray("REJECTED EXTERNAL\r\n"),
+                                  QByteArray("OK 0123\r\n"), QByteArray(10'000, 'x')}) {
+    const OddBus odd(words);
+    MessageBus bad(odd.Address(), milliseconds(200));
+    auto late = bad.Call(Question());
+    const QDBusMessage meanwhile = QCoro::waitFor(good.Call(Question()));
+    EXPECT_EQ(meanwhile.arguments(), QVariantList({QStringLiteral("yes")}));
+    EXPECT_EQ(QCoro::waitFor(late).errorName(), kAbsent) << words.left(20).toStdString();
+  }
+}
+
+TEST(MessageBus, AnAddressMayNameSeveralPlaces) {
+  const PrivateBus services;
+  const QString dead = QStringLiteral("tcp:host=a.test,port=1;unix:path=/nonexistent/bus");
+  MessageBus second(dead + u';' + services.Address());
+  EXPECT_EQ(QCoro::waitFor(second.Call(Question())).type(), QDBusMessage::ReplyMessage);
+  for (const QString& address : {QString(), dead, QStringLiteral("unix:path=")}) {
+    MessageBus none(address);
+    EXPECT_EQ(QCoro::waitFor(none.Call(Question())).errorName(), kAbsent);
+  }
+}
+
+TEST(MessageBus, WhatWasSentArrivesThoughTheBusObjectEndsAtOnce) {
+  PrivateBus services;
+  auto receiver = std::make_unique<QObject>();
+  bool told = false;
+  {
+    MessageBus bus(services.Address());
+    bus.Send(Question());
+    bus.Ask(Question(), receiver.get(), [&](const QDBusMessage&) { told = true; });
+  }
+  services.WaitForCall(QStringLiteral("CanSuspend()"));
+  MessageBus bus(services.Address());
+  bus.Ask(Question(), receiver.get(), [&](const QDBusMessage&) { told = true; });
+  receiver.reset();
+  EXPECT_EQ(QCoro::waitFor(bus.Call(Question())).type(), QDBusMessage::ReplyMessage);
+  EXPECT_FALSE(told) << "nobody is there to be told";
+  EXPECT_EQ(services.calls.size(), 2);
+}
+
+TEST(MessageBus, AGreetingOnTheSpotIsBounded) {
+  const PrivateBus services;
+  const OddBus silent({});
+  EXPECT_EQ(BusGreeting(services.Address()).WaitFor(std::chrono::seconds(30)),
+            BusGreeting::State::Answered);
+  EXPECT_EQ(BusGreeting(silent.Address()).WaitFor(milliseconds(50)), BusGreeting::State::Absent);
+}
+
+}  // namespace
+}  // namespace zentorin::test
