@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include <QApplication>
+#include <chrono>
 #include <cstdio>
 
 #include <unistd.h>
 
 #include "app/exit_status.h"
+#include "app/stop_signals.h"
 #include "app/terminal.h"
 #include "app/usage.h"
+#include "base/bus_greeting.h"
+#include "base/display_server.h"
+#include "base/message_bus.h"
 #include "base/program_folder.h"
 #include "compositions.h"
 
@@ -18,12 +23,24 @@ QStringList ArgumentsOf(int argc, char** argv) {
   return arguments;
 }
 
-// Without a display the program works with no window at all: no part of Qt that draws is started. A
-// platform that is named on purpose counts as a display.
-bool HasDisplay() {
-  return !qEnvironmentVariableIsEmpty("DISPLAY") ||
-         !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+// Tells which displays cannot be reached. Without any the program works with no window at all: no
+// part of Qt that draws is started.
+bool FindDisplay() {
+  for (const QString& display : zentorin::DropDeadDisplays()) {
+    zentorin::Terminal(STDERR_FILENO)
+        .Line(QStringLiteral("ディスプレイ「%1」に接続できません。").arg(display));
+  }
+  return zentorin::HasDisplay();
+}
+
+// With a window Qt turns to the session's bus by itself, and would wait without end for one that
+// says nothing. Such a bus counts as none, for the programs that are started too.
+void DropSilentBus() {
+  constexpr std::chrono::milliseconds kAnswerTime(1000);
+  zentorin::BusGreeting greeting(zentorin::MessageBus::SessionAddress());
+  if (greeting.Current() != zentorin::BusGreeting::State::Waiting) return;
+  if (greeting.WaitFor(kAnswerTime) == zentorin::BusGreeting::State::Answered) return;
+  qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
 }
 
 // The folder, or nothing after a message when it cannot be had.
@@ -45,7 +62,9 @@ int main(int argc, char** argv) {
     std::fputs(answer->toUtf8().constData(), stdout);
     return zentorin::kExitDone;
   }
-  if (HasDisplay()) {
+  zentorin::StopSignals::Catch();
+  if (FindDisplay()) {
+    DropSilentBus();
     // The program reads its arguments itself: Qt's own options are not among them.
     int onlyName = 1;
     const QApplication application(onlyName, argv);

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <utility>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -16,6 +17,7 @@ namespace {
 
 // A signal handler can reach nothing but such variables.
 std::atomic<int> writeEnd = -1;
+int readEnd = -1;
 std::atomic<bool> stopSeen = false;
 
 extern "C" void OnStop(int /*signal*/) {
@@ -40,32 +42,37 @@ bool IsIgnored(int signal) {
 
 }  // namespace
 
-StopSignals::StopSignals(QObject* parent) : QObject(parent) {
+void StopSignals::Catch() {
   std::array<int, 2> ends = {-1, -1};
-  if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
-  readEnd_ = ends[0];
+  if (readEnd >= 0 || ::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+  readEnd = ends[0];
   writeEnd = ends[1];
-  notifier_ = std::make_unique<QSocketNotifier>(readEnd_, QSocketNotifier::Read);
-  connect(notifier_.get(), &QSocketNotifier::activated, this, &StopSignals::Read);
   Handle(SIGPIPE, SIG_IGN);
   Handle(SIGINT, OnStop);
   Handle(SIGTERM, OnStop);
   if (!IsIgnored(SIGHUP)) Handle(SIGHUP, OnStop);
 }
 
+StopSignals::StopSignals(QObject* parent) : QObject(parent) {
+  Catch();
+  if (readEnd < 0) return;
+  notifier_ = std::make_unique<QSocketNotifier>(readEnd, QSocketNotifier::Read);
+  connect(notifier_.get(), &QSocketNotifier::activated, this, &StopSignals::Read);
+}
+
 StopSignals::~StopSignals() {
-  if (readEnd_ < 0) return;
+  if (readEnd < 0) return;
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     if (!IsIgnored(signal)) Handle(signal, SIG_DFL);
   }
   notifier_.reset();
   ::close(writeEnd.exchange(-1));
-  ::close(readEnd_);
+  ::close(std::exchange(readEnd, -1));
 }
 
 void StopSignals::Read() {
   std::array<char, 16> bytes = {};
-  if (::read(readEnd_, bytes.data(), bytes.size()) > 0) Q_EMIT StopRequested();
+  if (::read(readEnd, bytes.data(), bytes.size()) > 0) Q_EMIT StopRequested();
 }
 
 }  // namespace zentorin

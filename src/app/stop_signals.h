@@ -15,6 +15,10 @@ class StopSignals : public QObject {
   Q_OBJECT
 
  public:
+  // Catches them from now on, before there is an application; the first object reports what came
+  // until then. Without this call the object does it.
+  static void Catch();
+
   explicit StopSignals(QObject* parent = nullptr);
   ~StopSignals() override;
 
@@ -24,7 +28,6 @@ class StopSignals : public QObject {
  private:
   void Read();
 
-  int readEnd_ = -1;
   std::unique_ptr<QSocketNotifier> notifier_;
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <QDir>
+#include <QLocalServer>
 #include <utility>
 #include <vector>
 
@@ -126,6 +127,27 @@ TEST_F(ProgramTest, AnswersHelpAndVersionBeforeAnythingElse) {
   EXPECT_EQ(version.Run({"--version"}), 0);
   EXPECT_EQ(version.Output(), "Zentorin 0.1.0\n");
   EXPECT_TRUE(QDir(home.Path()).isEmpty());
+}
+
+TEST_F(ProgramTest, SilentBusesAndADeadDisplayHoldNothingUp) {
+  QLocalServer silent;
+  ASSERT_TRUE(silent.listen(home.Path("silent")));
+  const QString bus = QStringLiteral("unix:path=") + silent.fullServerName();
+  const QString unreachable = QStringLiteral("ディスプレイ「:54321」に接続できません。\n");
+  home.Write(kList, ListFile({Mp3Job("one", "one")}));
+  ProgramRun windowed(home, server.ConnectTo());
+  for (ProgramRun* const each : {&program, &windowed}) {
+    each->SetVariable("DBUS_SYSTEM_BUS_ADDRESS", bus);
+    each->SetVariable("DBUS_SESSION_BUS_ADDRESS", bus);
+    each->SetVariable("DISPLAY", QStringLiteral(":54321"));
+  }
+  EXPECT_EQ(Run({QStringLiteral("-a"), QStringLiteral("-q"), QStringLiteral("-f"), kList}), 0);
+  EXPECT_TRUE(program.Errors().startsWith(unreachable)) << program.Errors().toStdString();
+  EXPECT_EQ(home.Read("one/a.mp3"), "first song");
+  EXPECT_EQ(windowed.Run({}), 1) << "a window was asked for";
+  EXPECT_TRUE(
+      windowed.Errors().startsWith(unreachable + QStringLiteral("ウィンドウを表示できません。")))
+      << windowed.Errors().toStdString();
 }
 
 }  // namespace

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include "base/display_server.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLibraryInfo>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+#include "base/unix_socket.h"
+
+namespace zentorin {
+namespace {
+
+constexpr const char* kX11 = "DISPLAY";
+constexpr const char* kWayland = "WAYLAND_DISPLAY";
+
+// Connecting waits for the server's answer without end, so a process of its own does it.
+bool X11Answers(std::chrono::milliseconds bound) {
+  std::array<int, 2> ends = {-1, -1};
+  if (pipe(ends.data()) != 0) return false;
+  const pid_t child = fork();
+  if (child == 0) {
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const char byte = 1;
+    const bool told = xcb_connection_has_error(connection) == 0 && write(ends[1], &byte, 1) == 1;
+    _exit(told ? 0 : 1);
+  }
+  close(ends[1]);
+  pollfd watched = {.fd = ends[0], .events = POLLIN, .revents = 0};
+  int ready = -1;
+  do ready = poll(&watched, 1, static_cast<int>(bound.count()));
+  while (ready < 0 && errno == EINTR);
+  char byte = 0;
+  const bool answers = ready > 0 && read(ends[0], &byte, 1) == 1;
+  close(ends[0]);
+  if (child > 0) {
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+  }
+  return answers;
+}
+
+bool WaylandAnswers() {
+  const QString name = qEnvironmentVariable(kWayland);
+  const bool whole = name.startsWith(u'/');
+  const QString path = whole ? name : qEnvironmentVariable("XDG_RUNTIME_DIR") + u'/' + name;
+  const int descriptor = ConnectUnixSocket(QFile::encodeName(path));
+  if (descriptor >= 0) close(descriptor);
+  return descriptor >= 0;
+}
+
+// Qt's base packages come without it.
+bool HasWaylandPlugin() {
+  const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
+  return !plugins.entryList({QStringLiteral("libqwayland*")}).isEmpty();
+}
+
+}  // namespace
+
+QStringList DropDeadDisplays(std::chrono::milliseconds bound) {
+  QStringList dead;
+  const auto drop = [&dead](const char* variable) {
+    dead.append(qEnvironmentVariable(variable));
+    qunsetenv(variable);
+  };
+  if (!qEnvironmentVariableIsEmpty(kX11) && !X11Answers(bound)) drop(kX11);
+  if (!qEnvironmentVariableIsEmpty(kWayland) && !WaylandAnswers()) drop(kWayland);
+  return dead;
+}
+
+bool HasDisplay() {
+  const bool x11 = !qEnvironmentVariableIsEmpty(kX11);
+  const bool wayland = !qEnvironmentVariableIsEmpty(kWayland) && HasWaylandPlugin();
+  const QString platforms = qEnvironmentVariable("QT_QPA_PLATFORM");
+  if (platforms.isEmpty()) return x11 || wayland;
+  const QStringList named = platforms.split(u';', Qt::SkipEmptyParts);
+  return std::ranges::any_of(named, [&](const QString& platform) {
+    if (platform.startsWith(QStringLiteral("xcb"))) return x11;
+    return wayland || !platform.startsWith(QStringLiteral("wayland"));
+  });
+}
+
+}  // namespace zentorin
