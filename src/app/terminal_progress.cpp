@@ -33,7 +33,9 @@ void TerminalProgress::Close(ExitStatus status) {
   disconnect(&throttle_, nullptr, this, nullptr);
   terminal_.EndRefresh();
   for (const QString& line : tally_.Summary(status)) terminal_.Line(line);
-  if (workspace_.log.Exists()) terminal_.Line(QStringLiteral("ログ: ") + workspace_.log.Path());
+  if (workspace_.log.WasWritten()) {
+    terminal_.Line(QStringLiteral("ログ: ") + workspace_.log.Path());
+  }
 }
 
 void TerminalProgress::ShowCountdown(const QString& text) {

@@ -111,12 +111,17 @@ FileOutcome LogFile::Append(const QString& text, bool startNew) {
   const QString time = FormatDate(clock_.LocalNow(), QStringLiteral("yyyy/mm/dd hh:nn:ss"));
   const QByteArray entry =
       LogBytes(QStringLiteral("-- %1 ----\r\n").arg(time) + text + QStringLiteral("\r\n\r\n\r\n"));
-  if (startNew) return WriteWholeFile(path_, entry);
+  if (startNew) {
+    const FileOutcome outcome = WriteWholeFile(path_, entry);
+    written_ = outcome.Ok();
+    return outcome;
+  }
   // What is there must be a regular file, or a link to one that the user made.
   const QFileInfo there(path_);
   if (there.exists() && !there.isFile()) return WriteFailure(path_, RunTimeError::PathAccess);
   const Descriptor file(path_, O_WRONLY | O_CREAT | O_APPEND);
   if (file.Number() < 0 || !AppendWhole(file, entry)) return WriteFailure(path_);
+  written_ = true;
   return {};
 }
 

@@ -18,6 +18,8 @@ class LogFile {
 
   const QString& Path() const { return path_; }
   bool Exists() const;
+  // Whether it holds an entry of this run.
+  bool WasWritten() const { return written_; }
 
   // Adds an entry; with `startNew` the file is begun anew.
   FileOutcome Append(const QString& text, bool startNew = false);
@@ -29,6 +31,7 @@ class LogFile {
  private:
   QString path_;
   const Clock& clock_;
+  bool written_ = false;
 };
 
 }  // namespace zentorin

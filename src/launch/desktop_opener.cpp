@@ -155,7 +155,8 @@ void DesktopOpener::OpenWith(const QString& applicationName, const QString& targ
   const LaunchTarget opened = ToTarget(target);
   const QString name = applicationName.toLower();
   Launch launch;
-  launch.target = opened.text.isEmpty() ? applicationName : opened.text;
+  launch.application = applicationName;
+  launch.target = opened.text;
   launch.refusal = applicationName + QStringLiteral(" を起動できませんでした！");
   launch.failure = applicationName + QStringLiteral(" がエラーで終了しました！");
   if (name == QStringLiteral("ie")) {
@@ -199,7 +200,8 @@ void DesktopOpener::Begin(const std::optional<ProgramRequest>& request, const La
 // system. That the program runs, or ended well because it handed over to one that runs, stands for
 // it.
 void DesktopOpener::Report(const Launch& launch, ProgramStart outcome) {
-  const QString andTarget = QStringLiteral("\r\n") + launch.target;
+  const bool alone = launch.target.isEmpty();
+  const QString andTarget = alone ? QString() : QStringLiteral("\r\n") + launch.target;
   switch (outcome) {
     case ProgramStart::Running:
     case ProgramStart::EndedWell:
@@ -213,7 +215,7 @@ void DesktopOpener::Report(const Launch& launch, ProgramStart outcome) {
       Tell(launch.refusal + andTarget);
       return;
     case ProgramStart::TimedOut:
-      Tell(QStringLiteral("タイムアウト- ") + launch.target);
+      Tell(QStringLiteral("タイムアウト- ") + (alone ? launch.application : launch.target));
   }
 }
 

@@ -38,10 +38,11 @@ class DesktopOpener : public Opener {
  private:
   // A start that the user waits for, with what there is to say about it.
   struct Launch {
-    QString target;
-    QString refusal;  // the first line when no program comes up
-    QString failure;  // the first line when the program ends at once with an error
-    QString success;  // for the status line; may be empty
+    QString application;  // by its name, where one was asked for
+    QString target;       // may be empty: then the program was to come up alone
+    QString refusal;      // the first line when no program comes up
+    QString failure;      // the first line when the program ends at once with an error
+    QString success;      // for the status line; may be empty
   };
 
   void Play(const LaunchTarget& target);

@@ -24,7 +24,7 @@ TEST(LogFile, KeepsEveryEntryOfARunAndOnlyThat) {
   ASSERT_TRUE(log.Append(QStringLiteral("Start - 一括"), true).Ok());
   ASSERT_TRUE(log.Append(QStringLiteral("a\r\nb\u202E\u0007😀€")).Ok());
   ASSERT_TRUE(log.Append({}).Ok());
-  ASSERT_TRUE(log.Sync().Ok());
+  ASSERT_TRUE(log.Sync().Ok() && log.WasWritten());
   EXPECT_EQ(dir.Read(name), header + "Start - \x88\xEA\x8A\x87\r\n\r\n\r\n" + header +
                                 "a\r\nb\\u{202e}\\u{7}\\u{1f600}\\u{20ac}\r\n\r\n\r\n" + header +
                                 "\r\n\r\n\r\n");
@@ -45,6 +45,7 @@ TEST(LogFile, ReportsWhatItCannotWrite) {
       EXPECT_FALSE(outcome.Ok()) << log->Path().toStdString();
       EXPECT_TRUE(outcome.message.contains(log->Path())) << outcome.message.toStdString();
     }
+    EXPECT_FALSE(log->WasWritten());
   }
   EXPECT_FALSE(inNoFolder.Exists());
   EXPECT_TRUE(inNoFolder.Sync().Ok()) << "nothing is there to make durable";

@@ -166,6 +166,8 @@ TEST_F(DesktopOpenerTest, FailuresAreToldWithTheTargetAtFault) {
     Play(target);
     EXPECT_EQ(Boxes(), box);
   }
+  opener_->OpenWith(QStringLiteral("電卓"), {});
+  EXPECT_EQ(Boxes(), "電卓 を起動できませんでした！");
 }
 
 TEST_F(DesktopOpenerTest, AnswersAfterTheOpenersEndAreDropped) {
