@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <QApplication>
 
+#include <unistd.h>
+
 #include "app/auto_run.h"
 #include "app/list_commands.h"
+#include "app/terminal.h"
 #include "base/drives.h"
 #include "composed_workspace.h"
 #include "compositions.h"
@@ -39,6 +42,10 @@ int RunWindow(const QStringList& arguments, const QString& programFolder) {
   messages.Attach(&window, &autoRun);
   dialogs.Attach(&window);
   WindowProgram program(workspace, autoRun, window);
+  // The window may be gone with the session when somebody asks what became of a power action.
+  Terminal terminal(STDERR_FILENO);
+  QObject::connect(&workspace.driver, &RunDriver::PowerAnswered, &program,
+                   [&terminal](const QString& text) { terminal.Line(text); });
   QObject::connect(&composed.signals, &StopSignals::StopRequested, &program, &WindowProgram::Stop);
   QObject::connect(&program, &WindowProgram::Ended, QCoreApplication::instance(),
                    &QCoreApplication::exit, Qt::QueuedConnection);

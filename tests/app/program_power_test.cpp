@@ -68,6 +68,15 @@ TEST_F(ProgramPowerTest, ARefusalIsToldOnceAndChangesNoExitStatus) {
       << program.Errors().toStdString();
 }
 
+TEST_F(ProgramPowerTest, ARunInAWindowTellsItsPowerActionOnStandardErrorToo) {
+  program.SetVariable("QT_QPA_PLATFORM", QStringLiteral("offscreen"));
+  services.answers[QStringLiteral("CanReboot")] = QStringLiteral("challenge");
+  EXPECT_EQ(Run("r"), 0);
+  EXPECT_TRUE(Says(QStringLiteral("「再起動」を実行できません。管理者の認証が必要です。")))
+      << program.Errors().toStdString();
+  EXPECT_EQ(services.calls.last(), QStringLiteral("CanReboot()"));
+}
+
 TEST_F(ProgramPowerTest, ADryRunTouchesNoService) {
   program.SetVariable("ZENTORIN_POWER", "dry-run");
   EXPECT_EQ(Run("l"), 0);
