@@ -1,41 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "base/wait.h"
 
-#include <QTimer>
-
 #include <QCoro/QCoroSignal>
 #include <QCoro/QCoroTimer>
 
 #include "base/run_state.h"
 
 namespace zentorin {
-namespace {
 
-// Ends with the first of two events: the time is over, or a cancel is requested.
-class Sleep : public QObject {
-  Q_OBJECT
+FirstEvent::FirstEvent(std::chrono::milliseconds time) {
+  timer_.setSingleShot(true);
+  connect(&timer_, &QTimer::timeout, this, &FirstEvent::Came);
+  timer_.start(time);
+}
 
- public:
-  Sleep(RunState& state, std::chrono::milliseconds time) {
-    timer_.setSingleShot(true);
-    connect(&timer_, &QTimer::timeout, this, &Sleep::Over);
-    connect(&state, &RunState::Cancelled, this, &Sleep::Over);
-    timer_.start(time);
-  }
-
- Q_SIGNALS:
-  void Over();
-
- private:
-  QTimer timer_;
-};
-
-}  // namespace
+QCoro::Task<void> FirstEvent::Wait() {
+  co_await qCoro(this, &FirstEvent::Came);
+}
 
 QCoro::Task<bool> SleepUnlessCancelled(RunState& state, std::chrono::milliseconds time) {
   if (!state.CancelRequested()) {
-    Sleep sleep(state, time);
-    co_await qCoro(&sleep, &Sleep::Over);
+    FirstEvent end(time);
+    end.Add(state, &RunState::Cancelled);
+    co_await end.Wait();
   }
   co_return !state.CancelRequested();
 }
@@ -45,5 +32,3 @@ QCoro::Task<void> YieldToEventLoop() {
 }
 
 }  // namespace zentorin
-
-#include "wait.moc"

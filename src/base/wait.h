@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QObject>
+#include <QTimer>
 #include <chrono>
 
 #include <QCoro/QCoroTask>
@@ -8,6 +10,29 @@
 namespace zentorin {
 
 class RunState;
+
+// Ends a wait with the first of several events: its time is over, or a signal that was added. What
+// comes after the first one goes away with the object; a wait on the signal itself, with a time of
+// its own, would be resumed a second time by it.
+class FirstEvent : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit FirstEvent(std::chrono::milliseconds time);
+
+  // `sender` outlives the object.
+  template <typename Sender>
+  void Add(const Sender& sender, void (Sender::*signal)()) {
+    connect(&sender, signal, this, &FirstEvent::Came);
+  }
+  QCoro::Task<void> Wait();
+
+ Q_SIGNALS:
+  void Came();
+
+ private:
+  QTimer timer_;
+};
 
 // Sleeps on the event loop. Ends early, and answers false, when a cancel is requested before the
 // time is over (also when it was requested before the call). `state` must outlive the task.

@@ -1,38 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "download/stream/tool_process.h"
 
-#include <QTimer>
 #include <csignal>
 
-#include <QCoro/QCoroSignal>
 #include <sys/prctl.h>
 #include <unistd.h>
 
 #include "base/run_state.h"
+#include "base/wait.h"
 
 namespace zentorin {
-namespace {
-
-// Ends with the first of several events.
-class FirstOf : public QObject {
-  Q_OBJECT
-
- public:
-  FirstOf(ToolProcess& process, std::chrono::milliseconds time) {
-    timer_.setSingleShot(true);
-    connect(&timer_, &QTimer::timeout, this, &FirstOf::Over);
-    connect(&process, &ToolProcess::Ended, this, &FirstOf::Over);
-    timer_.start(time);
-  }
-
- Q_SIGNALS:
-  void Over();
-
- private:
-  QTimer timer_;
-};
-
-}  // namespace
 
 ToolProcess::ToolProcess(QObject* parent) : QObject(parent) {
   process_.setStandardInputFile(QProcess::nullDevice());
@@ -78,28 +55,32 @@ bool ToolProcess::WasKilled() const {
   return !Running() && session_ != 0 && !killed_ && process_.exitStatus() == QProcess::CrashExit;
 }
 
-// What the program has started may still run when it has ended itself.
+// What the program has started may still run when it has ended itself. One that has only just been
+// made has no session of its own yet.
 void ToolProcess::Kill() {
-  if (Running()) killed_ = true;
+  if (Running()) {
+    killed_ = true;
+    process_.kill();
+  }
   const auto session = static_cast<pid_t>(session_ != 0 ? session_ : process_.processId());
   if (session > 1) ::kill(-session, SIGKILL);
 }
 
 QCoro::Task<void> ToolProcess::Pause(RunState& state, std::chrono::milliseconds time) {
   if (state.CancelRequested()) co_return;
-  FirstOf event(*this, time);
-  connect(&state, &RunState::Cancelled, &event, &FirstOf::Over);
-  co_await qCoro(&event, &FirstOf::Over);
+  FirstEvent event(time);
+  event.Add(*this, &ToolProcess::Ended);
+  event.Add(state, &RunState::Cancelled);
+  co_await event.Wait();
 }
 
 QCoro::Task<bool> ToolProcess::WaitForEnd(std::chrono::milliseconds time) {
   if (Running()) {
-    FirstOf event(*this, time);
-    co_await qCoro(&event, &FirstOf::Over);
+    FirstEvent event(time);
+    event.Add(*this, &ToolProcess::Ended);
+    co_await event.Wait();
   }
   co_return !Running();
 }
 
 }  // namespace zentorin
-
-#include "tool_process.moc"
