@@ -33,18 +33,35 @@ QString Container(const QString& path) {
   return QStringLiteral("raw");
 }
 
+// VLC does not even ask for an address with one of these after the host, nor for one with a "%"
+// that encodes nothing. Blanks are encoded already.
+QString WithoutRefused(const QByteArray& wire) {
+  constexpr QByteArrayView kRefused("{}|^[]<>\"`\\");
+  constexpr QByteArrayView kHexDigits("0123456789ABCDEFabcdef");
+  qsizetype from = wire.indexOf("://") + 3;
+  while (from < wire.size() && !QByteArrayView("/?#").contains(wire[from])) ++from;
+  QByteArray address = wire.left(from);
+  for (qsizetype i = from; i < wire.size(); ++i) {
+    const QByteArray digits = wire.mid(i + 1, 2);
+    const bool encodes =
+        digits.size() == 2 && kHexDigits.contains(digits[0]) && kHexDigits.contains(digits[1]);
+    const bool refused = wire[i] == '%' ? !encodes : kRefused.contains(wire[i]);
+    address += refused ? '%' + wire.mid(i, 1).toHex().toUpper() : wire.mid(i, 1);
+  }
+  return QString::fromUtf8(address);
+}
+
 // Empty for an address that VLC would not take for a stream elsewhere: it also opens files, discs
 // and screens.
 QString StreamAddress(const QString& address) {
-  const QByteArray plain = WireAddress(address);
-  if (!plain.isEmpty()) return QString::fromLatin1(plain);
   constexpr QLatin1StringView kMms("mms://");
   constexpr QLatin1StringView kHttp("http://");
-  if (!address.startsWith(kMms, Qt::CaseInsensitive)) return {};
+  const bool isMms = address.startsWith(kMms, Qt::CaseInsensitive);
   // The rules of spelling are those of http.
-  const QByteArray wire = WireAddress(kHttp + address.sliced(kMms.size()));
+  const QByteArray wire = WireAddress(isMms ? kHttp + address.sliced(kMms.size()) : address);
   if (wire.isEmpty()) return {};
-  return kMms + QString::fromLatin1(wire).sliced(kHttp.size());
+  const QString spelled = WithoutRefused(wire);
+  return isMms ? kMms + spelled.sliced(kHttp.size()) : spelled;
 }
 
 }  // namespace
