@@ -42,7 +42,7 @@ bool VlcRemote::Connect(const QString& path) {
 }
 
 void VlcRemote::Ask() {
-  Send("get_time\nget_length\nis_playing\n" + kMark.toByteArray() + '\n');
+  Send("get_time\nget_length\n" + kMark.toByteArray() + '\n');
 }
 
 void VlcRemote::Quit() {
@@ -82,11 +82,10 @@ void VlcRemote::TakeLine(const QByteArray& line) {
     constexpr int kMoreThanAnyAnswer = 8;
     if (numbers_.size() < kMoreThanAnyAnswer) numbers_.append(number);
   } else if (line.contains(kMark)) {
-    constexpr int kQuestions = 3;
+    constexpr int kQuestions = 2;
     if (numbers_.size() == kQuestions) {
       standing_ = Standing{.position = std::max<qint64>(0, numbers_[0]),
-                           .length = std::max<qint64>(0, numbers_[1]),
-                           .playing = numbers_[2] != 0};
+                           .length = std::max<qint64>(0, numbers_[1])};
     }
     numbers_.clear();
   }

@@ -15,8 +15,6 @@ class VlcRemote {
   struct Standing {
     qint64 position = 0;  // seconds
     qint64 length = 0;    // seconds; 0 while it is not known
-    bool playing = false;
-    bool operator==(const Standing&) const = default;
   };
 
   VlcRemote() = default;

@@ -19,6 +19,9 @@ constexpr std::chrono::milliseconds kKillTime(500);
 // The longest name of a folder in which a socket's path still fits.
 constexpr qsizetype kMaxFolderBytes = 80;
 
+// From a stream of unknown size, as live ones are, the player works out lengths of centuries.
+constexpr qint64 kMaxLengthSeconds = 100LL * 3600;
+
 // "00:01:05"
 QString ClockText(qint64 seconds) {
   constexpr qint64 kPerMinute = 60;
@@ -86,8 +89,12 @@ bool VlcTool::Appeared() {
   return false;
 }
 
+// The player's state is no sign of progress: it says "playing" from the first byte of an answer on,
+// also of a page that is no stream, and its remote control does so before it has even connected.
+// What it makes of a stream shows in its position, its length or the size of the file.
 ToolReading VlcTool::Read() {
   if (const auto answer = remote_.Answer()) standing_ = *answer;
+  if (standing_.length >= kMaxLengthSeconds) standing_.length = 0;
   remote_.Ask();
   ToolReading reading;
   reading.lengthKnown = standing_.length > 0;
