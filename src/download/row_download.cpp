@@ -134,13 +134,19 @@ QCoro::Task<int> RowDownload::CaptureStream(QString address, RowOutcome& outcome
   }
   QString name = LocalName({}, stream);
   if (name.isEmpty()) co_return static_cast<int>(RunTimeError::BadFileName);
-  if (context_.options.wmaToMp3) name = WithMp3Suffix(name);
+  // A program that does not convert records the sound as it comes, under the stream's name. As
+  // ".mp3" it would be looked for in vain, and the recording that is there written over each time.
+  const bool converts = context_.options.wmaToMp3 && context_.capture.ConvertsSound(context_);
+  if (converts) name = WithMp3Suffix(name);
   const QString path = outcome.folder + QLatin1Char('/') + name;
   outcome.path = path;
   const int refused = MayWrite(path);
   if (refused != kMayWrite) co_return refused;
-  // The recording program would write through a link.
-  if (QFileInfo(path).isSymLink()) co_return static_cast<int>(RunTimeError::PathAccess);
+  // Nothing but a regular file is written over.
+  const QFileInfo old(path);
+  if (old.isSymLink() || (old.exists() && !old.isFile())) {
+    co_return static_cast<int>(RunTimeError::PathAccess);
+  }
   const int code = co_await context_.capture.Capture(context_, address, path);
   if (context_.state.CancelRequested()) DeleteLocalFile(path);
   co_return code;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QDirIterator>
+
 #include <gtest/gtest.h>
 
 #include "base/display_clock.h"
@@ -33,9 +35,9 @@ class DownloadTest : public testing::Test {
 
   void AddJob(const char* description, const char* root) {
     TargetUrlItem item;
-    item.Set(TargetUrlItem::Description, QString::fromUtf8(description));
-    item.Set(TargetUrlItem::Root, QString::fromUtf8(root));
-    item.Set(TargetUrlItem::SavePath, QStringLiteral("save"));
+    item.Set(TargetUrlItem::Description, description);
+    item.Set(TargetUrlItem::Root, root);
+    item.Set(TargetUrlItem::SavePath, "save");
     urlList.InsertBelow(urlList.Count() - 1, item);
   }
 
@@ -62,11 +64,32 @@ class DownloadTest : public testing::Test {
     return files.Row(0)[FileListRow::Mark];
   }
 
+  // Of all rows in order: "o|?|x".
+  QString Marks() const {
+    QStringList marks;
+    for (int row = 0; row < files.Count(); ++row) marks.append(files.Row(row)[FileListRow::Mark]);
+    return marks.join(u'|');
+  }
+
   // log.txt without the header line and the end of its last entry.
   QByteArray LogText() const {
-    QByteArray text = home.Read(QStringLiteral("log.txt"));
+    QByteArray text = home.Read("log.txt");
     text = text.mid(text.lastIndexOf("-- 2024/05/01 23:30:05 ----\r\n") + 29);
     return text.endsWith("\r\n\r\n\r\n") ? text.chopped(6) : "no end: " + text;
+  }
+
+  // The files below the save folder, by name: "a|folder/b".
+  QString Saved() const {
+    QStringList names;
+    QDirIterator it(home.Path("save"), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext()) names.append(it.next().mid(home.Path("save/").size()));
+    names.sort();
+    return names.join(u'|');
+  }
+
+  DownloadContext ContextWith(StreamCapture& streams) {
+    return {engine, http,   state,   board,        messages, streams, opener,
+            log,    drives, options, clockOptions, job,      files,   shownClock};
   }
 
   TempDir home;
@@ -79,7 +102,7 @@ class DownloadTest : public testing::Test {
   RecordingPowerControl power;
   SettableClock clock;
   Drives drives{home.Path()};
-  LogFile log{home.Path(QStringLiteral("log.txt")), clock};
+  LogFile log{home.Path("log.txt"), clock};
   DownloadOptions options;
   ClockOptions clockOptions;
   DisplayClock shownClock{clock, clockOptions};
@@ -88,8 +111,9 @@ class DownloadTest : public testing::Test {
   FileList files;
   CurlHttpEngine engine{state, server.ConnectTo()};
   MyXMLHttpRequest http{engine, state};
-  DownloadContext context{engine, http,   state,   board,        messages, capture, opener,
-                          log,    drives, options, clockOptions, job,      files,   shownClock};
+  DownloadContext context = ContextWith(capture);
+  CrawlContext crawl{http, state, board, messages, shownClock, clockOptions, urlList, job, files};
+  FileListGenerator generator{crawl};
   bool lastRunFailed = false;
 };
 

@@ -46,7 +46,10 @@ class FakeStreamCapture : public StreamCapture {
   void FindTool() override { ++lookUps; }
   QCoro::Task<int> Capture(const DownloadContext& context, QString url, QString path) override;
 
+  bool ConvertsSound(const DownloadContext& /*context*/) override { return converts; }
+
   int result = 0;
+  bool converts = true;
   std::function<void(const QString& path)> during;
   int lookUps = 0;
   QStringList captured;

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
 #include <chrono>
 
 #include <QCoro/QCoroTask>
 
 namespace zentorin {
 
+class RecordingFile;
 class RunState;
 class StatusBoard;
 class StreamTool;
@@ -21,39 +21,29 @@ struct WatchTimes {
   std::chrono::milliseconds file{3'000};  // for the file to show up after the end
 };
 
-// Watches one recording until it ends, stalls or is cancelled, ends the tool and settles the
-// result. All references outlive it.
+// Watches one recording until it ends, stalls or is cancelled, ends the tool, settles the result
+// and keeps what was recorded. All references outlive it.
 class CaptureWatch {
  public:
-  CaptureWatch(StreamTool& tool, RunState& state, StatusBoard& board, QString path,
+  CaptureWatch(StreamTool& tool, RecordingFile& file, RunState& state, StatusBoard& board,
                const WatchTimes& times);
 
-  // Runs a tool that was started. Result: a ResultCode.
+  // Runs a tool that was started. Result: a ResultCode, or the run-time error number of a recording
+  // that could not take its path.
   QCoro::Task<int> Run();
 
  private:
-  // A file as it stands; an old one that is to be written over is told from the new one by it.
-  struct FileStamp {
-    qint64 bytes = 0;
-    qint64 changed = 0;  // milliseconds
-    bool operator==(const FileStamp&) const = default;
-  };
-
   QCoro::Task<bool> WaitForTool();
   QCoro::Task<void> Watch();
   QCoro::Task<int> Settle(bool appeared);
   QCoro::Task<bool> WaitForFile();
-  FileStamp Stamp() const;
-  bool FileWritten() const;
   void NoteProgress(const ToolReading& reading);
-  void RemoveEmptyFile() const;
 
   StreamTool& tool_;
+  RecordingFile& file_;
   RunState& state_;
   StatusBoard& board_;
-  QString path_;
   WatchTimes times_;
-  FileStamp before_;
   bool ran_ = false;  // progress was recorded
   bool fileExists_ = false;
 };

@@ -3,18 +3,19 @@
 
 #include <QFileInfo>
 #include <QLoggingCategory>
-#include <algorithm>
+#include <utility>
 
 #include "base/file_names.h"
 #include "base/message_boxes.h"
 #include "base/run_state.h"
+#include "base/run_time_error.h"
 #include "base/status_board.h"
 #include "base/wait.h"
 #include "download/download_run.h"
 #include "download/local_target.h"
 #include "download/result_code.h"
+#include "download/stream/recording_file.h"
 #include "download/stream/stream_get_tool.h"
-#include "download/stream/tool_windows.h"
 #include "download/stream/vlc_tool.h"
 #include "launch/opener.h"
 #include "net/api_web.h"
@@ -50,10 +51,19 @@ void ExternalStreamCapture::FindTool() {
   found_ = lookup_.FindAny();
 }
 
+std::optional<FoundTool> ExternalStreamCapture::ToolFor(const DownloadContext& context) {
+  if (auto chosen = lookup_.Find(context.options.streamingTool)) found_ = chosen;
+  return found_;
+}
+
+bool ExternalStreamCapture::ConvertsSound(const DownloadContext& context) {
+  const auto found = ToolFor(context);
+  return !found || found->kind == FoundTool::Kind::Vlc;
+}
+
 QCoro::Task<int> ExternalStreamCapture::Capture(const DownloadContext& context, QString url,
                                                 QString path) {
-  if (auto chosen = lookup_.Find(context.options.streamingTool)) found_ = chosen;
-  const std::optional<FoundTool> found = found_;
+  const std::optional<FoundTool> found = ToolFor(context);
   if (!found) {
     co_await OfferDownloadPage(context);
     co_return static_cast<int>(kToolNotInstalled);
@@ -80,8 +90,25 @@ QCoro::Task<void> ExternalStreamCapture::OfferDownloadPage(const DownloadContext
 
 QCoro::Task<int> ExternalStreamCapture::Record(const DownloadContext& context, FoundTool found,
                                                QString address, QString path) {
-  tool_ = MakeTool(context, found, address, path);
-  CaptureWatch watch(*tool_, context.state, context.board, path, times_);
+  RecordingFile file(path);
+  // StreamGet is told a folder alone.
+  const bool namesItself = found.kind == FoundTool::Kind::StreamGet;
+  int code = namesItself ? file.PutOldAside() : file.MakePart();
+  if (code == 0) {
+    tool_ = MakeTool(context, found, address, file);
+    code = co_await RunTool(context, file);
+    tool_.reset();
+  }
+  if (code >= kFirstRunTimeError) {
+    const QString why = DescribeRunTimeError(static_cast<RunTimeError>(code));
+    context.board.SetStatus(EscapeForDisplay(path + QStringLiteral(": ") + why), StatusBoard::kRed);
+  }
+  co_return code;
+}
+
+QCoro::Task<int> ExternalStreamCapture::RunTool(const DownloadContext& context,
+                                                RecordingFile& file) {
+  CaptureWatch watch(*tool_, file, context.state, context.board, times_);
   QString fault = tool_->Start();
   int code = kFatal;
   if (fault.isEmpty()) {
@@ -91,30 +118,24 @@ QCoro::Task<int> ExternalStreamCapture::Record(const DownloadContext& context, F
   if (!fault.isEmpty()) context.board.SetStatus(EscapeForDisplay(fault), StatusBoard::kRed);
   // What has just ended may still be on its way here.
   co_await YieldToEventLoop();
-  NoteOpenWindow();
-  tool_.reset();
+  openWindow_ = tool_->OpenWindow();
   co_return code;
 }
 
 std::unique_ptr<StreamTool> ExternalStreamCapture::MakeTool(const DownloadContext& context,
                                                             const FoundTool& found,
                                                             const QString& address,
-                                                            const QString& path) {
+                                                            const RecordingFile& file) {
   const bool shown = context.options.vlcShow;
   if (found.kind == FoundTool::Kind::StreamGet) {
-    const StreamGetRecording recording{.address = address, .folder = QFileInfo(path).path()};
+    const StreamGetRecording recording{.address = address, .folder = QFileInfo(file.Path()).path()};
     qCInfo(captureLog).noquote() << EscapeForDisplay(found.path + u' ' + address);
     return std::make_unique<StreamGetTool>(found.words, QFileInfo(found.path).path(), recording,
                                            windows_, shown);
   }
-  const VlcRecording recording{.address = address, .path = path};
+  const VlcRecording recording{.address = address, .path = file.Path(), .file = file.Written()};
   qCInfo(captureLog).noquote() << EscapeForDisplay(found.path + u' ' + VlcCommandText(recording));
   return std::make_unique<VlcTool>(found.words, recording, windows_, shown);
-}
-
-void ExternalStreamCapture::NoteOpenWindow() {
-  const auto* streamGet = dynamic_cast<const StreamGetTool*>(tool_.get());
-  if (streamGet != nullptr) openWindow_ = streamGet->Window();
 }
 
 void ExternalStreamCapture::ShowToolWindow(bool shown) {
@@ -122,12 +143,10 @@ void ExternalStreamCapture::ShowToolWindow(bool shown) {
 }
 
 bool ExternalStreamCapture::AskToolToClose() {
-  if (openWindow_ == 0) return false;
-  const auto windows = windows_.List();
-  const bool open = std::ranges::find(windows, openWindow_, &ToolWindow::id) != windows.end();
-  if (open) windows_.Close(openWindow_);
-  openWindow_ = 0;
-  return open;
+  const auto window = std::exchange(openWindow_, std::nullopt);
+  if (!window || !windows_.Find(*window)) return false;
+  windows_.Close(window->id);
+  return true;
 }
 
 }  // namespace zentorin

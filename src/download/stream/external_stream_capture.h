@@ -6,13 +6,14 @@
 
 #include "download/stream/capture_watch.h"
 #include "download/stream/tool_lookup.h"
+#include "download/stream/tool_windows.h"
 #include "download/stream_capture.h"
 
 namespace zentorin {
 
 class InstalledPrograms;
+class RecordingFile;
 class StreamTool;
-class ToolWindows;
 
 // Records streams through VLC media player or StreamGet, whichever the settings choose; a tool that
 // is not installed gives way to the other one.
@@ -25,6 +26,7 @@ class ExternalStreamCapture : public StreamCapture {
 
   void FindTool() override;
   QCoro::Task<int> Capture(const DownloadContext& context, QString url, QString path) override;
+  bool ConvertsSound(const DownloadContext& context) override;
   void ShowToolWindow(bool shown) override;
   bool AskToolToClose() override;
 
@@ -33,18 +35,19 @@ class ExternalStreamCapture : public StreamCapture {
 
  private:
   QCoro::Task<void> OfferDownloadPage(const DownloadContext& context);
+  std::optional<FoundTool> ToolFor(const DownloadContext& context);
   QCoro::Task<int> Record(const DownloadContext& context, FoundTool found, QString address,
                           QString path);
+  QCoro::Task<int> RunTool(const DownloadContext& context, RecordingFile& file);
   std::unique_ptr<StreamTool> MakeTool(const DownloadContext& context, const FoundTool& found,
-                                       const QString& address, const QString& path);
-  void NoteOpenWindow();
+                                       const QString& address, const RecordingFile& file);
 
   ToolLookup lookup_;
   ToolWindows& windows_;
   WatchTimes times_;
   std::optional<FoundTool> found_;
-  std::unique_ptr<StreamTool> tool_;  // of the recording under way
-  quint32 openWindow_ = 0;            // of a StreamGet that a recording left behind
+  std::unique_ptr<StreamTool> tool_;      // of the recording under way
+  std::optional<ToolWindow> openWindow_;  // of a tool that no way of ending it has ended
 };
 
 }  // namespace zentorin

@@ -90,13 +90,13 @@ bool StreamGetTool::Appeared() {
 
 // Before the window is there, the time that it has to appear is the only bound.
 bool StreamGetTool::Running() {
-  if (window_.id != 0) return FindWindow(window_.id).has_value();
+  if (window_.id != 0) return OpenWindow().has_value();
   return process_.Running() || process_.EndedWell();
 }
 
 ToolReading StreamGetTool::Read() {
   AnswerYes(QStringLiteral("確認"));
-  const auto window = FindWindow(window_.id);
+  const auto window = OpenWindow();
   const QString played = StreamGetPlayed(folder_);
   const QString status = window ? window->title : QString();
   ToolReading reading;
@@ -120,20 +120,17 @@ QCoro::Task<void> StreamGetTool::End(bool atOnce) {
       co_await QCoro::sleepFor(kAnswerPoll);
     }
   }
-  if (window_.id != 0 && FindWindow(window_.id)) windows_.EndProgram(window_.id);
+  if (OpenWindow()) windows_.EndProgram(window_.id);
   process_.Kill();
   co_await process_.WaitForEnd(kKillTime);
 }
 
 void StreamGetTool::Show(bool shown) {
-  if (window_.id != 0) windows_.Show(window_.id, shown);
+  if (OpenWindow()) windows_.Show(window_.id, shown);
 }
 
-std::optional<ToolWindow> StreamGetTool::FindWindow(quint32 id) const {
-  const auto windows = windows_.List();
-  const auto found = std::ranges::find(windows, id, &ToolWindow::id);
-  if (found == windows.end()) return std::nullopt;
-  return *found;
+std::optional<ToolWindow> StreamGetTool::OpenWindow() const {
+  return window_.id == 0 ? std::nullopt : windows_.Find(window_);
 }
 
 // True when there was such a dialog. One that stays is answered again at the next look.

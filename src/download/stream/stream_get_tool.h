@@ -26,15 +26,14 @@ class StreamGetTool : public StreamTool {
   std::chrono::milliseconds AppearTime() const override { return std::chrono::seconds(20); }
   // The layer's starter may end at once: the tool runs as long as it has its window.
   bool Running() override;
+  // Without its window there is nothing to tell what it did.
+  bool RanUnseen() const override { return false; }
   ToolReading Read() override;
   QCoro::Task<void> End(bool atOnce) override;
   void Show(bool shown) override;
-
-  // The tool's main window; 0 before it was seen.
-  quint32 Window() const { return window_.id; }
+  std::optional<ToolWindow> OpenWindow() const override;
 
  private:
-  std::optional<ToolWindow> FindWindow(quint32 id) const;
   bool AnswerYes(const QString& title);
 
   QStringList command_;
@@ -43,7 +42,7 @@ class StreamGetTool : public StreamTool {
   ToolWindows& windows_;
   bool shown_;
   QSet<quint32> otherWindows_;  // there before the start: other runs of the same program
-  ToolWindow window_;
+  ToolWindow window_;           // its main window; without an id before it was seen
 };
 
 }  // namespace zentorin

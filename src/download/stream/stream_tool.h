@@ -3,10 +3,12 @@
 
 #include <QString>
 #include <chrono>
+#include <optional>
 
 #include <QCoro/QCoroTask>
 
 #include "download/stream/tool_process.h"
+#include "download/stream/tool_windows.h"
 
 namespace zentorin {
 
@@ -38,6 +40,8 @@ class StreamTool {
   virtual std::chrono::milliseconds AppearTime() const = 0;
 
   virtual bool Running() { return process_.Running(); }
+  // It has done its work although it never appeared: some recordings are over before they are seen.
+  virtual bool RanUnseen() const = 0;
   // Called every 500 ms; also answers what the tool asks.
   virtual ToolReading Read() = 0;
 
@@ -46,6 +50,8 @@ class StreamTool {
 
   // Shows the tool's window minimised, or hides it.
   virtual void Show(bool shown) = 0;
+  // The tool's main window, when it stands there still.
+  virtual std::optional<ToolWindow> OpenWindow() const { return std::nullopt; }
 
   ToolProcess& Process() { return process_; }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <vector>
 
 namespace zentorin {
@@ -17,6 +18,11 @@ struct ToolWindow {
   bool visible = false;
 
   bool IsMain() const { return owner == 0; }
+  // An id alone does not tell: that of a window that is gone is given to another one.
+  bool IsSameAs(const ToolWindow& other) const {
+    return id == other.id && processId == other.processId && className == other.className &&
+           instance == other.instance;
+  }
   bool IsOfClass(const QString& name) const {
     return className.compare(name, Qt::CaseInsensitive) == 0 ||
            instance.compare(name, Qt::CaseInsensitive) == 0;
@@ -35,6 +41,8 @@ class ToolWindows {
   // False without a display; then the list is empty.
   virtual bool Available() = 0;
   virtual std::vector<ToolWindow> List() = 0;
+  // The same window as it is now; nothing when it is gone.
+  std::optional<ToolWindow> Find(const ToolWindow& window);
 
   // Types one letter into a window.
   virtual void PressKey(quint32 window, char16_t letter) = 0;

@@ -102,7 +102,7 @@ QStringList VlcArguments(const VlcRecording& recording, const QString& socket, b
     chain += QStringLiteral("transcode{acodec=mp3,channels=2,ab=192}:");
   }
   chain += QStringLiteral("std{access=file,mux=") + Container(recording.path) +
-           QStringLiteral(",dst=") + ChainText(recording.path) + u'}';
+           QStringLiteral(",dst=") + ChainText(recording.file) + u'}';
   words += {QStringLiteral("--sout=") + chain, address};
   return words;
 }

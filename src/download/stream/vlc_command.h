@@ -9,7 +9,8 @@ namespace zentorin {
 // One recording, as VLC is asked for it.
 struct VlcRecording {
   QString address;
-  QString path;  // of the file to write; ".mp3" asks for a conversion
+  QString path;  // of the row's file; ".mp3" asks for a conversion
+  QString file;  // that VLC writes until the recording may take its path
 };
 
 // The command line that the program gives for a recording, as it is logged. VLC 3 does not

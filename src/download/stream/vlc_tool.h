@@ -25,6 +25,7 @@ class VlcTool : public StreamTool {
   QString WhyNeverSeen() const override;
   bool Appeared() override;
   std::chrono::milliseconds AppearTime() const override { return std::chrono::seconds(5); }
+  bool RanUnseen() const override { return process_.EndedWell() || process_.WasKilled(); }
   ToolReading Read() override;
   QCoro::Task<void> End(bool atOnce) override;
   void Show(bool shown) override;

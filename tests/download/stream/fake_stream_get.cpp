@@ -4,7 +4,8 @@
 //   fake_stream_get record     asks, and records once it was told yes
 //   fake_stream_get stuck      does nothing, and asks when it has done so for a while
 //   fake_stream_get exists     says that the file is there already
-//   fake_stream_get stranger   another program with a question of the same title
+//   fake_stream_get hidden     runs without a window
+//   fake_stream_get stranger TITLE   another program with a question of that title
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
@@ -125,9 +126,10 @@ int main(int argc, char** argv) {
   const std::string mode = argc > 1 ? argv[1] : "";
   Screen screen;
   if (mode == "stranger") {
-    screen.WaitForYes(screen.Open("stranger", "確認", 0));
+    screen.WaitForYes(screen.Open("stranger", argc > 2 ? argv[2] : "", 0));
     return 0;
   }
+  if (mode == "hidden") screen.Wait();
   const xcb_window_t main = screen.Open("streamget.exe", "GetASFStream", 0);
   if (mode == "record") {
     Record(screen, main);

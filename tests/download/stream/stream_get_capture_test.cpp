@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTimer>
 
 #include "base/wait.h"
 #include "download/result_code.h"
@@ -14,92 +15,108 @@ namespace {
 
 using namespace std::chrono_literals;
 
+const QString kTool = ZENTORIN_FAKE_STREAM_GET;
+
 // The program against a tool that behaves like StreamGet, on a display of its own.
+// "save/song.wmv" was recorded before.
 class StreamGetCaptureTest : public DownloadTest {
  protected:
   StreamGetCaptureTest() {
     options.streamingTool = ToolLookup::kStreamGet;
-    home.Write(QStringLiteral("tool/StreamGET.EXE"), "");
-    home.Write(QStringLiteral("save/kept"), "");
+    home.Write("tool/StreamGET.EXE", "");
+    home.Write("save/song.wmv", "an old one");
   }
 
   void SetUp() override {
-    const QString program = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
+    const QString program = QStandardPaths::findExecutable("Xvfb");
     if (program.isEmpty()) GTEST_SKIP() << "Xvfb is not installed";
-    display_.start(program, {QStringLiteral("-displayfd"), QStringLiteral("1"),
-                             QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+    display_.start(program, {"-displayfd", "1", "-nolisten", "tcp"});
     ASSERT_TRUE(display_.waitForReadyRead());
     qputenv("DISPLAY", ":" + display_.readLine().trimmed());
   }
 
   void TearDown() override {
-    display_.kill();
-    display_.waitForFinished();
+    EXPECT_EQ(Saved(), "song.wmv") << "nothing else stays behind";
+    for (QProcess* process : {&stranger_, &display_}) {
+      process->kill();
+      process->waitForFinished();
+    }
   }
 
-  // What a compatibility layer would have written for the installed tool.
-  void Install(const QByteArray& mode) const {
-    home.Write(QStringLiteral("data/applications/wine/getasf.desktop"),
-               "[Desktop Entry]\nType=Application\nName=GetASFStream\nExec=" +
-                   QByteArray(ZENTORIN_FAKE_STREAM_GET) + ' ' + mode +
-                   "\nPath=" + home.Path(QStringLiteral("tool")).toUtf8() + '\n');
+  // A dialog of another program.
+  void OpenStranger(const QString& title) {
+    stranger_.start(kTool, {"stranger", title});
+    while (windows.List().empty()) QCoro::waitFor(YieldToEventLoop());
   }
 
-  int Capture(const QByteArray& mode) {
-    Install(mode);
-    return QCoro::waitFor(capture.Capture(context, QStringLiteral("mms://m.test/song.wmv"),
-                                          home.Path(QStringLiteral("save/song.wmv"))));
+  // With what a compatibility layer would have written for the installed tool.
+  int Capture(const QString& command) {
+    home.Write("data/applications/wine/getasf.desktop",
+               QString("[Desktop Entry]\nType=Application\nName=GetASFStream\nExec=%1\nPath=%2\n")
+                   .arg(command, home.Path("tool"))
+                   .toUtf8());
+    return QCoro::waitFor(
+        capture.Capture(context, "mms://m.test/song.wmv", home.Path("save/song.wmv")));
   }
 
-  QProcess display_;
   XdgFolders Folders() const {
     XdgFolders folders;
-    folders.data = {home.Path(QStringLiteral("data"))};
+    folders.data = {home.Path("data")};
     return folders;
   }
 
   InstalledPrograms programs{Folders()};
   X11ToolWindows windows;
   ExternalStreamCapture capture{programs, windows, {.stall = 1500ms}};
+  QProcess stranger_;
+
+ private:
+  QProcess display_;
 };
 
 TEST_F(StreamGetCaptureTest, AToolThatAsksIsAnsweredAndRecordsTheStream) {
-  QProcess stranger;
-  stranger.start(QStringLiteral(ZENTORIN_FAKE_STREAM_GET), {QStringLiteral("stranger")});
-  while (windows.List().empty()) QCoro::waitFor(YieldToEventLoop());
+  OpenStranger("確認");
   QStringList shown;
   QObject::connect(&board, &StatusBoard::Changed, &board,
                    [&] { shown.append(board.Status() + u' ' + board.Done()); });
-  EXPECT_EQ(Capture("record"), kComplete);
-  EXPECT_EQ(home.Read(QStringLiteral("save/song.wmv")), "recorded");
-  EXPECT_TRUE(shown.join(u'|').contains(QStringLiteral("45%"))) << qPrintable(shown.join(u'|'));
-  EXPECT_EQ(board.Done(), QStringLiteral("0.45"));
-  EXPECT_EQ(stranger.state(), QProcess::Running) << "the dialog of another program was answered";
+  EXPECT_EQ(Capture(kTool + " record"), kComplete);
+  EXPECT_EQ(home.Read("save/song.wmv"), "recorded");
+  EXPECT_TRUE(shown.join(u'|').contains("45%")) << qPrintable(shown.join(u'|'));
+  EXPECT_EQ(board.Done(), "0.45");
+  EXPECT_EQ(stranger_.state(), QProcess::Running) << "the dialog of another program was answered";
   EXPECT_FALSE(capture.AskToolToClose());
-  stranger.kill();
-  stranger.waitForFinished();
 }
 
 TEST_F(StreamGetCaptureTest, AToolThatStandsStillIsToldYesAndEnded) {
-  EXPECT_EQ(Capture("stuck"), kDownloadFailed);
-  EXPECT_EQ(home.Read(QStringLiteral("tool/answered")), "yes");
+  EXPECT_EQ(Capture(kTool + " stuck"), kDownloadFailed);
+  EXPECT_EQ(home.Read("tool/answered"), "yes");
+  EXPECT_EQ(home.Read("save/song.wmv"), "an old one");
   EXPECT_EQ(windows.List().size(), 0U);
 }
 
 TEST_F(StreamGetCaptureTest, AFileThatTheToolHasAlreadyIsSkipped) {
-  EXPECT_EQ(Capture("exists"), kSkip);
+  EXPECT_EQ(Capture(kTool + " exists"), kSkip);
+  EXPECT_EQ(home.Read("save/song.wmv"), "an old one");
   EXPECT_EQ(windows.List().size(), 0U);
+}
+
+TEST_F(StreamGetCaptureTest, AToolThatNeverShowsAWindowHasNoDialogsToAnswer) {
+  OpenStranger("注意");
+  QTimer::singleShot(0, &state, &RunState::RequestCancel);
+  EXPECT_EQ(Capture(kTool + " hidden"), kCancelled);
+  EXPECT_EQ(stranger_.state(), QProcess::Running) << "the dialog of another program was answered";
+  EXPECT_EQ(home.Read("save/song.wmv"), "an old one");
 }
 
 TEST_F(StreamGetCaptureTest, AWindowIsShownHiddenAndEnded) {
   QProcess tool;
-  tool.start(QStringLiteral(ZENTORIN_FAKE_STREAM_GET), {QStringLiteral("exists")});
+  tool.start(kTool, {"exists"});
   std::vector<ToolWindow> list;
   while (list.empty() || !list.front().visible || list.front().processId == 0) {
     list = windows.List();
   }
   const quint32 id = list.front().id;
-  EXPECT_TRUE(list.front().IsOfClass(QStringLiteral("StreamGet.exe")));
+  EXPECT_TRUE(list.front().IsOfClass("StreamGet.exe"));
   EXPECT_EQ(list.front().processId, tool.processId());
   windows.Show(id, false);
   EXPECT_FALSE(windows.List().front().visible);
@@ -110,13 +127,8 @@ TEST_F(StreamGetCaptureTest, AWindowIsShownHiddenAndEnded) {
 }
 
 TEST_F(StreamGetCaptureTest, AToolThatDoesNotComeUpIsFatalForItsRow) {
-  home.Write(QStringLiteral("data/applications/wine/getasf.desktop"),
-             "[Desktop Entry]\nType=Application\nName=GetASFStream\nExec=/bin/false\nPath=" +
-                 home.Path(QStringLiteral("tool")).toUtf8() + '\n');
-  const int code = QCoro::waitFor(capture.Capture(context, QStringLiteral("mms://m.test/a.wmv"),
-                                                  home.Path(QStringLiteral("save/a.wmv"))));
-  EXPECT_EQ(code, kFatal);
-  EXPECT_TRUE(board.Status().contains(home.Path(QStringLiteral("tool"))));
+  EXPECT_EQ(Capture("/bin/false"), kFatal);
+  EXPECT_TRUE(board.Status().contains(home.Path("tool")));
 }
 
 }  // namespace

@@ -16,7 +16,7 @@
 #include "download/stream/tool_process.h"
 #include "launch/installed_programs.h"
 #include "tests/download/download_fixture.h"
-#include "tests/download/stream/no_tool_windows.h"
+#include "tests/download/stream/fake_tool_windows.h"
 
 namespace zentorin::test {
 namespace {
@@ -35,9 +35,10 @@ struct Unprivileged {
   }
 };
 
-QByteArray OutputOf(const QString& program, const QStringList& arguments) {
+// What a program says to options, which have no blanks inside, and a last word.
+QByteArray OutputOf(const QString& program, const QString& options, const QString& word) {
   QProcess process;
-  process.start(program, arguments);
+  process.start(program, options.split(' ', Qt::SkipEmptyParts) + QStringList(word));
   process.waitForFinished();
   return process.readAllStandardOutput() + process.readAllStandardError();
 }
@@ -45,8 +46,8 @@ QByteArray OutputOf(const QString& program, const QStringList& arguments) {
 // Ids of the processes that have a text among their arguments.
 QList<pid_t> ProcessesNaming(const QString& text) {
   QList<pid_t> found;
-  for (const QString& id : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
-    QFile words(QStringLiteral("/proc/") + id + QStringLiteral("/cmdline"));
+  for (const QString& id : QDir("/proc").entryList(QDir::Dirs)) {
+    QFile words("/proc/" + id + "/cmdline");
     if (id.toInt() > 0 && id.toInt() != ::getpid() && words.open(QIODevice::ReadOnly) &&
         words.readAll().contains(text.toUtf8())) {
       found.append(id.toInt());
@@ -59,61 +60,62 @@ constexpr double kSeconds = 5;
 // The player holds back some seconds before it writes: what is to have a middle is longer.
 constexpr double kLongSeconds = 20;
 
-// The real VLC against streams that ffmpeg made, served on loopback.
+// The real VLC against streams that ffmpeg made, served on loopback. "save/out.wmv" was recorded
+// before.
 class VlcCaptureTest : private Unprivileged, public DownloadTest {
  protected:
-  VlcCaptureTest() { qputenv("HOME", home.Path().toUtf8()); }
+  explicit VlcCaptureTest(const WatchTimes& times = {}) : capture{programs, windows, times} {
+    qputenv("HOME", home.Path().toUtf8());
+  }
 
   void SetUp() override {
     for (const char* tool : {"vlc", "ffmpeg", "ffprobe"}) {
-      if (QStandardPaths::findExecutable(QString::fromUtf8(tool)).isEmpty()) {
+      if (QStandardPaths::findExecutable(tool).isEmpty()) {
         GTEST_SKIP() << tool << " is not installed";
       }
     }
   }
 
+  void TearDown() override {
+    EXPECT_EQ(ProcessesNaming(home.Path()), QList<pid_t>());
+    EXPECT_FALSE(Saved().contains(".part")) << Saved().toStdString();
+  }
+
   QByteArray Stream(const QString& name, double seconds = kSeconds) const {
-    QStringList words = {QStringLiteral("-v"), QStringLiteral("error")};
-    if (name.endsWith(QStringLiteral(".wmv"))) {
-      words += {QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-                QStringLiteral("testsrc=size=320x240:rate=10")};
-    }
-    words += {QStringLiteral("-f"),    QStringLiteral("lavfi"), QStringLiteral("-i"),
-              QStringLiteral("sine"),  QStringLiteral("-t"),    QString::number(seconds),
-              QStringLiteral("-c:v"),  QStringLiteral("wmv2"),  QStringLiteral("-c:a"),
-              QStringLiteral("wmav2"), home.Path(name)};
-    const QByteArray said = OutputOf(QStringLiteral("ffmpeg"), words);
-    EXPECT_EQ(said, "");
+    const char* picture =
+        name.endsWith(".wmv") ? "-f lavfi -i testsrc=size=320x240:rate=10 -c:v wmv2" : "";
+    EXPECT_EQ(
+        OutputOf("ffmpeg",
+                 QString("-v error -f lavfi -i sine %1 -c:a wmav2 -t %2").arg(picture).arg(seconds),
+                 home.Path(name)),
+        "");
     return home.Read(name);
   }
 
-  // Container, codecs and length as ffprobe reads them: "asf wmv2,wmav2".
-  void ExpectRecording(const QString& path, const QByteArray& format,
-                       const QByteArrayList& codecs) const {
-    const QByteArrayList lines =
-        OutputOf(
-            QStringLiteral("ffprobe"),
-            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-show_entries"),
-             QStringLiteral("format=format_name,duration:stream=codec_name"), QStringLiteral("-of"),
-             QStringLiteral("default=nokey=1:noprint_wrappers=1"), path})
+  // Container, codecs and length as ffprobe reads them: "asf", "wmav2 wmv2".
+  void ExpectRecording(const QString& file, const QByteArray& format,
+                       const QByteArray& codecs) const {
+    QByteArrayList lines =
+        OutputOf("ffprobe",
+                 "-v error -show_entries format=format_name,duration:stream=codec_name "
+                 "-of default=nokey=1:noprint_wrappers=1",
+                 file)
             .trimmed()
             .split('\n');
     ASSERT_GE(lines.size(), 3) << lines.join(' ').constData();
-    EXPECT_EQ(lines[lines.size() - 2], format);
-    EXPECT_NEAR(lines.last().toDouble(), kSeconds, 1.0);
-    QByteArrayList found = lines.mid(0, lines.size() - 2);
-    std::ranges::sort(found);
-    EXPECT_EQ(found, codecs);
+    EXPECT_NEAR(lines.takeLast().toDouble(), kSeconds, 1.0);
+    EXPECT_EQ(lines.takeLast(), format);
+    std::ranges::sort(lines);
+    EXPECT_EQ(lines.join(' '), codecs);
   }
 
-  int Capture(const QString& target, const QString& path) {
-    return QCoro::waitFor(capture.Capture(context, server.Url(target), path));
+  int Capture(const QString& target, const QString& file) {
+    return QCoro::waitFor(capture.Capture(context, server.Url(target), file));
   }
 
   // Serves a stream bit by bit, so that there is a middle.
   void RouteSlowly(const QString& target) {
-    Answer answer =
-        Answer::Text(Stream(QStringLiteral("slow.wmv"), kLongSeconds), "video/x-ms-wmv");
+    Answer answer = Answer::Text(Stream("slow.wmv", kLongSeconds), "video/x-ms-wmv");
     answer.pieceBytes = 8192;
     answer.pieceInterval = 100ms;
     server.Route(target, answer);
@@ -129,109 +131,93 @@ class VlcCaptureTest : private Unprivileged, public DownloadTest {
     });
   }
 
+  QString path = home.Write("save/out.wmv", "old");
   InstalledPrograms programs{XdgFolders::FromEnvironment()};
-  NoToolWindows windows;
-  ExternalStreamCapture capture{programs, windows};
-  DownloadContext context{.engine = engine,
-                          .http = http,
-                          .state = state,
-                          .board = board,
-                          .messages = messages,
-                          .capture = capture,
-                          .opener = opener,
-                          .log = log,
-                          .drives = drives,
-                          .options = options,
-                          .clockOptions = clockOptions,
-                          .job = job,
-                          .files = files,
-                          .clock = shownClock};
+  FakeToolWindows windows;
+  ExternalStreamCapture capture;
+  DownloadContext context = ContextWith(capture);
   bool acted_ = false;
 };
 
-// The stalls of these are short; all other times are the program's own.
-class VlcStallTest : public VlcCaptureTest {
- protected:
-  ExternalStreamCapture hasty{programs, windows, {.stall = 3s, .stallOnceLengthIsKnown = 2s}};
-  int CaptureHastily(const QString& path) {
-    return QCoro::waitFor(hasty.Capture(context, server.Url(QStringLiteral("/s.wmv")), path));
-  }
-};
-
 TEST_F(VlcCaptureTest, ARowIsRecordedAsItIs) {
-  server.Route(QStringLiteral("/a.wmv"), Answer::Text(Stream(QStringLiteral("a.wmv"))));
+  server.Route("/a%7B1%7D.wmv", Answer::Text(Stream("a.wmv")));
   DownloadRun run(context);
-  Add(server.Url(QStringLiteral("/a.wmv")));
+  Add(server.Url("/a{1}.wmv"));
   QCoro::waitFor(run.Run());
-  EXPECT_EQ(files.Row(0)[FileListRow::Mark], QStringLiteral("o"));
-  ExpectRecording(home.Path(QStringLiteral("save/a.wmv")), "asf", {"wmav2", "wmv2"});
+  EXPECT_EQ(Marks(), "o");
+  EXPECT_EQ(Saved(), "a{1}.wmv|out.wmv");
+  ExpectRecording(home.Path("save/a{1}.wmv"), "asf", "wmav2 wmv2");
 }
 
 TEST_F(VlcCaptureTest, SoundIsConvertedWhateverTheFileIsCalled) {
   // Without a display there can be no window: it is recorded all the same.
   options.vlcShow = true;
   qunsetenv("DISPLAY");
-  server.Route(QStringLiteral("/a.wma"), Answer::Text(Stream(QStringLiteral("a.wma"))));
-  const QString path = home.Path(QStringLiteral("日本 \"}',x{=#$%d\\\\: :sout=.mp3"));
-  EXPECT_EQ(Capture(QStringLiteral("/a.wma"), path), kComplete);
-  ExpectRecording(path, "mp3", {"mp3"});
+  server.Route("/a.wma", Answer::Text(Stream("a.wma")));
+  const QString odd = home.Path("save/日本 \"}',x{=#$%d\\\\: :sout=.mp3");
+  EXPECT_EQ(Capture("/a.wma", odd), kComplete);
+  ExpectRecording(odd, "mp3", "mp3");
 }
 
-TEST_F(VlcCaptureTest, WhatIsNoStreamFailsAndLeavesNoFile) {
-  server.Route(QStringLiteral("/page.php"), Answer::Text("<html>no stream</html>"));
+TEST_F(VlcCaptureTest, WhatIsNoStreamFailsAndCostsNoEarlierRecording) {
+  server.Route("/page.php", Answer::Text("<html>no stream</html>"));
   for (const char* target : {"/page.php", "/missing.wmv"}) {
-    const QString path = home.Path(QStringLiteral("out.wmv"));
-    EXPECT_EQ(Capture(QString::fromUtf8(target), path), kDownloadFailed) << target;
-    EXPECT_FALSE(QFile::exists(path)) << target;
+    EXPECT_EQ(Capture(target, path), kDownloadFailed) << target;
+    EXPECT_EQ(home.Read("save/out.wmv"), "old") << target;
   }
 }
 
 TEST_F(VlcCaptureTest, ACancelEndsThePlayerWithinASecondAndLeavesNoFile) {
-  RouteSlowly(QStringLiteral("/s.wmv"));
+  RouteSlowly("/s.wmv");
   QElapsedTimer sinceCancel;
   InTheMiddle([&] {
+    EXPECT_EQ(Saved().count(".part"), 1);
     sinceCancel.start();
     state.RequestCancel();
   });
   DownloadRun run(context);
-  Add(server.Url(QStringLiteral("/s.wmv")));
+  Add(server.Url("/s.wmv"));
   QCoro::waitFor(run.Run());
   ASSERT_TRUE(sinceCancel.isValid());
   EXPECT_LT(sinceCancel.elapsed(), 1000);
-  EXPECT_EQ(ProcessesNaming(home.Path()), QList<pid_t>());
-  EXPECT_FALSE(QFile::exists(home.Path(QStringLiteral("save/s.wmv"))));
+  EXPECT_EQ(Saved(), "out.wmv");
 }
 
 TEST_F(VlcCaptureTest, APlayerThatIsKilledHasRecordedNothingWhole) {
-  const QString path = home.Path(QStringLiteral("out.wmv"));
-  RouteSlowly(QStringLiteral("/s.wmv"));
-  InTheMiddle([&] {
-    const auto players = ProcessesNaming(path);
+  const auto kill = [this] {
+    const auto players = ProcessesNaming(home.Path());
     EXPECT_EQ(players.size(), 1);
     for (const pid_t player : players) ::kill(player, SIGKILL);
-  });
-  EXPECT_EQ(Capture(QStringLiteral("/s.wmv"), path), kImperfect);
-
-  server.RouteTo(QStringLiteral("/silent.wmv"), [&](const ReceivedRequest&) {
-    for (const pid_t player : ProcessesNaming(path)) ::kill(player, SIGKILL);
+  };
+  server.RouteTo("/silent.wmv", [&](const ReceivedRequest&) {
+    kill();
     return Answer().Ends(Answer::Ending::Silent);
   });
-  EXPECT_EQ(Capture(QStringLiteral("/silent.wmv"), path), kDownloadFailed);
+  EXPECT_EQ(Capture("/silent.wmv", path), kDownloadFailed);
+  EXPECT_EQ(home.Read("save/out.wmv"), "old");
+
+  RouteSlowly("/s.wmv");
+  InTheMiddle(kill);
+  EXPECT_EQ(Capture("/s.wmv", path), kImperfect);
+  EXPECT_NE(home.Read("save/out.wmv"), "old") << "what there is of the new one";
 }
 
+// The stalls of these are short; all other times are the program's own.
+class VlcStallTest : public VlcCaptureTest {
+ protected:
+  VlcStallTest() : VlcCaptureTest({.stall = 3s, .stallOnceLengthIsKnown = 2s}) {}
+};
+
 TEST_F(VlcStallTest, AStreamThatStallsEndsAfterAWhile) {
-  const QByteArray stream = Stream(QStringLiteral("a.wmv"), kLongSeconds);
-  const QString path = home.Path(QStringLiteral("out.wmv"));
-  server.Route(QStringLiteral("/s.wmv"), Answer().Ends(Answer::Ending::Silent));
-  EXPECT_EQ(CaptureHastily(path), kDownloadFailed);
-  EXPECT_FALSE(QFile::exists(path));
+  server.Route("/s.wmv", Answer().Ends(Answer::Ending::Silent));
+  EXPECT_EQ(Capture("/s.wmv", path), kDownloadFailed);
+  EXPECT_EQ(home.Read("save/out.wmv"), "old");
 
   // What came before counts as the recording.
-  server.Route(QStringLiteral("/s.wmv"),
-               Answer::Text(stream).Ends(Answer::Ending::Stall, stream.size() / 2));
-  EXPECT_EQ(CaptureHastily(path), kComplete);
-  EXPECT_GT(QFile(path).size(), 0);
-  EXPECT_EQ(ProcessesNaming(home.Path()), QList<pid_t>());
+  const QByteArray stream = Stream("a.wmv", kLongSeconds);
+  server.Route("/s.wmv", Answer::Text(stream).Ends(Answer::Ending::Stall, stream.size() / 2));
+  EXPECT_EQ(Capture("/s.wmv", path), kComplete);
+  EXPECT_GT(QFile(path).size(), 3);
   EXPECT_EQ(WatchTimes().stall, 20s);
   EXPECT_EQ(WatchTimes().stallOnceLengthIsKnown, 10s);
 }
@@ -242,7 +228,7 @@ TEST(ToolProcessTest, AToolDoesNotOutliveTheProgramThatDies) {
   const pid_t program = ::fork();
   if (program == 0) {
     ToolProcess tool;
-    tool.Start({QStringLiteral("/bin/sleep"), QStringLiteral("60")});
+    tool.Start({"/bin/sleep", "60"});
     const auto id = static_cast<pid_t>(tool.Id());
     [[maybe_unused]] const auto written = ::write(ends[1], &id, sizeof id);
     ::pause();
@@ -255,10 +241,10 @@ TEST(ToolProcessTest, AToolDoesNotOutliveTheProgramThatDies) {
   QElapsedTimer waited;
   waited.start();
   // A process that has ended but was not picked up yet has no words left.
-  while (ProcessesNaming(QStringLiteral("sleep")).contains(tool) && waited.elapsed() < 5000) {
+  while (ProcessesNaming("sleep").contains(tool) && waited.elapsed() < 5000) {
     ::usleep(10'000);
   }
-  EXPECT_FALSE(ProcessesNaming(QStringLiteral("sleep")).contains(tool));
+  EXPECT_FALSE(ProcessesNaming("sleep").contains(tool));
 }
 
 }  // namespace

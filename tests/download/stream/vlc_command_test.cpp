@@ -1,47 +1,50 @@
 // SPDX-License-Identifier: MIT
 #include "download/stream/vlc_command.h"
 
-#include <utility>
-#include <vector>
-
 #include <gtest/gtest.h>
 
 namespace zentorin {
 namespace {
 
-QString ChainFor(const QString& path) {
-  const QStringList words =
-      VlcArguments({.address = QStringLiteral("http://s.test/a.wmv"), .path = path},
-                   QStringLiteral("/run/rc"), false);
-  return words.filter(QStringLiteral("--sout=")).value(0);
+QStringList Words(const char* address, const char* path) {
+  const VlcRecording recording{.address = address, .path = path, .file = QString(path) + ".part"};
+  return VlcArguments(recording, "/run/rc", true);
 }
 
 TEST(VlcCommandTest, TheLoggedTextIsTheProgramsOwn) {
-  EXPECT_EQ(VlcCommandText({.address = QStringLiteral("mms://m.test/a b.wmv"),
-                            .path = QStringLiteral("/s/a b.wmv")}),
-            QStringLiteral("\"mms://m.test/a b.wmv\" --sout #duplicate{dst=std{access=file,mux=raw,"
-                           "dst=\"/s/a b.wmv\" vlc:quit}"));
-  EXPECT_EQ(VlcCommandText({.address = QStringLiteral("mms://m.test/a.wma"),
-                            .path = QStringLiteral("/s/a.mp3")}),
-            QStringLiteral("\"mms://m.test/a.wma\" --sout #transcode{acodec=mp3,channels=2,ab=192}"
-                           ":duplicate{dst=std{access=file,mux=raw,dst=\"/s/a.mp3\"}"));
+  EXPECT_EQ(
+      VlcCommandText({.address = "mms://m.test/a {b}.wmv", .path = "/s/a b.wmv", .file = "x"}),
+      "\"mms://m.test/a {b}.wmv\" --sout #duplicate{dst=std{access=file,mux=raw,"
+      "dst=\"/s/a b.wmv\" vlc:quit}");
+  EXPECT_EQ(VlcCommandText({.address = "mms://m.test/a.wma", .path = "/s/a.mp3", .file = "x"}),
+            "\"mms://m.test/a.wma\" --sout #transcode{acodec=mp3,channels=2,ab=192}"
+            ":duplicate{dst=std{access=file,mux=raw,dst=\"/s/a.mp3\"}");
 }
 
 TEST(VlcCommandTest, TheTranslatedChainIsClosedAndTakesTheContainerOfTheEnding) {
-  EXPECT_EQ(ChainFor(QStringLiteral("/s/a.WMV")),
-            QStringLiteral("--sout=#std{access=file,mux=avformat{mux=asf,options={flush_packets=1}}"
-                           ",dst=\"/s/a.WMV\"}"));
-  EXPECT_EQ(ChainFor(QStringLiteral("/s/a.mp3")),
-            QStringLiteral("--sout=#transcode{acodec=mp3,channels=2,ab=192}:"
-                           "std{access=file,mux=raw,dst=\"/s/a.mp3\"}"));
-  EXPECT_EQ(ChainFor(QStringLiteral("/s/\"},x\\{.php")),
-            QStringLiteral("--sout=#std{access=file,mux=raw,dst=\"/s/\\\"},x\\\\{.php\"}"));
+  const char* const cases[][2] = {
+      {"/s/a.WMV",
+       "std{access=file,mux=avformat{mux=asf,options={flush_packets=1}}"
+       ",dst=\"/s/a.WMV.part\"}"},
+      {"/s/a.mp3",
+       "transcode{acodec=mp3,channels=2,ab=192}:"
+       "std{access=file,mux=raw,dst=\"/s/a.mp3.part\"}"},
+      {"/s/\"},x\\{.php", "std{access=file,mux=raw,dst=\"/s/\\\"},x\\\\{.php.part\"}"},
+  };
+  for (const auto& [path, chain] : cases) {
+    EXPECT_EQ(Words("http://s.test/a.wmv", path).filter("--sout=").join('|'),
+              QString("--sout=#") + chain);
+  }
 }
 
-TEST(VlcCommandTest, OnlyStreamsElsewhereAreRecorded) {
-  const std::vector<std::pair<const char*, const char*>> cases = {
+TEST(VlcCommandTest, OnlyStreamsElsewhereAreRecordedAndTheirAddressesAreSpelledOut) {
+  const char* const cases[][2] = {
       {"http://s.test/a b.wmv", "http://s.test/a%20b.wmv"},
-      {"MMS://m.test/日.wmv", "mms://m.test/%E6%97%A5.wmv"},
+      {"MMS://m.test/日{1}.wmv", "mms://m.test/%E6%97%A5%7B1%7D.wmv"},
+      {"http://[::1]:80/{}|^[]<>\"`\\?{%41%4%zz%",
+       "http://[::1]:80/"
+       "%7B%7D%7C%5E%5B%5D%3C%3E%22%60%5C?%7B%41%254%25zz%25"},
+      {"https://u%@s.test", "https://u%@s.test"},
       {"file:///etc/passwd", ""},
       {"--sout=#x", ""},
       {"vlc://quit", ""},
@@ -49,10 +52,8 @@ TEST(VlcCommandTest, OnlyStreamsElsewhereAreRecorded) {
       {"mms:///a", ""},
   };
   for (const auto& [address, word] : cases) {
-    const QStringList words =
-        VlcArguments({.address = QString::fromUtf8(address), .path = QStringLiteral("/s/a.wmv")},
-                     QStringLiteral("/run/rc"), true);
-    EXPECT_EQ(words.isEmpty() ? QString() : words.last(), QString::fromUtf8(word)) << address;
+    const QStringList words = Words(address, "/s/a.wmv");
+    EXPECT_EQ(words.value(words.size() - 1), word) << address;
   }
 }
 
