@@ -16,13 +16,7 @@ namespace {
 using test::TempDir;
 
 TEST(LocalTarget, ARowsAddressIsChosenByItsColumns) {
-  struct Case {
-    const char* link;
-    const char* base;
-    const char* address;
-    const char* expected;
-  };
-  const Case cases[] = {
+  const char* const cases[][4] = {
       {"a.mp3", "http://h/d", "http://h/d/a.mp3", "http://h/d/a.mp3"},
       // Not below its page's directory: worked out anew from the link.
       {"/img/a.gif", "http://h/d", "http://h/img/a.gif", "http://h/img/a.gif"},
@@ -32,22 +26,17 @@ TEST(LocalTarget, ARowsAddressIsChosenByItsColumns) {
       {"http://h/x", "", "http://h/y", "http://h/y"},
       {"", "", "", "http://root/"},
   };
-  for (const Case& c : cases) {
+  for (const auto& [link, base, address, expected] : cases) {
     FileListRow row;
-    row.Set(FileListRow::Link, QString::fromUtf8(c.link));
-    row.Set(FileListRow::BaseDir, QString::fromUtf8(c.base));
-    row.Set(FileListRow::Address, QString::fromUtf8(c.address));
-    EXPECT_EQ(RowAddress(row, QStringLiteral("http://root")), QString::fromUtf8(c.expected))
-        << c.link << " " << c.base << " " << c.address;
+    row.Set(FileListRow::Link, link);
+    row.Set(FileListRow::BaseDir, base);
+    row.Set(FileListRow::Address, address);
+    EXPECT_EQ(RowAddress(row, "http://root"), expected) << link << " " << base << " " << address;
   }
 }
 
 TEST(LocalTarget, ATreeMirrorsTheSiteAndKeepsOutsidersApart) {
-  struct Case {
-    const char* address;
-    const char* folder;
-  };
-  const Case cases[] = {
+  const char* const cases[][2] = {
       {"http://h/root/a.mp3", ""},
       {"http://h/base/a.mp3", ""},
       {"http://h/base/x/y/a.mp3", "x\\y"},
@@ -59,36 +48,31 @@ TEST(LocalTarget, ATreeMirrorsTheSiteAndKeepsOutsidersApart) {
       {"http://../../../a.mp3", "zz-External\\_\\_\\_"},
       {"nowhere/a.mp3", "zz-External"},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(TreeFolder(QString::fromUtf8(c.address), QStringLiteral("http://h/base/index.html"),
-                         QStringLiteral("http://h/root/")),
-              QString::fromUtf8(c.folder))
-        << c.address;
+  for (const auto& [address, folder] : cases) {
+    EXPECT_EQ(TreeFolder(address, "http://h/base/index.html", "http://h/root/"), folder) << address;
   }
-  EXPECT_EQ(TreeFolder(QStringLiteral("http://h/a/b.mp3"), {}, {}),
-            QStringLiteral("zz-External\\h\\a"))
+  EXPECT_EQ(TreeFolder("http://h/a/b.mp3", {}, {}), "zz-External\\h\\a")
       << "no root contains anything";
 }
 
 TEST(LocalTarget, NamesAndSuffixes) {
-  EXPECT_EQ(LocalName({}, QStringLiteral("http://h/a.mp3?x=1")), QStringLiteral("a.mp3?x=1"));
-  EXPECT_EQ(LocalName(QStringLiteral("2024/05:"), QStringLiteral("http://h/a")),
-            QStringLiteral("2024_05:a"));
-  EXPECT_EQ(LocalName({}, QStringLiteral("http://h/..")), QStringLiteral("_"));
-  EXPECT_EQ(LocalName({}, QStringLiteral("http://h/")), QString());
-  EXPECT_EQ(SuffixOf(QStringLiteral("http://h/a.b.PHP")), QStringLiteral(".php"));
-  EXPECT_FALSE(IsStreamSuffix(SuffixOf(QStringLiteral("http://h/a.php?x"))));
-  EXPECT_EQ(WithMp3Suffix(QStringLiteral("a.WMA")), QStringLiteral("a.mp3"));
-  EXPECT_EQ(WithMp3Suffix(QStringLiteral("a.wmv")), QStringLiteral("a.wmv"));
+  EXPECT_EQ(LocalName({}, "http://h/a.mp3?x=1"), "a.mp3?x=1");
+  EXPECT_EQ(LocalName("2024/05:", "http://h/a"), "2024_05:a");
+  EXPECT_EQ(LocalName({}, "http://h/.."), "_");
+  EXPECT_EQ(LocalName({}, "http://h/"), QString());
+  EXPECT_EQ(SuffixOf("http://h/a.b.PHP"), ".php");
+  EXPECT_FALSE(IsStreamSuffix(SuffixOf("http://h/a.php?x")));
+  EXPECT_EQ(WithMp3Suffix("a.WMA"), "a.mp3");
+  EXPECT_EQ(WithMp3Suffix("a.wmv"), "a.wmv");
 }
 
 TEST(SaveFolder, IsMadeWithItsParentsOrSaysWhyNot) {
   const TempDir home;
   const TempDir outside;
-  home.Write(QStringLiteral("file"), "x");
-  QFile::link(home.Path(QStringLiteral("nothing")), home.Path(QStringLiteral("dangling")));
-  QFile::link(outside.Path(), home.Path(QStringLiteral("elsewhere")));
-  QFile::link(outside.Path(), home.Path(QStringLiteral("plain-out")));
+  home.Write("file", "x");
+  QFile::link(home.Path("nothing"), home.Path("dangling"));
+  QFile::link(outside.Path(), home.Path("elsewhere"));
+  QFile::link(outside.Path(), home.Path("plain-out"));
   struct Case {
     const char* folder;
     const char* below;
@@ -107,10 +91,8 @@ TEST(SaveFolder, IsMadeWithItsParentsOrSaysWhyNot) {
       {".", "file\\x", RunTimeError::PathAccess, false},
   };
   for (const Case& c : cases) {
-    const QString name = QString::fromUtf8(c.folder);
-    const QString path = name == QStringLiteral(".") ? home.Path() : home.Path(name);
-    const SaveFolder folder(path, QStringLiteral("/"));
-    const SaveFolder::Made made = folder.Make(QString::fromUtf8(c.below));
+    const SaveFolder folder(home.Path(c.folder), "/");
+    const SaveFolder::Made made = folder.Make(c.below);
     EXPECT_EQ(made.error, static_cast<int>(c.error)) << c.folder << " " << c.below;
     EXPECT_EQ(made.refused, c.refused) << c.folder << " " << c.below;
     EXPECT_TRUE(made.error != 0 || QFileInfo(made.path).isDir()) << c.folder << " " << c.below;
@@ -119,12 +101,12 @@ TEST(SaveFolder, IsMadeWithItsParentsOrSaysWhyNot) {
 
 TEST(SaveFolder, TheProgramsOwnFilesAreNotWrittenOver) {
   const TempDir home;
-  home.Write(QStringLiteral("Conf.txt"), "x");
-  home.Write(QStringLiteral("jobs.dat"), "x");
+  home.Write("Conf.txt", "x");
+  home.Write("jobs.dat", "x");
   const SaveFolder folder(home.Path(), home.Path());
-  EXPECT_NE(folder.Forbids(home.Path(QStringLiteral("Conf.txt"))), 0);
-  EXPECT_NE(folder.Forbids(home.Path(QStringLiteral("jobs.dat"))), 0);
-  EXPECT_EQ(folder.Forbids(home.Path(QStringLiteral("a.mp3"))), 0);
+  EXPECT_NE(folder.Forbids(home.Path("Conf.txt")), 0);
+  EXPECT_NE(folder.Forbids(home.Path("jobs.dat")), 0);
+  EXPECT_EQ(folder.Forbids(home.Path("a.mp3")), 0);
   EXPECT_EQ(folder.Forbids(home.Path(QString(5000, QLatin1Char('x')))),
             static_cast<int>(RunTimeError::BadFileName));
 }

@@ -3,6 +3,8 @@
 
 #include <QTimer>
 
+#include <unistd.h>
+
 #include "base/message_bus.h"
 #include "download/dry_run_power_control.h"
 #include "download/login1_power_control.h"
@@ -12,10 +14,11 @@
 namespace zentorin {
 namespace {
 
-const QString kSuspend = QStringLiteral("スタンバイ");
-const QString kPowerOff = QStringLiteral("シャットダウン");
-const QString kLogOff = QStringLiteral("ログオフ");
-const QString kError = QStringLiteral("org.freedesktop.DBus.Error.");
+const QString kSuspend = "スタンバイ";
+const QString kPowerOff = "シャットダウン";
+const QString kLogOff = "ログオフ";
+const QString kError = "org.freedesktop.DBus.Error.";
+const QString kAsked = QString("GetSessionByPID(%1)").arg(::getpid());
 
 class PowerControlTest : public test::DownloadTest {
  protected:
@@ -36,87 +39,80 @@ class PowerControlTest : public test::DownloadTest {
 };
 
 TEST_F(PowerControlTest, EveryActionMakesExactlyItsCallsInOrder) {
-  const QString session =
-      QStringLiteral("GetSessionByPID(%1) Get(org.freedesktop.login1.Session,Id)")
-          .arg(QCoreApplication::applicationPid());
-  const QList<QPair<QString, QString>> cases = {
-      {kSuspend, QStringLiteral("CanSuspend() SuspendWithFlags(16)")},
-      {QStringLiteral("休止"), QStringLiteral("CanHibernate() HibernateWithFlags(16)")},
-      {kLogOff, session + QStringLiteral(" TerminateSession(7)")},
-      {QStringLiteral("再起動"), QStringLiteral("CanReboot() RebootWithFlags(16)")},
-      {kPowerOff, QStringLiteral("CanPowerOff() PowerOffWithFlags(16)")},
-      {QStringLiteral("閉じる"), QString()},
-      {QStringLiteral("shutdown"), QString()},
+  const QString session = kAsked + " Get(org.freedesktop.login1.Session,Id)";
+  const std::pair<QString, QString> cases[] = {
+      {kSuspend, "CanSuspend() SuspendWithFlags(16)"},
+      {"休止", "CanHibernate() HibernateWithFlags(16)"},
+      {kLogOff, session + " TerminateSession(7)"},
+      {"再起動", "CanReboot() RebootWithFlags(16)"},
+      {kPowerOff, "CanPowerOff() PowerOffWithFlags(16)"},
+      {"閉じる", ""},
+      {"shutdown", ""},
   };
-  for (const auto& each : cases) {
-    EXPECT_EQ(CallsOf(each.first), each.second) << each.first.toStdString();
+  for (const auto& [action, calls] : cases) {
+    EXPECT_EQ(CallsOf(action), calls) << action.toStdString();
   }
-  for (const QString& answer : {QStringLiteral("inhibited"), QStringLiteral("inhibitor-blocked")}) {
-    services.answers[QStringLiteral("CanSuspend")] = answer;
+  for (const char* answer : {"inhibited", "inhibitor-blocked"}) {
+    services.answers["CanSuspend"] = answer;
     EXPECT_TRUE(Perform(kSuspend).done) << "inhibitors are overridden";
   }
-  EXPECT_EQ(Perform(kSuspend).text, QStringLiteral("「スタンバイ」を要求し、受け付けられました。"));
+  EXPECT_EQ(Perform(kSuspend).text, "「スタンバイ」を要求し、受け付けられました。");
 }
 
 TEST_F(PowerControlTest, AServiceThatKnowsNoFlagsIsCalledWithoutThem) {
   for (const char* error : {"UnknownMethod", "InvalidArgs"}) {
-    services.errors[QStringLiteral("PowerOffWithFlags")] = {kError + QLatin1String(error)};
-    EXPECT_EQ(CallsOf(kPowerOff),
-              QStringLiteral("CanPowerOff() PowerOffWithFlags(16) PowerOff(false)"));
+    services.errors["PowerOffWithFlags"] = {kError + error};
+    EXPECT_EQ(CallsOf(kPowerOff), "CanPowerOff() PowerOffWithFlags(16) PowerOff(false)");
   }
-  services.errors[QStringLiteral("PowerOffWithFlags")] = {kError + QStringLiteral("UnknownMethod")};
-  services.errors[QStringLiteral("PowerOff")] = {kError + QStringLiteral("AccessDenied")};
+  services.errors["PowerOffWithFlags"] = {kError + "UnknownMethod"};
+  services.errors["PowerOff"] = {kError + "AccessDenied"};
   EXPECT_EQ(CallsOf(kPowerOff),
-            QStringLiteral("CanPowerOff() PowerOffWithFlags(16) PowerOff(false)|"
-                           "「シャットダウン」を実行できません。許可されていません。"));
+            "CanPowerOff() PowerOffWithFlags(16) PowerOff(false)|"
+            "「シャットダウン」を実行できません。許可されていません。");
 }
 
 TEST_F(PowerControlTest, ARefusalIsASentenceThatNamesTheAction) {
-  const QList<QPair<const char*, QString>> answers = {
-      {"na", QStringLiteral("このコンピュータは対応していません。")},
-      {"no", QStringLiteral("許可されていません。")},
-      {"challenge", QStringLiteral("管理者の認証が必要です。")},
-      {"challenge-inhibitor-blocked", QStringLiteral("管理者の認証が必要です。")},
+  const char* const answers[][2] = {
+      {"na", "このコンピュータは対応していません。"},
+      {"no", "許可されていません。"},
+      {"challenge", "管理者の認証が必要です。"},
+      {"challenge-inhibitor-blocked", "管理者の認証が必要です。"},
   };
-  const QString cannot = QStringLiteral("「スタンバイ」を実行できません。");
-  for (const auto& each : answers) {
-    services.answers[QStringLiteral("CanSuspend")] = QString::fromLatin1(each.first);
-    EXPECT_EQ(CallsOf(kSuspend), QStringLiteral("CanSuspend()|") + cannot + each.second);
+  const QString cannot = "「スタンバイ」を実行できません。";
+  for (const auto& [answer, reason] : answers) {
+    services.answers["CanSuspend"] = answer;
+    EXPECT_EQ(CallsOf(kSuspend), "CanSuspend()|" + cannot + reason);
   }
   services.answers.clear();
-  const QString calls = QStringLiteral("CanSuspend() SuspendWithFlags(16)|") + cannot;
-  const QList<QPair<const char*, QString>> errors = {
-      {"AccessDenied", QStringLiteral("許可されていません。")},
-      {"InteractiveAuthorizationRequired", QStringLiteral("管理者の認証が必要です。")},
-      {"Failed", QStringLiteral("a reason（org.freedesktop.DBus.Error.Failed）")},
+  const QString calls = "CanSuspend() SuspendWithFlags(16)|" + cannot;
+  const char* const errors[][2] = {
+      {"AccessDenied", "許可されていません。"},
+      {"InteractiveAuthorizationRequired", "管理者の認証が必要です。"},
+      {"Failed", "a reason（org.freedesktop.DBus.Error.Failed）"},
   };
-  for (const auto& each : errors) {
-    services.errors[QStringLiteral("SuspendWithFlags")] = {kError + QLatin1String(each.first)};
-    EXPECT_EQ(CallsOf(kSuspend), calls + each.second);
+  for (const auto& [error, reason] : errors) {
+    services.errors["SuspendWithFlags"] = {kError + error};
+    EXPECT_EQ(CallsOf(kSuspend), calls + reason);
   }
 }
 
 TEST_F(PowerControlTest, ALogOffOutsideASessionTakesTheOneThatTheEnvironmentNames) {
-  const QString none = QStringLiteral("org.freedesktop.login1.NoSessionForPID");
-  const QString asked =
-      QStringLiteral("GetSessionByPID(%1)").arg(QCoreApplication::applicationPid());
+  const QString none = "org.freedesktop.login1.NoSessionForPID";
   const QByteArray before = qgetenv("XDG_SESSION_ID");
   qputenv("XDG_SESSION_ID", "c3");
-  services.errors[QStringLiteral("GetSessionByPID")] = {none, none};
-  EXPECT_EQ(CallsOf(kLogOff), asked + QStringLiteral(" TerminateSession(c3)"));
+  services.errors["GetSessionByPID"] = {none, none};
+  EXPECT_EQ(CallsOf(kLogOff), kAsked + " TerminateSession(c3)");
   qunsetenv("XDG_SESSION_ID");
-  EXPECT_EQ(
-      CallsOf(kLogOff),
-      asked + QStringLiteral("|「ログオフ」を実行できません。ログインセッションがありません。"));
+  EXPECT_EQ(CallsOf(kLogOff),
+            kAsked + "|「ログオフ」を実行できません。ログインセッションがありません。");
   if (!before.isNull()) qputenv("XDG_SESSION_ID", before);
 }
 
 TEST_F(PowerControlTest, AMissingOrSilentServiceIsReportedWithinItsBound) {
-  const QString missing = QStringLiteral(
+  const QString missing =
       "「シャットダウン」を実行できません。電源管理サービス（org.freedesktop.login1）"
-      "がありません。");
-  for (const QString& address :
-       {QString(), QStringLiteral("unix:path=") + home.Path(QStringLiteral("no-bus"))}) {
+      "がありません。";
+  for (const QString& address : {QString(), "unix:path=" + home.Path("no-bus")}) {
     MessageBus noBus(address);
     Login1PowerControl control(noBus);
     const auto hold = control.KeepAwake();
@@ -125,60 +121,48 @@ TEST_F(PowerControlTest, AMissingOrSilentServiceIsReportedWithinItsBound) {
   MessageBus impatient(services.Address(), std::chrono::milliseconds(100));
   Login1PowerControl control(impatient);
   for (const char* method : {"PowerOffWithFlags", "CanPowerOff"}) {
-    services.silent.insert(QLatin1String(method));
+    services.silent.insert(method);
     EXPECT_EQ(QCoro::waitFor(control.Perform(kPowerOff)).text,
-              QStringLiteral("「シャットダウン」を実行できません。電源管理サービス"
-                             "（org.freedesktop.login1）から 0.1 秒以内に応答がありません。"));
+              "「シャットダウン」を実行できません。電源管理サービス"
+              "（org.freedesktop.login1）から 0.1 秒以内に応答がありません。");
   }
-  EXPECT_EQ(services.calls.join(u' '),
-            QStringLiteral("CanPowerOff() PowerOffWithFlags(16) CanPowerOff()"));
+  EXPECT_EQ(services.calls.join(u' '), "CanPowerOff() PowerOffWithFlags(16) CanPowerOff()");
   services.Withdraw();
   EXPECT_EQ(CallsOf(kPowerOff), u'|' + missing);
 }
 
 TEST_F(PowerControlTest, SleepIsHeldOffUntilTheHoldEnds) {
-  const QString lock = QStringLiteral("Inhibit(%1,Zentorin,一括ダウンロードの実行中,block)");
-  const QString whole = lock.arg(QStringLiteral("sleep:idle"));
-  const QString idle = lock.arg(QStringLiteral("idle"));
-  const QString released = QStringLiteral("released");
+  const QString lock = "Inhibit(%1,Zentorin,一括ダウンロードの実行中,block)";
+  const QString whole = lock.arg("sleep:idle");
+  const QString idle = lock.arg("idle");
   auto hold = login1.KeepAwake();
   services.WaitForCall(whole);
   // The answer to this question comes after the lock has been handed over.
-  EXPECT_EQ(CallsOf(kPowerOff), QStringLiteral("CanPowerOff() PowerOffWithFlags(16)"));
+  EXPECT_EQ(CallsOf(kPowerOff), "CanPowerOff() PowerOffWithFlags(16)");
   hold.reset();
-  services.WaitForCall(released);
+  services.WaitForCall("released");
 
   services.calls.clear();
-  services.errors[QStringLiteral("Inhibit")] = {kError + QStringLiteral("AccessDenied")};
+  services.errors["Inhibit"] = {kError + "AccessDenied"};
   hold = login1.KeepAwake();
   services.WaitForCall(idle);
   hold.reset();  // perhaps before the answer is here: the lock does not outlive it
-  services.WaitForCall(released);
-  EXPECT_EQ(services.calls, QStringList({whole, idle, released}));
+  services.WaitForCall("released");
+  EXPECT_EQ(services.calls, QStringList({whole, idle, "released"}));
 }
 
 TEST_F(PowerControlTest, ADryRunSaysWhatItWouldCall) {
   DryRunPowerControl dry;
   EXPECT_EQ(QCoro::waitFor(dry.Perform(kPowerOff)).text,
-            QStringLiteral("「シャットダウン」は試行のため実行しません（呼び出し: "
-                           "PowerOffWithFlags(16)）。"));
-  EXPECT_TRUE(QCoro::waitFor(dry.Perform(QStringLiteral("閉じる"))).text.isEmpty());
+            "「シャットダウン」は試行のため実行しません（呼び出し: "
+            "PowerOffWithFlags(16)）。");
+  EXPECT_TRUE(QCoro::waitFor(dry.Perform("閉じる")).text.isEmpty());
   EXPECT_EQ(dry.KeepAwake(), nullptr);
 }
 
 TEST_F(PowerControlTest, ABatchHoldsSleepOffAndActsAfterItsCountdown) {
-  CrawlContext crawl{.http = http,
-                     .state = state,
-                     .board = board,
-                     .messages = messages,
-                     .clock = shownClock,
-                     .clockOptions = clockOptions,
-                     .urlList = urlList,
-                     .job = job,
-                     .files = files};
-  FileListGenerator generator{crawl};
   RunDriver driver{context, urlList, generator, login1};
-  server.Route(QStringLiteral("/dir/index.html"), test::Answer::Text("nothing"));
+  server.Route("/dir/index.html", test::Answer::Text("nothing"));
   Perform(kSuspend);  // the bus is open now: the hold is asked for at once
   services.calls.clear();
   QStringList before;
@@ -187,21 +171,19 @@ TEST_F(PowerControlTest, ABatchHoldsSleepOffAndActsAfterItsCountdown) {
   driver.SetAfterBatchAction(kSuspend);
   QCoro::waitFor(driver.DownloadCommand(true));
   EXPECT_EQ(before.size(), 1) << before.join(u' ').toStdString();
-  EXPECT_EQ(services.calls.mid(1),
-            QStringList({QStringLiteral("released"), QStringLiteral("CanSuspend()"),
-                         QStringLiteral("SuspendWithFlags(16)")}));
-  EXPECT_EQ(board.Status(), QStringLiteral("「スタンバイ」を要求し、受け付けられました。"));
+  EXPECT_EQ(services.calls.mid(1).join(' '), "released CanSuspend() SuspendWithFlags(16)");
+  EXPECT_EQ(board.Status(), "「スタンバイ」を要求し、受け付けられました。");
 
   services.calls.clear();
   driver.SetAfterBatchAction(kSuspend);
   QTimer watch;
   QObject::connect(&watch, &QTimer::timeout, [&] {
-    if (board.File() == QStringLiteral("0.1")) driver.CancelCommand();
+    if (board.File() == "0.1") driver.CancelCommand();
   });
   watch.start(0);
   QCoro::waitFor(driver.DownloadCommand(true));
   EXPECT_TRUE(driver.WasCancelled());
-  EXPECT_FALSE(services.calls.contains(QStringLiteral("CanSuspend()")));
+  EXPECT_FALSE(services.calls.contains("CanSuspend()"));
 }
 
 }  // namespace

@@ -35,47 +35,43 @@ class Progress : public DownloadProgress {
 class SingleDownloadTest : public test::DownloadTest {
  protected:
   int Fetch(const char* target, const QString& file) {
-    const QString url = QStringLiteral("http://site.test") + QString::fromUtf8(target);
-    return QCoro::waitFor(single.DownloadToFile(url, file, &progress));
+    return QCoro::waitFor(
+        single.DownloadToFile(QString("http://site.test") + target, file, &progress));
   }
 
-  QString path = home.Path(QStringLiteral("f"));
+  QString path = home.Path("f");
   Progress progress{state};
   SingleDownload single{engine, http, state};
 };
 
 TEST_F(SingleDownloadTest, AnOldFileIsWrittenOverFromItsStartAndNotTruncated) {
-  home.Write(QStringLiteral("f"), QByteArray(100, 'o'));
-  server.Route(QStringLiteral("/a"), Answer::Text("0123456789"));
+  home.Write("f", QByteArray(100, 'o'));
+  server.Route("/a", Answer::Text("0123456789"));
   EXPECT_EQ(Fetch("/a", path), 0);
-  EXPECT_EQ(home.Read(QStringLiteral("f")), "0123456789" + QByteArray(90, 'o'));
+  EXPECT_EQ(home.Read("f"), "0123456789" + QByteArray(90, 'o'));
   EXPECT_EQ(server.Requests().last().Header("User-Agent"), "Zentorin");
 }
 
-TEST_F(SingleDownloadTest, ALargeBodyComesWholeAndTheCaptionStaysAtZero) {
+TEST_F(SingleDownloadTest, ABodyComesWholeAndTheCaptionOfAKnownLengthStaysAtZero) {
+  Answer unknown = Answer::Text("abc").Ends(Answer::Ending::Close);
+  unknown.contentLength = "";
+  server.Route("/unknown", unknown);
+  EXPECT_EQ(Fetch("/unknown", path), 0);
+  EXPECT_EQ(home.Read("f"), "abc");
+  EXPECT_TRUE(progress.captions.isEmpty());
   constexpr qint64 kBytes = 250'000;
-  server.Route(QStringLiteral("/a"), Answer::Generated(kBytes));
+  server.Route("/a", Answer::Generated(kBytes));
   EXPECT_EQ(Fetch("/a", path), 0);
-  EXPECT_EQ(home.Read(QStringLiteral("f")), LoopbackServer::GeneratedBytes(0, kBytes));
-  EXPECT_EQ(progress.captions, QStringList(3, QStringLiteral("0.000"))) << "one for each block";
+  EXPECT_EQ(home.Read("f"), LoopbackServer::GeneratedBytes(0, kBytes));
+  EXPECT_EQ(progress.captions, QStringList(3, "0.000")) << "one for each block";
   EXPECT_EQ(progress.bytes, kBytes);
 }
 
-TEST_F(SingleDownloadTest, AnUnknownLengthShowsNoCaption) {
-  Answer answer = Answer::Text("abc").Ends(Answer::Ending::Close);
-  answer.contentLength = "";
-  server.Route(QStringLiteral("/a"), answer);
-  EXPECT_EQ(Fetch("/a", path), 0);
-  EXPECT_EQ(home.Read(QStringLiteral("f")), "abc");
-  EXPECT_TRUE(progress.captions.isEmpty());
-}
-
 TEST_F(SingleDownloadTest, ResultsAndWhatTheyLeave) {
-  server.Route(QStringLiteral("/empty"), Answer::Text({}));
-  server.Route(QStringLiteral("/500"), Answer::Status(500));
-  server.Route(QStringLiteral("/short"),
-               Answer::Generated(300'000).Ends(Answer::Ending::CutOff, 150'000));
-  server.Route(QStringLiteral("/silent"), Answer::Text("x").Ends(Answer::Ending::CutOff, 0));
+  server.Route("/empty", Answer::Text({}));
+  server.Route("/500", Answer::Status(500));
+  server.Route("/short", Answer::Generated(300'000).Ends(Answer::Ending::CutOff, 150'000));
+  server.Route("/silent", Answer::Text("x").Ends(Answer::Ending::CutOff, 0));
   struct Case {
     const char* target;
     int code;
@@ -88,52 +84,47 @@ TEST_F(SingleDownloadTest, ResultsAndWhatTheyLeave) {
     EXPECT_EQ(QFileInfo::exists(path), c.leavesFile) << c.target;
     EXPECT_FALSE(single.FileRefused()) << c.target;
   }
-  EXPECT_EQ(QCoro::waitFor(single.DownloadToFile(QStringLiteral("mms://h/a"), path, nullptr)), -1);
+  EXPECT_EQ(QCoro::waitFor(single.DownloadToFile("mms://h/a", path, nullptr)), -1);
 }
 
 TEST_F(SingleDownloadTest, ACancelLeavesTheBlockInHandUnwritten) {
-  server.Route(QStringLiteral("/a"), Answer::Generated(10'000'000));
+  server.Route("/a", Answer::Generated(10'000'000));
   progress.cancelAt = 1;
   EXPECT_EQ(Fetch("/a", path), 1);
   EXPECT_EQ(QFileInfo(path).size(), HttpTransfer::kBlockBytes);
 }
 
 TEST_F(SingleDownloadTest, AFullDiskIsError61) {
-  server.Route(QStringLiteral("/a"), Answer::Generated(250'000));
+  server.Route("/a", Answer::Generated(250'000));
   SingleDownload full(engine, http, state, [](int, const void*, size_t) -> ssize_t {
     errno = ENOSPC;
     return -1;
   });
-  EXPECT_EQ(QCoro::waitFor(full.DownloadToFile(QStringLiteral("http://site.test/a"), path, {})),
-            61);
+  EXPECT_EQ(QCoro::waitFor(full.DownloadToFile("http://site.test/a", path, {})), 61);
 }
 
 TEST_F(SingleDownloadTest, WhatIsNoRegularFileIsRefusedAtOnce) {
-  server.Route(QStringLiteral("/a"), Answer::Text("new"));
-  const QString target = home.Write(QStringLiteral("target"), "old");
-  QFile::link(target, home.Path(QStringLiteral("link")));
-  ASSERT_EQ(::mkfifo(QFile::encodeName(home.Path(QStringLiteral("pipe"))).constData(), 0600), 0);
-  for (const QString& name : {QStringLiteral("link"), QStringLiteral("pipe"), QString()}) {
-    EXPECT_EQ(Fetch("/a", home.Path(name)), 75) << name.toStdString();
-    EXPECT_TRUE(single.FileRefused()) << name.toStdString();
+  server.Route("/a", Answer::Text("new"));
+  const QString target = home.Write("target", "old");
+  QFile::link(target, home.Path("link"));
+  ASSERT_EQ(::mkfifo(QFile::encodeName(home.Path("pipe")).constData(), 0600), 0);
+  for (const char* name : {"link", "pipe", ""}) {
+    EXPECT_EQ(Fetch("/a", home.Path(name)), 75) << name;
+    EXPECT_TRUE(single.FileRefused()) << name;
   }
-  EXPECT_EQ(home.Read(QStringLiteral("target")), "old");
-  EXPECT_EQ(Fetch("/a", home.Path(QStringLiteral("missing/f"))), 76);
+  EXPECT_EQ(home.Read("target"), "old");
+  EXPECT_EQ(Fetch("/a", home.Path("missing/f")), 76);
 }
 
 TEST_F(SingleDownloadTest, TheWholeBodyWayWritesAllButA404AndABrokenBody) {
-  server.Route(QStringLiteral("/a"), Answer::Text("new"));
-  server.Route(QStringLiteral("/500"), Answer::Status(500));
-  server.Route(QStringLiteral("/short"), Answer::Text("newer").Ends(Answer::Ending::CutOff, 3));
-  struct Case {
-    const char* target;
-    const char* content;
-  };
-  for (const Case& c : {Case{"/a", "newld"}, Case{"/404", "oldld"}, Case{"/short", "oldld"}}) {
-    home.Write(QStringLiteral("f"), "oldld");
-    const QString url = QStringLiteral("http://site.test") + QString::fromUtf8(c.target);
-    EXPECT_EQ(QCoro::waitFor(single.HTTPDownloadFile(url, path)), 0);
-    EXPECT_EQ(home.Read(QStringLiteral("f")), c.content) << c.target;
+  server.Route("/a", Answer::Text("new"));
+  server.Route("/short", Answer::Text("newer").Ends(Answer::Ending::CutOff, 3));
+  const char* const cases[][2] = {{"/a", "newld"}, {"/404", "oldld"}, {"/short", "oldld"}};
+  for (const auto& [target, content] : cases) {
+    home.Write("f", "oldld");
+    EXPECT_EQ(QCoro::waitFor(single.HTTPDownloadFile(QString("http://site.test") + target, path)),
+              0);
+    EXPECT_EQ(home.Read("f"), content) << target;
   }
 }
 
