@@ -9,22 +9,17 @@
 namespace zentorin {
 namespace {
 
-const QChar kBad(QChar::ReplacementCharacter);
-
 TEST(AnsiText, DecodesTheCodePageAndMarksEveryByteThatIsNoCharacter) {
   ASSERT_TRUE(AnsiCodecAvailable());
   using Case = std::tuple<QByteArray, QString>;
-  const std::vector<Case> cases = {
-      {QByteArray("\x81\x60\x87\x40\xb1\x5c\x7e"), QStringLiteral("～①ｱ\\~")},
-      {QByteArray("\xf0\x40\xfa\xb1"), QStringLiteral("\uE000﨑")},
-      {QByteArray("\0\x01\x1a\x7f", 4), QString::fromUtf8("\0\x01\x1a\x7f", 4)},
-      {QByteArray("\x80\xa0\xfd\xff"), QString(4, kBad)},
-      {QByteArray("a\x82"), QStringLiteral("a") + kBad},
-      {QByteArray("\x82\x0a\x82\x82\x82"), kBad + QStringLiteral("\nｂ") + kBad},
-      {QByteArray("\x81\xff\x40"), QString(2, kBad) + QStringLiteral("@")},
-      {QByteArray(), QString()},
-  };
-  for (const auto& [bytes, text] : cases)
+  for (const auto& [bytes, text] :
+       {Case(QByteArray("\x81\x60\x87\x40\xb1\x5c\x7e"), "～①ｱ\\~"),
+        Case(QByteArray("\xf0\x40\xfa\xb1"), "\uE000﨑"),
+        Case(QByteArray("\0\x01\x1a\x7f", 4), QString::fromUtf8("\0\x01\x1a\x7f", 4)),
+        Case(QByteArray("\x80\xa0\xfd\xff"), "\uFFFD\uFFFD\uFFFD\uFFFD"),
+        Case(QByteArray("a\x82"), "a\uFFFD"),
+        Case(QByteArray("\x82\x0a\x82\x82\x82"), "\uFFFD\nｂ\uFFFD"),
+        Case(QByteArray("\x81\xff\x40"), "\uFFFD\uFFFD@"), Case(QByteArray(), QString())})
     EXPECT_EQ(DecodeAnsi(bytes), text) << bytes.toHex().constData();
 }
 
@@ -40,20 +35,16 @@ TEST(AnsiText, EncodesExactlyOrNotAtAll) {
     }
   }
   EXPECT_EQ(accepted, 128 + 63 + 9206);  // ASCII, half-width katakana, characters of two bytes
-  EXPECT_EQ(EncodeAnsi(QStringLiteral("～①ｱ∪")).bytes, QByteArray("\x81\x60\x87\x40\xb1\x81\xbe"));
+  EXPECT_EQ(EncodeAnsi(u"～①ｱ∪").bytes, QByteArray("\x81\x60\x87\x40\xb1\x81\xbe"));
 }
 
 TEST(AnsiText, NamesTheFirstCharacterThatCannotBeKept) {
   using Case = std::tuple<QString, qsizetype, QString>;
-  const std::vector<Case> cases = {
-      {QStringLiteral("a¥b"), 1, QStringLiteral("¥")},
-      {QStringLiteral("日本〜😀"), 2, QStringLiteral("〜")},
-      {QStringLiteral("日本😀€"), 2, QStringLiteral("😀")},
-      {QString(QChar(0xD83D)), 0, QString(QChar(0xD83D))},
-      {QString(QChar(0xDE00)) + QLatin1Char('a'), 0, QString(QChar(0xDE00))},
-      {QString(kBad), 0, QString(kBad)},
-  };
-  for (const auto& [text, position, character] : cases) {
+  for (const auto& [text, position, character] :
+       {Case("a¥b", 1, "¥"), Case("日本〜😀", 2, "〜"), Case("日本😀€", 2, "😀"),
+        Case(QString(QChar(0xD83D)), 0, QString(QChar(0xD83D))),
+        Case(QString(QChar(0xDE00)) + QLatin1Char('a'), 0, QString(QChar(0xDE00))),
+        Case("\uFFFD", 0, "\uFFFD")}) {
     const AnsiBytes ansi = EncodeAnsi(text);
     const UnencodableCharacter fault = ansi.fault.value_or(UnencodableCharacter{});
     EXPECT_TRUE(ansi.bytes.isEmpty());
@@ -64,10 +55,8 @@ TEST(AnsiText, NamesTheFirstCharacterThatCannotBeKept) {
 
 TEST(AnsiText, SplitsLinesAtCrLfAndLf) {
   EXPECT_EQ(SplitLines(QString()), QStringList());
-  EXPECT_EQ(SplitLines(QStringLiteral("\r\n")), QStringList({QString()}));
-  EXPECT_EQ(
-      SplitLines(QStringLiteral("a\r\n\nb\rc\r\r\nd")),
-      QStringList({QStringLiteral("a"), QString(), QStringLiteral("b\rc\r"), QStringLiteral("d")}));
+  EXPECT_EQ(SplitLines("\r\n"), QStringList({QString()}));
+  EXPECT_EQ(SplitLines("a\r\n\nb\rc\r\r\nd"), QStringList({"a", QString(), "b\rc\r", "d"}));
 }
 
 }  // namespace

@@ -13,23 +13,22 @@ namespace {
 
 TEST(DisplayServer, ADisplayThatNobodyServesIsNone) {
   const TempDir dir;
-  const QByteArray gone = dir.Path(QStringLiteral("gone")).toUtf8();
+  const QByteArray gone = dir.Path("gone").toUtf8();
   // Its queue takes connections, and nobody looks at them.
   QLocalServer silent;
   const QByteArray number = QByteArray::number(QCoreApplication::applicationPid());
   silent.setSocketOptions(QLocalServer::AbstractNamespaceOption);
-  ASSERT_TRUE(silent.listen(QStringLiteral("/tmp/.X11-unix/X") + QString::fromLatin1(number)));
+  ASSERT_TRUE(silent.listen(QStringLiteral("/tmp/.X11-unix/X") + number));
   for (const QByteArray& x11 : {QByteArray(":54321"), QByteArray("no display"), ':' + number}) {
     qputenv("DISPLAY", x11);
     qputenv("WAYLAND_DISPLAY", gone);
-    EXPECT_EQ(DropDeadDisplays(std::chrono::milliseconds(100)),
-              QStringList({QString::fromUtf8(x11), QString::fromUtf8(gone)}));
+    EXPECT_EQ(DropDeadDisplays(std::chrono::milliseconds(100)), QStringList({x11, gone}));
     EXPECT_FALSE(qEnvironmentVariableIsSet("DISPLAY"));
     EXPECT_FALSE(qEnvironmentVariableIsSet("WAYLAND_DISPLAY"));
   }
   EXPECT_TRUE(silent.hasPendingConnections() || silent.waitForNewConnection(1000)) << "was asked";
   QLocalServer wayland;
-  ASSERT_TRUE(wayland.listen(dir.Path(QStringLiteral("wayland-7"))));
+  ASSERT_TRUE(wayland.listen(dir.Path("wayland-7")));
   qputenv("WAYLAND_DISPLAY", "wayland-7");
   qputenv("XDG_RUNTIME_DIR", dir.Path().toUtf8());
   EXPECT_EQ(DropDeadDisplays(), QStringList());

@@ -14,19 +14,18 @@ namespace {
 
 using std::chrono::milliseconds;
 
-const QString kAbsent = QStringLiteral("org.freedesktop.DBus.Error.Disconnected");
+const QString kAbsent = "org.freedesktop.DBus.Error.Disconnected";
 
 QDBusMessage Question() {
-  const QString service = QStringLiteral("org.freedesktop.login1");
-  return QDBusMessage::createMethodCall(service, QStringLiteral("/"), service,
-                                        QStringLiteral("CanSuspend"));
+  const QString service = "org.freedesktop.login1";
+  return QDBusMessage::createMethodCall(service, "/", service, "CanSuspend");
 }
 
 // Takes connections at a socket and says `words` to each first line, or nothing at all.
 class OddBus : public QLocalServer {
  public:
   explicit OddBus(QByteArray words) : words_(std::move(words)) {
-    EXPECT_TRUE(listen(dir_.Path(QStringLiteral("bus"))));
+    EXPECT_TRUE(listen(dir_.Path("bus")));
     connect(this, &QLocalServer::newConnection, this, [this] {
       QLocalSocket* const socket = nextPendingConnection();
       connect(socket, &QLocalSocket::readyRead, socket, [this, socket] {
@@ -34,7 +33,7 @@ class OddBus : public QLocalServer {
       });
     });
   }
-  QString Address() const { return QStringLiteral("unix:path=") + fullServerName(); }
+  QString Address() const { return "unix:path=" + fullServerName(); }
 
  private:
   TempDir dir_;
@@ -50,17 +49,17 @@ TEST(MessageBus, ABusThatDoesNotGreetCountsAsMissingAndHoldsNothingUp) {
     MessageBus bad(odd.Address(), milliseconds(200));
     auto late = bad.Call(Question());
     const QDBusMessage meanwhile = QCoro::waitFor(good.Call(Question()));
-    EXPECT_EQ(meanwhile.arguments(), QVariantList({QStringLiteral("yes")}));
+    EXPECT_EQ(meanwhile.arguments(), QVariantList({"yes"}));
     EXPECT_EQ(QCoro::waitFor(late).errorName(), kAbsent) << words.left(20).toStdString();
   }
 }
 
 TEST(MessageBus, AnAddressMayNameSeveralPlaces) {
   const PrivateBus services;
-  const QString dead = QStringLiteral("tcp:host=a.test,port=1;unix:path=/nonexistent/bus");
+  const QString dead = "tcp:host=a.test,port=1;unix:path=/nonexistent/bus";
   MessageBus second(dead + u';' + services.Address());
   EXPECT_EQ(QCoro::waitFor(second.Call(Question())).type(), QDBusMessage::ReplyMessage);
-  for (const QString& address : {QString(), dead, QStringLiteral("unix:path=")}) {
+  for (const QString& address : {QString(), dead, QString("unix:path=")}) {
     MessageBus none(address);
     EXPECT_EQ(QCoro::waitFor(none.Call(Question())).errorName(), kAbsent);
   }
@@ -75,7 +74,7 @@ TEST(MessageBus, WhatWasSentArrivesThoughTheBusObjectEndsAtOnce) {
     bus.Send(Question());
     bus.Ask(Question(), receiver.get(), [&](const QDBusMessage&) { told = true; });
   }
-  services.WaitForCall(QStringLiteral("CanSuspend()"));
+  services.WaitForCall("CanSuspend()");
   MessageBus bus(services.Address());
   bus.Ask(Question(), receiver.get(), [&](const QDBusMessage&) { told = true; });
   receiver.reset();

@@ -11,56 +11,35 @@
 namespace zentorin {
 namespace {
 
-// An environment variable that gets its old value back.
-class ScopedVariable {
- public:
-  ScopedVariable(const char* name, const QString& value)
-      : name_(name), wasSet_(qEnvironmentVariableIsSet(name)), old_(qgetenv(name)) {
-    Set(value);
-  }
-  ScopedVariable(const ScopedVariable&) = delete;
-  ScopedVariable& operator=(const ScopedVariable&) = delete;
-  ~ScopedVariable() {
-    if (wasSet_)
-      qputenv(name_, old_);
-    else
-      qunsetenv(name_);
-  }
-
-  void Set(const QString& value) const { qputenv(name_, value.toUtf8()); }
-
- private:
-  const char* name_;
-  bool wasSet_;
-  QByteArray old_;
-};
+void SetVariable(const char* name, const QString& value) {
+  qputenv(name, value.toUtf8());
+}
 
 TEST(ProgramFolder, IsTheUsersDataFolderWhenNothingElseIsSaid) {
   const test::TempDir dir;
-  const ScopedVariable home("ZENTORIN_HOME", {});
-  const ScopedVariable data("XDG_DATA_HOME", dir.Path(QStringLiteral("data")));
-  const ScopedVariable userHome("HOME", dir.Path(QStringLiteral("me")));
-  const QString bin = dir.Path(QStringLiteral("bin"));
-
-  EXPECT_EQ(FindProgramFolder(bin), dir.Path(QStringLiteral("data/zentorin")));
-  EXPECT_TRUE(QFileInfo(dir.Path(QStringLiteral("data/zentorin"))).isDir());
-  for (const QString& useless : {QString(), QStringLiteral("relative")}) {
-    data.Set(useless);
-    EXPECT_EQ(FindProgramFolder(bin), dir.Path(QStringLiteral("me/.local/share/zentorin")));
+  const QString bin = dir.Path("bin");
+  SetVariable("ZENTORIN_HOME", {});
+  SetVariable("XDG_DATA_HOME", dir.Path("data"));
+  SetVariable("HOME", dir.Path("me"));
+  EXPECT_EQ(FindProgramFolder(bin), dir.Path("data/zentorin"));
+  EXPECT_TRUE(QFileInfo(dir.Path("data/zentorin")).isDir());
+  for (const char* useless : {"", "relative"}) {
+    SetVariable("XDG_DATA_HOME", useless);
+    EXPECT_EQ(FindProgramFolder(bin), dir.Path("me/.local/share/zentorin"));
   }
 }
 
 TEST(ProgramFolder, IsTheOneThatTheUserNamesOrCarriesAlong) {
   const test::TempDir dir;
-  const ScopedVariable home("ZENTORIN_HOME", {});
-  const QString bin = dir.Path(QStringLiteral("bin"));
-  dir.Write(QStringLiteral("bin/portable"), "");
+  const QString bin = dir.Path("bin");
+  SetVariable("ZENTORIN_HOME", {});
+  dir.Write("bin/portable", "");
   EXPECT_EQ(FindProgramFolder(bin), bin);
-  home.Set(dir.Path(QStringLiteral("own/")));
-  EXPECT_EQ(FindProgramFolder(bin), dir.Path(QStringLiteral("own")));
-  home.Set(QStringLiteral("."));
+  SetVariable("ZENTORIN_HOME", dir.Path("own/"));
+  EXPECT_EQ(FindProgramFolder(bin), dir.Path("own"));
+  SetVariable("ZENTORIN_HOME", ".");
   EXPECT_EQ(FindProgramFolder(bin), QDir::currentPath());
-  home.Set(dir.Path(QStringLiteral("bin/portable")));
+  SetVariable("ZENTORIN_HOME", dir.Path("bin/portable"));
   EXPECT_EQ(FindProgramFolder(bin), QString()) << "a file is in the way";
 }
 

@@ -36,11 +36,11 @@ TEST(StatusBoard, TellsOnlyWhatChanged) {
   QObject::connect(&board, &StatusBoard::Changed, &board, [&] { ++changes; });
   board.SetBusy(false);
   board.SetStatus({});
-  board.SetCancelCaption(QStringLiteral("キャンセル"));
+  board.SetCancelCaption("キャンセル");
   EXPECT_EQ(changes, 0);
-  board.SetStatus(QStringLiteral("a"), StatusBoard::kRed);
+  board.SetStatus("a", StatusBoard::kRed);
   EXPECT_EQ(changes, 1) << "text and colour are one change";
-  board.SetStatus(QStringLiteral("a"), StatusBoard::kBlue);
+  board.SetStatus("a", StatusBoard::kBlue);
   EXPECT_EQ(changes, 2);
   board.SetProgress(7);
   EXPECT_EQ(board.Progress(), 1.0);

@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <cerrno>
 #include <csignal>
 #include <tuple>
 #include <vector>
@@ -46,16 +45,16 @@ void ExpectFailure(const FileOutcome& outcome, RunTimeError error, const QString
 
 TEST(TextFile, RefusesWhatCannotBeReadAndLeavesTheBytesAlone) {
   const test::TempDir dir;
-  const QString fifo = dir.Path(QStringLiteral("pipe"));
+  const QString fifo = dir.Path("pipe");
   ASSERT_EQ(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
-  const QString file = dir.Write(QStringLiteral("a.txt"), "12345");
+  const QString file = dir.Write("a.txt", "12345");
   using Case = std::tuple<QString, RunTimeError>;
   const std::vector<Case> cases = {
-      {dir.Path(QStringLiteral("none")), RunTimeError::PathMissing},
-      {file + QStringLiteral("/below"), RunTimeError::PathMissing},
+      {dir.Path("none"), RunTimeError::PathMissing},
+      {file + "/below", RunTimeError::PathMissing},
       {dir.Path(), RunTimeError::PathAccess},
       {fifo, RunTimeError::PathAccess},
-      {QStringLiteral("/dev/zero"), RunTimeError::PathAccess},
+      {"/dev/zero", RunTimeError::PathAccess},
       {dir.Path(QString(300, QLatin1Char('a'))), RunTimeError::BadFileName},
       {file + QChar(QChar::Null), RunTimeError::BadFileName},
       {file, RunTimeError::Other},  // longer than allowed
@@ -69,59 +68,48 @@ TEST(TextFile, RefusesWhatCannotBeReadAndLeavesTheBytesAlone) {
 
 TEST(TextFile, ReplacesTheFileThatALinkLeadsTo) {
   const test::TempDir dir;
-  const QString target = dir.Write(QStringLiteral("real/a.txt"), "old");
-  const QString link = dir.Path(QStringLiteral("link.txt"));
-  ASSERT_TRUE(QFile::link(QStringLiteral("real/a.txt"), link));
+  const QString target = dir.Write("real/a.txt", "old");
+  const QString link = dir.Path("link.txt");
+  ASSERT_TRUE(QFile::link("real/a.txt", link));
   ASSERT_TRUE(WriteWholeFile(link, "new").Ok());
   EXPECT_TRUE(QFileInfo(link).isSymLink());
-  EXPECT_EQ(dir.Read(QStringLiteral("real/a.txt")), "new");
+  EXPECT_EQ(dir.Read("real/a.txt"), "new");
   ASSERT_TRUE(QFile::remove(target));
   const FileOutcome dangling = WriteWholeFile(link, "again");
   EXPECT_TRUE(dangling.Ok()) << dangling.message.toStdString();
-  EXPECT_EQ(dir.Read(QStringLiteral("real/a.txt")), "again");
+  EXPECT_EQ(dir.Read("real/a.txt"), "again");
 }
 
 TEST(TextFile, RefusesPlacesThatCannotBeWritten) {
   const test::TempDir dir;
-  const QString file = dir.Write(QStringLiteral("a.txt"), "old");
-  const QString dangling = dir.Path(QStringLiteral("dangling"));
-  const QString loop = dir.Path(QStringLiteral("loop"));
-  ASSERT_TRUE(QFile::link(QStringLiteral("nowhere/a.txt"), dangling));
-  ASSERT_TRUE(QFile::link(QStringLiteral("loop"), loop));
+  const QString file = dir.Write("a.txt", "old");
+  const QString dangling = dir.Path("dangling");
+  const QString loop = dir.Path("loop");
+  ASSERT_TRUE(QFile::link("nowhere/a.txt", dangling));
+  ASSERT_TRUE(QFile::link("loop", loop));
   using Case = std::tuple<QString, RunTimeError>;
-  const std::vector<Case> cases = {
-      {dir.Path(), RunTimeError::PathAccess},
-      {QStringLiteral("/dev/null"), RunTimeError::PathAccess},
-      {dir.Path(QStringLiteral("none/a.txt")), RunTimeError::PathMissing},
-      {file + QStringLiteral("/below"), RunTimeError::PathMissing},
-      {dangling, RunTimeError::PathMissing},
-      {loop, RunTimeError::PathAccess},
-      {dir.Path(QString(300, QLatin1Char('a'))), RunTimeError::BadFileName},
-      {file + QChar(QChar::Null), RunTimeError::BadFileName},
-  };
-  for (const auto& [path, error] : cases) ExpectFailure(WriteWholeFile(path, "new"), error, path);
-  EXPECT_EQ(dir.Read(QStringLiteral("a.txt")), "old");
+  for (const auto& [path, error] :
+       {Case(dir.Path(), RunTimeError::PathAccess), Case("/dev/null", RunTimeError::PathAccess),
+        Case(dir.Path("none/a.txt"), RunTimeError::PathMissing),
+        Case(file + "/below", RunTimeError::PathMissing), Case(dangling, RunTimeError::PathMissing),
+        Case(loop, RunTimeError::PathAccess),
+        Case(dir.Path(QString(300, QLatin1Char('a'))), RunTimeError::BadFileName),
+        Case(file + QChar(QChar::Null), RunTimeError::BadFileName)})
+    ExpectFailure(WriteWholeFile(path, "new"), error, path);
+  EXPECT_EQ(dir.Read("a.txt"), "old");
 }
 
 TEST(TextFile, AWriteThatFailsMidwayKeepsTheOldFileAndLeavesNoOther) {
   const test::TempDir dir;
-  const QString file = dir.Write(QStringLiteral("a.txt"), "old");
+  const QString file = dir.Write("a.txt", "old");
   for (const int size : {5000, 5'000'000}) {  // fails on flushing, fails on writing
     const FileSizeLimit limit(4096);
     const FileOutcome outcome = WriteWholeFile(file, QByteArray(size, 'x'));
     EXPECT_FALSE(outcome.Ok());
     EXPECT_TRUE(outcome.message.contains(file)) << outcome.message.toStdString();
   }
-  EXPECT_EQ(dir.Read(QStringLiteral("a.txt")), "old");
+  EXPECT_EQ(dir.Read("a.txt"), "old");
   EXPECT_EQ(QDir(dir.Path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
-}
-
-TEST(TextFile, NumbersSystemErrors) {
-  EXPECT_EQ(RunTimeErrorFromErrno(ENOSPC), RunTimeError::DiskFull);
-  EXPECT_EQ(RunTimeErrorFromErrno(EDQUOT), RunTimeError::DiskFull);
-  EXPECT_EQ(RunTimeErrorFromErrno(EROFS), RunTimeError::PermissionDenied);
-  EXPECT_EQ(RunTimeErrorFromErrno(EIO), RunTimeError::InputOutput);
-  EXPECT_EQ(RunTimeErrorFromErrno(EMFILE), RunTimeError::Other);
 }
 
 }  // namespace

@@ -31,9 +31,7 @@ class CrawlTest : public testing::Test {
     Set(TargetUrlItem::Depth, "1");
   }
 
-  void Set(TargetUrlItem::Field field, const char* value) {
-    job_.Edit(field, QString::fromUtf8(value));
-  }
+  void Set(TargetUrlItem::Field field, const char* value) { job_.Edit(field, value); }
   void Check(TargetUrlItem::Field flag) { job_.EditFlag(flag, true); }
 
   // A page whose links are the words of `links`.
@@ -42,7 +40,7 @@ class CrawlTest : public testing::Test {
     for (const QByteArray& link : QByteArray(links).split(' ')) {
       html += "<a href=\"" + link + "\">x</a>\n";
     }
-    server_.Route(QString::fromUtf8(target), Answer::Text(html));
+    server_.Route(target, Answer::Text(html));
   }
 
   GenerateResult Generate(bool listOnly = false) {

@@ -17,9 +17,9 @@ class DateFileListTest : public testing::Test {
  protected:
   DateFileListTest() {
     TargetUrlItem dated;
-    dated.Set(TargetUrlItem::Format, QStringLiteral("http://h/{yyyy-mm}/a{yyyymmdd}.mp3"));
-    dated.Set(TargetUrlItem::Before, QStringLiteral("1,0"));
-    dated.Set(TargetUrlItem::Opt, QStringLiteral("1"));
+    dated.Set(TargetUrlItem::Format, "http://h/{yyyy-mm}/a{yyyymmdd}.mp3");
+    dated.Set(TargetUrlItem::Before, "1,0");
+    dated.Set(TargetUrlItem::Opt, "1");
     urlList_.ReplaceAll({TargetUrlItem().ToLine(), dated.ToLine()});
   }
 
@@ -44,35 +44,36 @@ class DateFileListTest : public testing::Test {
 
 TEST_F(DateFileListTest, ListsTheDaysOfTheWindowOldestFirst) {
   urlList_.Select(1);
-  EXPECT_EQ(Days(), QStringLiteral("0514 0515"));
-  EXPECT_EQ(files_.Row(1).ToText(), QStringLiteral("\t\t\thttp://h/2011-05/a20110515.mp3\t\t\t"
-                                                   "http://h/2011-05/a20110515.mp3"));
+  EXPECT_EQ(Days(), "0514 0515");
+  EXPECT_EQ(files_.Row(1).ToText(),
+            "\t\t\thttp://h/2011-05/a20110515.mp3\t\t\t"
+            "http://h/2011-05/a20110515.mp3");
   EXPECT_EQ(files_.SelectedCount(), 2);
-  EXPECT_EQ(job_.BeforeDate(), QStringLiteral("2011/05/15～2011/05/14"));
+  EXPECT_EQ(job_.BeforeDate(), "2011/05/15～2011/05/14");
 }
 
 TEST_F(DateFileListTest, FollowsEditsOfFormatAndWindow) {
   urlList_.Select(1);
-  job_.EditBefore(0, QStringLiteral("3"));
-  EXPECT_EQ(Days(), QStringLiteral("0512 0513 0514 0515"));
+  job_.EditBefore(0, "3");
+  EXPECT_EQ(Days(), "0512 0513 0514 0515");
   job_.EditBefore(1, QString());
-  EXPECT_EQ(Days(), QStringLiteral("0512")) << "one day when the second end is empty";
-  job_.Edit(TargetUrlItem::Format, QStringLiteral("plain"));
-  EXPECT_EQ(files_.Row(0)[FileListRow::Address], QStringLiteral("plain"));
+  EXPECT_EQ(Days(), "0512") << "one day when the second end is empty";
+  job_.Edit(TargetUrlItem::Format, "plain");
+  EXPECT_EQ(files_.Row(0)[FileListRow::Address], "plain");
   job_.EditBefore(0, QString());
   EXPECT_EQ(files_.Count(), 0);
   EXPECT_EQ(job_.BeforeDate(), QString());
-  job_.EditBefore(0, QStringLiteral("1"));
+  job_.EditBefore(0, "1");
   job_.Edit(TargetUrlItem::Format, QString());
   EXPECT_EQ(files_.Count(), 0);
-  EXPECT_EQ(job_.BeforeDate(), QStringLiteral("2011/05/14～2011/05/14"));
+  EXPECT_EQ(job_.BeforeDate(), "2011/05/14～2011/05/14");
 }
 
 TEST_F(DateFileListTest, CountsBackFromTheShownClock) {
   options_.useGmt = true;
   urlList_.Select(1);
-  EXPECT_EQ(Days(), QStringLiteral("0513 0514")) << "in GMT it is still the day before";
-  EXPECT_EQ(job_.BeforeDate(), QStringLiteral("2011/05/15～2011/05/14"))
+  EXPECT_EQ(Days(), "0513 0514") << "in GMT it is still the day before";
+  EXPECT_EQ(job_.BeforeDate(), "2011/05/15～2011/05/14")
       << "the label counts from the computer's own day";
 }
 
@@ -80,7 +81,7 @@ TEST_F(DateFileListTest, LeavesTheListOfAPatternJobAlone) {
   urlList_.Select(1);
   urlList_.Select(0);
   EXPECT_EQ(files_.Count(), 2);
-  job_.Edit(TargetUrlItem::Format, QStringLiteral("x"));
+  job_.Edit(TargetUrlItem::Format, "x");
   EXPECT_EQ(files_.Count(), 2);
   EXPECT_EQ(job_.BeforeDate(), QString());
 }

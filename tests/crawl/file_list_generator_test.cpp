@@ -22,7 +22,7 @@ TEST_F(Generator, FollowsLinksDepthFirstDownToTheChosenDepth) {
     Generate();
     ExpectLinks(links, depth);
   }
-  EXPECT_EQ(server_.Hits(QStringLiteral("/d.html")), 1);
+  EXPECT_EQ(server_.Hits("/d.html"), 1);
   EXPECT_EQ(files_.SelectedCount(), files_.Count());
   EXPECT_EQ(files_.CurrentRow(), files_.Count() - 1);
   EXPECT_TRUE(messages_.Texts().isEmpty());
@@ -33,8 +33,9 @@ TEST_F(Generator, RowsTellWhereALinkWasFoundAndWhereItLeads) {
   Page("/", "d/p.html");
   Page("/d/p.html", "../f.mp3 /g.mp3");
   Generate();
-  EXPECT_EQ(Rows(), QStringLiteral("|-|     -|../f.mp3|~/d|~/d/p.html|~/f.mp3\n"
-                                   "|-|     -|/g.mp3|~/d|~/d/p.html|~/g.mp3"));
+  EXPECT_EQ(Rows(),
+            "|-|     -|../f.mp3|~/d|~/d/p.html|~/f.mp3\n"
+            "|-|     -|/g.mp3|~/d|~/d/p.html|~/g.mp3");
 }
 
 TEST_F(Generator, ListsThePagesThemselvesWhenAsked) {
@@ -42,17 +43,18 @@ TEST_F(Generator, ListsThePagesThemselvesWhenAsked) {
   Page("/b.html", "a.html");
   Set(TargetUrlItem::FilePattern, "(");
   EXPECT_EQ(Generate(true), GenerateResult::Finished);
-  EXPECT_EQ(Rows(), QStringLiteral("||    -|~/|~||~/\n"
-                                   "||    -|a.html|~|~/|~/a.html\n"
-                                   "||    -|~/b.html|~|~/|~/b.html"));
-  EXPECT_EQ(board_.FileCount(), QStringLiteral("3"));
+  EXPECT_EQ(Rows(),
+            "||    -|~/|~||~/\n"
+            "||    -|a.html|~|~/|~/a.html\n"
+            "||    -|~/b.html|~|~/|~/b.html");
+  EXPECT_EQ(board_.FileCount(), "3");
   EXPECT_TRUE(messages_.Texts().isEmpty()) << "the file pattern is not used";
 }
 
 TEST_F(Generator, CrawlsAPageOnceAlsoUnderAnAddressThatALongerOneEndsWith) {
   Page("/", "a.html A.HTML ./a.html a.html#x go?to=http://h.test/b.html b.html #top");
   Generate(true);
-  EXPECT_EQ(Links(), QStringLiteral("~/ a.html go?to=~/b.html"));
+  EXPECT_EQ(Links(), "~/ a.html go?to=~/b.html");
 }
 
 TEST_F(Generator, StaysUnderTheRootByTheTextOfAddresses) {
@@ -63,8 +65,9 @@ TEST_F(Generator, StaysUnderTheRootByTheTextOfAddresses) {
   Page("/s/d/p.html",
        "q.html http://o.test/2.html http://o.test/?r=http://h.test/s/index.html //o.test/3.html");
   Generate(true);
-  EXPECT_EQ(Links(), QStringLiteral("~/s/index.html q.html http://o.test/?r=~/s/index.html "
-                                    "//o.test/3.html d/p.html http://o.test/1.html"));
+  EXPECT_EQ(Links(),
+            "~/s/index.html q.html http://o.test/?r=~/s/index.html "
+            "//o.test/3.html d/p.html http://o.test/1.html");
 }
 
 TEST_F(Generator, KeepsOnlyFilesWhoseDirectoryIsPartOfTheStartAddress) {
@@ -75,24 +78,23 @@ TEST_F(Generator, KeepsOnlyFilesWhoseDirectoryIsPartOfTheStartAddress) {
        "a.mp3 ../b.mp3 http://h.test/s/c.mp3 HTTP://H.TEST/S/d.mp3 http://h.test/s/d/e.mp3 "
        "http://o.test/f.mp3 //o.test/g.mp3");
   Generate();
-  EXPECT_EQ(Links(),
-            QStringLiteral("a.mp3 ../b.mp3 ~/s/c.mp3 HTTP://H.TEST/S/d.mp3 //o.test/g.mp3"));
+  EXPECT_EQ(Links(), "a.mp3 ../b.mp3 ~/s/c.mp3 HTTP://H.TEST/S/d.mp3 //o.test/g.mp3");
 }
 
 TEST_F(Generator, StartsFromTheAddressThatAnswered) {
   Set(TargetUrlItem::Root, "http://h.test/old/");
-  server_.Route(QStringLiteral("/old/"), Answer::Redirect("http://h.test/new/index.html"));
+  server_.Route("/old/", Answer::Redirect("http://h.test/new/index.html"));
   Page("/new/index.html", "f.mp3");
   Generate();
-  EXPECT_EQ(Rows(), QStringLiteral("|-|     -|f.mp3|~/new|~/new/index.html|~/new/f.mp3"));
-  EXPECT_EQ(Short(job_.RootBase()), QStringLiteral("~/old"));
+  EXPECT_EQ(Rows(), "|-|     -|f.mp3|~/new|~/new/index.html|~/new/f.mp3");
+  EXPECT_EQ(Short(job_.RootBase()), "~/old");
 }
 
 TEST_F(Generator, ExpandsDatesInTheRootByTheClock) {
   Set(TargetUrlItem::Root, "http://h.test/{yyyymmdd}/");
   Page("/20240501/", "f.mp3");
   Generate();
-  EXPECT_EQ(Links(), QStringLiteral("f.mp3"));
+  EXPECT_EQ(Links(), "f.mp3");
 }
 
 TEST_F(Generator, WithoutPatternsListsTheRootAlone) {
@@ -100,19 +102,18 @@ TEST_F(Generator, WithoutPatternsListsTheRootAlone) {
   Set(TargetUrlItem::FilePattern, "");
   EXPECT_EQ(Generate(), GenerateResult::Finished);
   ASSERT_EQ(files_.Count(), 1);
-  EXPECT_EQ(files_.Row(0).ToText(), QStringLiteral("\t\thttp://h.test/"));
+  EXPECT_EQ(files_.Row(0).ToText(), "\t\thttp://h.test/");
   EXPECT_TRUE(server_.Requests().isEmpty());
 }
 
 TEST_F(Generator, PassesOverPagesThatCannotBeFetched) {
   Page("/", "dead.html cut.html a.html");
-  server_.Route(QStringLiteral("/cut.html"),
-                Answer::Text("<a href=\"x.mp3\">").Ends(Answer::Ending::CutOff, 4));
+  server_.Route("/cut.html", Answer::Text("<a href=\"x.mp3\">").Ends(Answer::Ending::CutOff, 4));
   Page("/a.html", "a.mp3");
   for (const char* depth : {"1", "2"}) {
     Set(TargetUrlItem::Depth, depth);
     EXPECT_EQ(Generate(), GenerateResult::Finished);
-    EXPECT_EQ(Links(), QStringLiteral("a.mp3"));
+    EXPECT_EQ(Links(), "a.mp3");
   }
   EXPECT_TRUE(messages_.Texts().isEmpty());
 }
@@ -132,9 +133,9 @@ TEST_F(Generator, TellsWhyThereIsNoList) {
     messages_.boxes.clear();
     EXPECT_EQ(Generate() == GenerateResult::Refused, *root == 0);
     EXPECT_EQ(failed_, *root != 0);
-    EXPECT_TRUE(messages_.Texts().join(u'|').startsWith(QString::fromUtf8(message))) << message;
+    EXPECT_TRUE(messages_.Texts().join(u'|').startsWith(message)) << message;
   }
-  EXPECT_EQ(server_.Hits(QStringLiteral("/")), 0) << "a bad expression asks no server";
+  EXPECT_EQ(server_.Hits("/"), 0) << "a bad expression asks no server";
 }
 
 TEST_F(Generator, AsksForASelectedJob) {
@@ -151,10 +152,9 @@ TEST_F(Generator, AsksForASelectedJob) {
     }
     EXPECT_EQ(Generate(), GenerateResult::Refused);
   }
-  EXPECT_EQ(messages_.Texts(),
-            QStringList({QStringLiteral("Zentorin|URL リストを選択して下さい。"),
-                         QStringLiteral("Zentorin|リストに追加（リストで右クリック→追加（下）"
-                                        "）後に入力して下さい。")}));
+  EXPECT_EQ(messages_.Texts(), QStringList({"Zentorin|URL リストを選択して下さい。",
+                                            "Zentorin|リストに追加（リストで右クリック→追加（下）"
+                                            "）後に入力して下さい。"}));
   EXPECT_EQ(focus, QList<FocusTarget>({FocusTarget::UrlList, FocusTarget::UrlList}));
 }
 
@@ -162,7 +162,7 @@ TEST_F(Generator, NamesARunawayExpressionOnceAtTheEnd) {
   Set(TargetUrlItem::FilePattern, "^<a (x+x+)+[yz]");
   QByteArray html;
   for (int i = 0; i < 20; ++i) html += "<a " + QByteArray(60, 'x') + ">";
-  server_.Route(QStringLiteral("/"), Answer::Text(html));
+  server_.Route("/", Answer::Text(html));
   EXPECT_EQ(Generate(), GenerateResult::Finished);
   EXPECT_TRUE(failed_);
   ASSERT_EQ(messages_.boxes.size(), 1U);
@@ -174,7 +174,7 @@ TEST_F(Generator, ACancelKeepsTheRowsFoundSoFar) {
   Page("/a.html", "a.mp3");
   Page("/c.html", "c.mp3");
   bool shown = false;
-  server_.RouteTo(QStringLiteral("/b.html"), [this, &shown](const ReceivedRequest&) {
+  server_.RouteTo("/b.html", [this, &shown](const ReceivedRequest&) {
     shown = board_.Busy() && board_.CancelEnabled() && board_.CancelShown() &&
             board_.ProgressShown() && board_.Progress() > 0 && board_.File() == u"b.html";
     state_.RequestCancel();
@@ -182,15 +182,15 @@ TEST_F(Generator, ACancelKeepsTheRowsFoundSoFar) {
   });
   EXPECT_EQ(Generate(), GenerateResult::Finished);
   EXPECT_TRUE(shown);
-  EXPECT_EQ(Links(), QStringLiteral("r.mp3 a.mp3"));
-  EXPECT_EQ(server_.Hits(QStringLiteral("/c.html")), 0);
+  EXPECT_EQ(Links(), "r.mp3 a.mp3");
+  EXPECT_EQ(server_.Hits("/c.html"), 0);
   EXPECT_TRUE(messages_.Texts().isEmpty());
   EXPECT_FALSE(failed_);
 }
 
 TEST_F(Generator, LeavesABatchItsLockAndItsCancelButton) {
   Page("/", "r.mp3");
-  state_.SetRunMode(QStringLiteral("一括"));
+  state_.SetRunMode("一括");
   board_.SetBusy(true);
   board_.SetCancelShown(true);
   board_.SetCancelEnabled(true);
@@ -201,9 +201,9 @@ TEST_F(Generator, LeavesABatchItsLockAndItsCancelButton) {
 
 TEST_F(Generator, LeavesTheListOfADateFormatJobAlone) {
   Set(TargetUrlItem::Opt, "1");
-  files_.Append(FileListRow::FromText(QStringLiteral("\t\t\tx")));
+  files_.Append(FileListRow::FromText("\t\t\tx"));
   EXPECT_EQ(Generate(), GenerateResult::Finished);
-  EXPECT_EQ(Links(), QStringLiteral("x"));
+  EXPECT_EQ(Links(), "x");
 }
 
 TEST_F(Generator, SurvivesALongChainOfPages) {
@@ -228,7 +228,7 @@ TEST_F(Generator, SurvivesALongChainOfPages) {
   FileListGenerator generator(context);
   QCoro::waitFor(generator.Generate(false));
   EXPECT_EQ(files_.Count(), kPages);
-  EXPECT_EQ(files_.Row(1)[FileListRow::Link], QStringLiteral("f5000.mp3"));
+  EXPECT_EQ(files_.Row(1)[FileListRow::Link], "f5000.mp3");
   EXPECT_EQ(engine.requests, kPages + 1) << "one request a page";
 }
 

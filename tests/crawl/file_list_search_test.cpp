@@ -25,8 +25,8 @@ void Fill(FileList& list, const QStringList& texts) {
 QString Print(const FileList& list) {
   QStringList rows;
   for (int row = 0; row < list.Count(); ++row) {
-    const QString selected = list.IsSelected(row) ? QStringLiteral("*") : QString();
-    const QString current = row == list.CurrentRow() ? QStringLiteral(">") : QString();
+    const QString selected = list.IsSelected(row) ? "*" : QString();
+    const QString current = row == list.CurrentRow() ? ">" : QString();
     rows << list.Row(row)[FileListRow::Link] + selected + current;
   }
   return rows.join(u' ');
@@ -54,32 +54,31 @@ TEST(FindInList, ComparesWithoutWidthAndCaseButKeepsTheKanaApart) {
 
 TEST(FindNext, GoesOnBehindTheCurrentRowAndWrapsAround) {
   FileList list;
-  Fill(list,
-       {QStringLiteral("a1"), QStringLiteral("b"), QStringLiteral("A2"), QStringLiteral("b2")});
+  Fill(list, {"a1", "b", "A2", "b2"});
   list.SetSelected(1, true);
   for (const char* expected : {"a1*> b A2 b2", "a1 b A2*> b2", "a1*> b A2 b2"}) {
-    FindNext(list, QStringLiteral("a"));
-    EXPECT_EQ(Print(list), QLatin1String(expected));
+    FindNext(list, "a");
+    EXPECT_EQ(Print(list), expected);
   }
-  FindNext(list, QStringLiteral("z"));
-  EXPECT_EQ(Print(list), QStringLiteral("a1> b A2 b2"));
+  FindNext(list, "z");
+  EXPECT_EQ(Print(list), "a1> b A2 b2");
 }
 
 TEST(FindAll, SelectsEveryHitAndEndsOnTheLastOne) {
   FileList list;
-  Fill(list, {QStringLiteral("a1"), QStringLiteral("b"), QStringLiteral("A2")});
+  Fill(list, {"a1", "b", "A2"});
   list.SetSelected(1, true);
-  FindAll(list, QStringLiteral("a"));
-  EXPECT_EQ(Print(list), QStringLiteral("a1* b A2*>"));
+  FindAll(list, "a");
+  EXPECT_EQ(Print(list), "a1* b A2*>");
   EXPECT_EQ(list.SelectedCount(), 2);
-  FindAll(list, QStringLiteral("z"));
+  FindAll(list, "z");
   EXPECT_EQ(list.SelectedCount(), 0);
 }
 
 TEST(FileListSorter, TurnsItsDirectionAtEveryClickWhateverTheColumn) {
   FileList list;
   const char* const rows[] = {"\t\t    20\tb\tx", "\t\t     3\ta\tx", "\t\t     3\tc\ty"};
-  for (const char* row : rows) list.Append(FileListRow::FromText(QString::fromLatin1(row)));
+  for (const char* row : rows) list.Append(FileListRow::FromText(row));
   list.DeselectAll();
   list.SetSelected(1, true);
   list.SetCurrentRow(2);
@@ -94,8 +93,8 @@ TEST(FileListSorter, TurnsItsDirectionAtEveryClickWhateverTheColumn) {
                 {FileListRow::Link, "c> b a*", "0"}};
   for (const auto& click : clicks) {
     sorter.Sort(list, click.column);
-    EXPECT_EQ(Print(list), QLatin1String(click.order));
-    EXPECT_EQ(sorter.Tag(), QLatin1String(click.tag));
+    EXPECT_EQ(Print(list), click.order);
+    EXPECT_EQ(sorter.Tag(), click.tag);
   }
   EXPECT_EQ(list.Row(0).ToText(), QLatin1String(rows[2])) << "the columns stay in their order";
 }
@@ -111,10 +110,10 @@ TEST(RowAddress, TakesALinkWithItsOwnSchemeAsItIsOnlyForThePlayer) {
                {"mms://o/a", "http://h/d/mms://o/a", "mms://o/a"}};
   for (const auto& c : cases) {
     FileListRow row;
-    row.Set(FileListRow::Link, QLatin1String(c.link));
-    row.Set(FileListRow::BaseDir, QStringLiteral("http://h/d"));
-    EXPECT_EQ(FileAddressOf(row), QLatin1String(c.file));
-    EXPECT_EQ(PlayAddressOf(row), QLatin1String(c.played));
+    row.Set(FileListRow::Link, c.link);
+    row.Set(FileListRow::BaseDir, "http://h/d");
+    EXPECT_EQ(FileAddressOf(row), c.file);
+    EXPECT_EQ(PlayAddressOf(row), c.played);
   }
 }
 

@@ -20,9 +20,8 @@ FileListRow Named(const QString& name) {
 QString Print(const FileList& list) {
   QStringList rows;
   for (int row = 0; row < list.Count(); ++row) {
-    rows << (row == list.CurrentRow() ? QStringLiteral(">") : QString()) +
-                list.Row(row)[FileListRow::Link] +
-                (list.IsSelected(row) ? QStringLiteral("*") : QString());
+    rows << (row == list.CurrentRow() ? ">" : QString()) + list.Row(row)[FileListRow::Link] +
+                (list.IsSelected(row) ? "*" : QString());
   }
   return rows.join(u' ');
 }
@@ -56,18 +55,17 @@ class FileListTest : public testing::Test {
 
 TEST(FileListRow, KeepsTheTextItWasReadFrom) {
   for (const char* text : {"", "\t\thttp://h/", "o\t\t\ta\tb\tc\td", "\t\t\ta\t\t\t"}) {
-    EXPECT_EQ(FileListRow::FromText(QString::fromLatin1(text)).ToText(), QLatin1String(text));
+    EXPECT_EQ(FileListRow::FromText(text).ToText(), text);
   }
   EXPECT_EQ(FileListRow().ToText().count(u'\t'), 6);
-  EXPECT_EQ(FileListRow::FromText(QStringLiteral("1\t2\t3\t4\t5\t6\t7\t8")).ToText(),
-            QStringLiteral("1\t2\t3\t4\t5\t6\t7"));
-  auto row = FileListRow::FromText(QStringLiteral("\t\tx"));
-  row.Set(FileListRow::BaseDir, QStringLiteral("b"));
-  EXPECT_EQ(row.ToText(), QStringLiteral("\t\tx\t\tb"));
+  EXPECT_EQ(FileListRow::FromText("1\t2\t3\t4\t5\t6\t7\t8").ToText(), "1\t2\t3\t4\t5\t6\t7");
+  auto row = FileListRow::FromText("\t\tx");
+  row.Set(FileListRow::BaseDir, "b");
+  EXPECT_EQ(row.ToText(), "\t\tx\t\tb");
 }
 
 TEST_F(FileListTest, AnnouncesABurstOfRowsInAFewBatches) {
-  for (int i = 0; i < 100'000; ++i) list_.Append(Named(QStringLiteral("a")), true);
+  for (int i = 0; i < 100'000; ++i) list_.Append(Named("a"), true);
   EXPECT_EQ(list_.Count(), 100'000);
   EXPECT_EQ(list_.SelectedCount(), 100'000);
   EXPECT_EQ(list_.CurrentRow(), 99'999);
@@ -83,10 +81,10 @@ TEST_F(FileListTest, RemovesWhatIsSelectedAndKeepsTheCurrentRowInPlace) {
        {Case("a b >c d", {0, 3}, "b >c"), Case("a >b c d", {1, 2}, "a >d"),
         Case("a b >c", {2}, "a >b"), Case("a >b", {0, 1}, ""), Case("a b", {0}, "b"),
         Case("a >b", {}, "a >b")}) {
-    Fill(QString::fromLatin1(before));
+    Fill(before);
     Select(selected);
     list_.RemoveSelected();
-    EXPECT_EQ(Print(list_), QLatin1String(after)) << before;
+    EXPECT_EQ(Print(list_), after) << before;
     EXPECT_EQ(list_.SelectedCount(), 0);
     list_.ClearFileList();
   }
@@ -98,24 +96,24 @@ TEST_F(FileListTest, RemovesEveryOtherOfManyRows) {
   list_.SetCurrentRow(999);
   list_.RemoveSelected();
   EXPECT_EQ(list_.Count(), 1000);
-  EXPECT_EQ(list_.Row(list_.CurrentRow())[FileListRow::Link], QStringLiteral("1000"));
+  EXPECT_EQ(list_.Row(list_.CurrentRow())[FileListRow::Link], "1000");
 }
 
 TEST_F(FileListTest, ReorderingKeepsSelectionCurrentRowAndIndexesOnTheirRows) {
-  Fill(QStringLiteral("a b >c d"));
+  Fill("a b >c d");
   Select({0, 3});
   list_.Flush();
   const QPersistentModelIndex b = list_.index(1, FileListRow::Link);
   list_.Reorder({3, 2, 1, 0});
-  EXPECT_EQ(Print(list_), QStringLiteral("d* >c b a*"));
-  EXPECT_EQ(b.data().toString(), QStringLiteral("b"));
+  EXPECT_EQ(Print(list_), "d* >c b a*");
+  EXPECT_EQ(b.data().toString(), "b");
 }
 
 TEST_F(FileListTest, TellsViewsOnlyOfRowsTheyKnow) {
   int last = -1;
   QObject::connect(&list_, &FileList::SelectionChanged, [&last](int, int to) { last = to; });
-  list_.Append(Named(QStringLiteral("a")));
-  list_.Append(Named(QStringLiteral("b")));
+  list_.Append(Named("a"));
+  list_.Append(Named("b"));
   list_.DeselectAll();
   EXPECT_EQ(last, list_.rowCount() - 1);
   list_.SetCurrentRow(1);
@@ -127,8 +125,8 @@ TEST_F(FileListTest, TellsViewsOnlyOfRowsTheyKnow) {
 TEST_F(FileListTest, AnEmptiedListSaysSoOnce) {
   int cleared = 0;
   QObject::connect(&list_, &FileList::Cleared, [&cleared] { ++cleared; });
-  Fill(QStringLiteral("a >b"));
-  EXPECT_EQ(list_.ToolTip(), QStringLiteral("2個"));
+  Fill("a >b");
+  EXPECT_EQ(list_.ToolTip(), "2個");
   list_.ClearFileList();
   list_.ClearFileList();
   EXPECT_EQ(cleared, 1);
@@ -137,7 +135,7 @@ TEST_F(FileListTest, AnEmptiedListSaysSoOnce) {
 }
 
 TEST_F(FileListTest, ShowsHostileTextHarmlessly) {
-  Fill(QStringLiteral("a\u202egpj.exe"));
+  Fill("a\u202egpj.exe");
   list_.Flush();
   EXPECT_FALSE(list_.index(0, FileListRow::Link).data().toString().contains(QChar(0x202e)));
   EXPECT_TRUE(list_.Row(0)[FileListRow::Link].contains(QChar(0x202e)));

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "crawl/suffix_index.h"
 
-#include <QRandomGenerator>
-#include <QStringList>
 #include <algorithm>
 
 #include <gtest/gtest.h>
+
+#include "tests/support/random_text.h"
 
 namespace zentorin {
 namespace {
@@ -24,23 +24,16 @@ TEST(SuffixIndex, FindsAnEndingWithoutRegardToCase) {
 
 TEST(SuffixIndex, AnswersAsAWalkOverAllTextsWould) {
   QRandomGenerator random(3);
-  const auto randomText = [&] {
-    QString text;
-    for (quint32 n = random.bounded(6U); n > 0; --n) {
-      text += QStringLiteral("aAbBſ").at(static_cast<int>(random.bounded(5U)));
-    }
-    return text;
-  };
+  const QStringList letters = {"a", "A", "b", "B", "ſ"};
   for (int round = 0; round < 200; ++round) {
     SuffixIndex index;
     QStringList seen;
     for (int i = 0; i < 40; ++i) {
-      const QString question = randomText();
-      const bool expected = std::any_of(seen.begin(), seen.end(), [&](const QString& text) {
-        return text.endsWith(question, Qt::CaseInsensitive);
-      });
+      const QString question = test::RandomText(random, letters, 5);
+      const bool expected = std::ranges::any_of(
+          seen, [&](const QString& text) { return text.endsWith(question, Qt::CaseInsensitive); });
       ASSERT_EQ(index.AnyEndsWith(question), expected) << question.toStdString();
-      seen.append(randomText());
+      seen.append(test::RandomText(random, letters, 5));
       index.Add(seen.last());
     }
   }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "crawl/tag_splitter.h"
 
-#include <QRandomGenerator>
 #include <QRegularExpression>
-#include <QStringList>
 
 #include <gtest/gtest.h>
+
+#include "tests/support/random_text.h"
 
 namespace zentorin {
 namespace {
@@ -30,15 +30,12 @@ TEST(TagSplitter, SplitsAPageIntoItsTags) {
 
 TEST(TagSplitter, EqualsTheExpressionThatItStandsFor) {
   const QRegularExpression expression(
-      QStringLiteral("\\<([^<>]*?)[^\\\\]\\>"),
+      "\\<([^<>]*?)[^\\\\]\\>",
       QRegularExpression::CaseInsensitiveOption | QRegularExpression::MultilineOption);
-  const QString alphabet = QStringLiteral("<<>>\\a\n");
+  const QStringList alphabet = {"<", "<", ">", ">", "\\", "a", "\n"};
   QRandomGenerator random(11);
   for (int i = 0; i < 50'000; ++i) {
-    QString page;
-    for (quint32 n = random.bounded(14U); n > 0; --n) {
-      page += alphabet.at(static_cast<int>(random.bounded(7U)));
-    }
+    const QString page = test::RandomText(random, alphabet, 13);
     QStringList expected;
     for (auto matches = expression.globalMatch(page); matches.hasNext();) {
       expected.append(matches.next().captured());

@@ -4,18 +4,19 @@
 #include "jobs/date_format.h"
 #include "jobs/date_template.h"
 #include "jobs/date_text.h"
+#include "tests/support/random_text.h"
 
 namespace zentorin {
 namespace {
 
 QDateTime Wall(const char* text) {
-  QDateTime time = QDateTime::fromString(QLatin1String(text), Qt::ISODate);
+  QDateTime time = QDateTime::fromString(text, Qt::ISODate);
   time.setTimeSpec(Qt::UTC);
   return time;
 }
 
 std::string Shown(const std::optional<QDateTime>& date) {
-  return date ? date->toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toStdString() : "none";
+  return date ? date->toString("yyyy-MM-dd HH:mm:ss").toStdString() : "none";
 }
 
 TEST(DateFormat, WritesEveryToken) {
@@ -27,43 +28,39 @@ TEST(DateFormat, WritesEveryToken) {
   const char* may = "2024-05-01T09:07:03";  // a Wednesday
   const char* night = "2024-12-31T23:30:05";
   const char* midnight = "2024-05-01T00:00:00";
-  const Case cases[] = {
-      {may, "yyyymmddhhnnss", "20240501090703"},
-      {may, "yyyymmddhh_", "2024050109_"},
-      {may, "YYYY/MM/DD HH:NN:SS", "2024/05/01 09:07:03"},
-      {may, "yy-m-d h:n:s", "24-5-1 9:7:3"},
-      {may, "hhmm h:m h時mm分 mm", "0907 9:7 9時07分 05"},
-      {may, "hh yyyy mm", "09 2024 05"},
-      {may, "mmmm mmm oooo ooo", "May May 5月 ooo"},
-      {may, "dddd ddd aaaa aaa aa w", "Wednesday Wed 水曜日 水 aa 4"},
-      {may, "yyy q y ww", "24122 2 122 18"},
-      {night, "ddddddd y ww q", "2024年12月31日31 366 53 4"},
-      {may, "ggge年 gg ee g", "令和6年 令 06 R"},
-      {"2019-04-30T00:00:00", "ggge", "平成31"},
-      {"1868-01-01T00:00:00", "ge", "M1"},
-      {"1867-12-31T00:00:00", "[g]e", "[]1867"},
-      {night, "h:nn AM/PM, hh am/pm", "11:30 PM, 11 pm"},
-      {night, "hA/P ha/p AMPMh", "11P 11p 午後11"},
-      {midnight, "hh AM/PM", "12 AM"},
-      {"2024-05-01T12:00:00", "h ampm", "12 午後"},
-      {may, "", "2024/05/01 09:07:03"},
-      {midnight, "", "2024/05/01"},
-      {may, "c|ddddd|ttttt", "2024/05/01 09:07:03|2024/05/01|09:07:03"},
-      {may, "\"day \"d\\d\\\"\"", "day 1d\""},
-      {may, "\"open d", "open d"},
-      {may, "d\\", "1\\"},
-      {may, "日付:/-_.x😀", "日付:/-_.x😀"},
-      {"0005-01-02T00:00:00", "yyyy yy", "0005 05"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(FormatDate(Wall(c.date), QString::fromUtf8(c.format)).toStdString(), c.text)
-        << c.format;
+  for (const auto& c : {Case(may, "yyyymmddhhnnss", "20240501090703"),
+                        Case(may, "yyyymmddhh_", "2024050109_"),
+                        Case(may, "YYYY/MM/DD HH:NN:SS", "2024/05/01 09:07:03"),
+                        Case(may, "yy-m-d h:n:s", "24-5-1 9:7:3"),
+                        Case(may, "hhmm h:m h時mm分 mm", "0907 9:7 9時07分 05"),
+                        Case(may, "hh yyyy mm", "09 2024 05"),
+                        Case(may, "mmmm mmm oooo ooo", "May May 5月 ooo"),
+                        Case(may, "dddd ddd aaaa aaa aa w", "Wednesday Wed 水曜日 水 aa 4"),
+                        Case(may, "yyy q y ww", "24122 2 122 18"),
+                        Case(night, "ddddddd y ww q", "2024年12月31日31 366 53 4"),
+                        Case(may, "ggge年 gg ee g", "令和6年 令 06 R"),
+                        Case("2019-04-30T00:00:00", "ggge", "平成31"),
+                        Case("1868-01-01T00:00:00", "ge", "M1"),
+                        Case("1867-12-31T00:00:00", "[g]e", "[]1867"),
+                        Case(night, "h:nn AM/PM, hh am/pm", "11:30 PM, 11 pm"),
+                        Case(night, "hA/P ha/p AMPMh", "11P 11p 午後11"),
+                        Case(midnight, "hh AM/PM", "12 AM"),
+                        Case("2024-05-01T12:00:00", "h ampm", "12 午後"),
+                        Case(may, "", "2024/05/01 09:07:03"),
+                        Case(midnight, "", "2024/05/01"),
+                        Case(may, "c|ddddd|ttttt", "2024/05/01 09:07:03|2024/05/01|09:07:03"),
+                        Case(may, "\"day \"d\\d\\\"\"", "day 1d\""),
+                        Case(may, "\"open d", "open d"),
+                        Case(may, "d\\", "1\\"),
+                        Case(may, "日付:/-_.x😀", "日付:/-_.x😀"),
+                        Case("0005-01-02T00:00:00", "yyyy yy", "0005 05")}) {
+    EXPECT_EQ(FormatDate(Wall(c.date), c.format).toStdString(), c.text) << c.format;
   }
 }
 
 TEST(DateFormat, SurvivesDatesBeyondTheCalendar) {
-  EXPECT_EQ(FormatDate(QDateTime(), QStringLiteral("yyyymmdd")), QString());
-  const QString all = QStringLiteral("yyyy yy y q mmmm ww dddd aaaa ggge c dddddd AMPM");
+  EXPECT_EQ(FormatDate(QDateTime(), "yyyymmdd"), QString());
+  const QString all = "yyyy yy y q mmmm ww dddd aaaa ggge c dddddd AMPM";
   for (const int year : {-4713, -1, 10'000, 99'999}) {
     const QDateTime date(QDate(year, 1, 1), QTime(0, 0), Qt::UTC);
     EXPECT_FALSE(FormatDate(date, all).isEmpty()) << year;
@@ -71,52 +68,38 @@ TEST(DateFormat, SurvivesDatesBeyondTheCalendar) {
 }
 
 TEST(DateText, ReadsTheThreeFormsOfHttpDates) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"Wed, 01 May 2024 12:34:56 GMT", "2024-05-01 12:34:56"},
-      {"Wednesday, 01-May-24 12:34:56 GMT", "2024-05-01 12:34:56"},
-      {"Sunday, 06-Nov-94 08:49:37 GMT", "1994-11-06 08:49:37"},
-      {"Sun Nov  6 08:49:37 1994", "1994-11-06 08:49:37"},
-      {" wed, 1 may 2024 2:34:56 +0000 ", "2024-05-01 02:34:56"},
-      {"1 May 2024 12:34 UTC", "2024-05-01 12:34:00"},
-      {"Sat, 31 Dec 2016 23:59:60 GMT", "2016-12-31 23:59:59"},
-      {"Wed, 31 Feb 2024 12:34:56 GMT", "none"},
-      {"Wed, 01 May 2024 24:00:00 GMT", "none"},
-      {"Wed, 01 May 2024 12:34:56 +0900", "none"},
-      {"Wed, 01 Mai 2024 12:34:56 GMT", "none"},
-      {"Foo, 01 May 2024 12:34:56 GMT", "none"},
-      {"Wed, 01 May 2024 12:34:56 GMT; x", "none"},
-      {"Wed, 01-May 2024 12:34:56 GMT", "none"},
-      {"1714566896", "none"},
-      {"", "none"},
-  };
-  for (const auto& [text, date] : cases) {
-    EXPECT_EQ(Shown(ParseHttpDate(QLatin1String(text))), date) << text;
+  using Case = std::pair<const char*, const char*>;
+  for (const auto& [text, date] : {Case("Wed, 01 May 2024 12:34:56 GMT", "2024-05-01 12:34:56"),
+                                   Case("Wednesday, 01-May-24 12:34:56 GMT", "2024-05-01 12:34:56"),
+                                   Case("Sunday, 06-Nov-94 08:49:37 GMT", "1994-11-06 08:49:37"),
+                                   Case("Sun Nov  6 08:49:37 1994", "1994-11-06 08:49:37"),
+                                   Case(" wed, 1 may 2024 2:34:56 +0000 ", "2024-05-01 02:34:56"),
+                                   Case("1 May 2024 12:34 UTC", "2024-05-01 12:34:00"),
+                                   Case("Sat, 31 Dec 2016 23:59:60 GMT", "2016-12-31 23:59:59"),
+                                   Case("Wed, 31 Feb 2024 12:34:56 GMT", "none"),
+                                   Case("Wed, 01 May 2024 24:00:00 GMT", "none"),
+                                   Case("Wed, 01 May 2024 12:34:56 +0900", "none"),
+                                   Case("Wed, 01 Mai 2024 12:34:56 GMT", "none"),
+                                   Case("Foo, 01 May 2024 12:34:56 GMT", "none"),
+                                   Case("Wed, 01 May 2024 12:34:56 GMT; x", "none"),
+                                   Case("Wed, 01-May 2024 12:34:56 GMT", "none"),
+                                   Case("1714566896", "none"), Case("", "none")}) {
+    EXPECT_EQ(Shown(ParseHttpDate(text)), date) << text;
   }
 }
 
 TEST(DateText, ReadsDatesAndTimesAsPeopleWriteThem) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"2024/05/01", "2024-05-01 00:00:00"},
-      {"2024-5-1 23:30", "2024-05-01 23:30:00"},
-      {" 2024.05.01  1:02:03 ", "2024-05-01 01:02:03"},
-      {"23:30:05", "1899-12-30 23:30:05"},
-      {"7:5", "1899-12-30 07:05:00"},
-      {"２３：３０", "1899-12-30 23:30:00"},
-      {"25:00", "none"},
-      {"24:00", "none"},
-      {"11:60", "none"},
-      {"11:34:60", "none"},
-      {"2024/05-01", "none"},
-      {"2023/02/29", "none"},
-      {"2024/05/0112:00", "none"},
-      {"2024/05/01 ", "2024-05-01 00:00:00"},
-      {"noon", "none"},
-      {"11", "none"},
-      {"-", "none"},
-      {"", "none"},
-  };
-  for (const auto& [text, date] : cases) {
-    EXPECT_EQ(Shown(ParseDateText(QString::fromUtf8(text))), date) << text;
+  using Case = std::pair<const char*, const char*>;
+  for (const auto& [text, date] :
+       {Case("2024/05/01", "2024-05-01 00:00:00"), Case("2024-5-1 23:30", "2024-05-01 23:30:00"),
+        Case(" 2024.05.01  1:02:03 ", "2024-05-01 01:02:03"),
+        Case("23:30:05", "1899-12-30 23:30:05"), Case("7:5", "1899-12-30 07:05:00"),
+        Case("２３：３０", "1899-12-30 23:30:00"), Case("25:00", "none"), Case("24:00", "none"),
+        Case("11:60", "none"), Case("11:34:60", "none"), Case("2024/05-01", "none"),
+        Case("2023/02/29", "none"), Case("2024/05/0112:00", "none"),
+        Case("2024/05/01 ", "2024-05-01 00:00:00"), Case("noon", "none"), Case("11", "none"),
+        Case("-", "none"), Case("", "none")}) {
+    EXPECT_EQ(Shown(ParseDateText(text)), date) << text;
   }
 }
 
@@ -139,46 +122,34 @@ QString ExpandInTurns(QString text, const QDateTime& date) {
 
 TEST(DateTemplate, ExpandsTemplatesOutsideTheirOuterBraces) {
   const QDateTime date = Wall("2011-05-15T00:00:00");
-  const std::pair<const char*, const char*> cases[] = {
-      {"http://host/{yyyy-mm}/a{yyyymmdd}.mp3", "http://host/2011-05/a20110515.mp3"},
-      {"plain", "plain"},
-      {"{}", "2011/05/15"},
-      {"{{yyyy}}", "{2011}"},
-      {"}{yyyy{", "}{yyyy{"},
-      {"{{yyyy}} {2011}", "2011 2011"},
-      {"{2011} {{yyyy}}", "2011 {2011}"},
-  };
-  for (const auto& [text, expanded] : cases) {
-    EXPECT_EQ(ExpandDateTemplates(QLatin1String(text), date).toStdString(), expanded) << text;
+  using Case = std::pair<const char*, const char*>;
+  for (const auto& [text, expanded] :
+       {Case("http://host/{yyyy-mm}/a{yyyymmdd}.mp3", "http://host/2011-05/a20110515.mp3"),
+        Case("plain", "plain"), Case("{}", "2011/05/15"), Case("{{yyyy}}", "{2011}"),
+        Case("}{yyyy{", "}{yyyy{"), Case("{{yyyy}} {2011}", "2011 2011"),
+        Case("{2011} {{yyyy}}", "2011 {2011}")}) {
+    EXPECT_EQ(ExpandDateTemplates(text, date).toStdString(), expanded) << text;
   }
 }
 
 TEST(DateTemplate, GivesWhatReplacingTemplateByTemplateGives) {
   const QDateTime date = Wall("2011-05-15T00:00:00");
-  const QStringList parts = {QStringLiteral("{"), QStringLiteral("{"),  QStringLiteral("}"),
-                             QStringLiteral("}"), QStringLiteral("d"),  QStringLiteral("15"),
-                             QStringLiteral("1"), QStringLiteral("dd"), QStringLiteral("{15}")};
-  quint32 random = 1;
+  const QStringList parts = {"{", "{", "}", "}", "d", "15", "1", "dd", "{15}"};
+  QRandomGenerator random(1);
   for (int round = 0; round < 20'000; ++round) {
-    QString text;
-    for (int i = 0; i < 14; ++i) {
-      random = random * 1'664'525 + 1'013'904'223;
-      text += parts[(random >> 16) % parts.size()];
-    }
+    const QString text = test::RandomText(random, parts, 14);
     ASSERT_EQ(ExpandDateTemplates(text, date), ExpandInTurns(text, date)) << text.toStdString();
   }
 }
 
 TEST(DateTemplate, CountsADayWindowBackFromToday) {
   const QDate today(2024, 3, 1);
-  const std::tuple<const char*, const char*, const char*> cases[] = {
-      {"3", "0", "2024/03/01～2024/02/27"},
-      {"1", "", "2024/02/29～2024/02/29"},
-      {"", "1", "2024/03/01～2024/02/29"},
-      {"0", "999999999", "2024/03/01～1924/03/26"},
-  };
-  for (const auto& [first, second, text] : cases) {
-    const DayWindow window = ParseDayWindow(QLatin1String(first), QLatin1String(second));
+  using Case = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [first, second, text] :
+       {Case("3", "0", "2024/03/01～2024/02/27"), Case("1", "", "2024/02/29～2024/02/29"),
+        Case("", "1", "2024/03/01～2024/02/29"),
+        Case("0", "999999999", "2024/03/01～1924/03/26")}) {
+    const DayWindow window = ParseDayWindow(first, second);
     EXPECT_EQ(DayWindowText(window, today).toStdString(), text);
   }
 }

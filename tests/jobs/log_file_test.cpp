@@ -18,11 +18,11 @@ using test::TempDir;
 TEST(LogFile, KeepsEveryEntryOfARunAndOnlyThat) {
   const TempDir dir;
   const SettableClock clock;
-  const QString name = QStringLiteral("log.txt");
+  const QString name = "log.txt";
   LogFile log(dir.Write(name, "an older run"), clock);
   const QByteArray header = "-- 2024/05/01 23:30:05 ----\r\n";
-  ASSERT_TRUE(log.Append(QStringLiteral("Start - 一括"), true).Ok());
-  ASSERT_TRUE(log.Append(QStringLiteral("a\r\nb\u202E\u0007😀€")).Ok());
+  ASSERT_TRUE(log.Append("Start - 一括", true).Ok());
+  ASSERT_TRUE(log.Append("a\r\nb\u202E\u0007😀€").Ok());
   ASSERT_TRUE(log.Append({}).Ok());
   ASSERT_TRUE(log.Sync().Ok() && log.WasWritten());
   EXPECT_EQ(dir.Read(name), header + "Start - \x88\xEA\x8A\x87\r\n\r\n\r\n" + header +
@@ -30,18 +30,18 @@ TEST(LogFile, KeepsEveryEntryOfARunAndOnlyThat) {
                                 "\r\n\r\n\r\n");
   QString text;
   ASSERT_TRUE(log.Read(text).Ok());
-  EXPECT_TRUE(text.contains(QStringLiteral("Start - 一括")));
+  EXPECT_TRUE(text.contains("Start - 一括"));
 }
 
 TEST(LogFile, ReportsWhatItCannotWrite) {
   const TempDir dir;
   const SettableClock clock;
-  LogFile inNoFolder(dir.Path(QStringLiteral("none/log.txt")), clock);
+  LogFile inNoFolder(dir.Path("none/log.txt"), clock);
   LogFile aFolder(dir.Path(), clock);
-  LogFile full(QStringLiteral("/dev/full"), clock);
+  LogFile full("/dev/full", clock);
   for (LogFile* log : {&inNoFolder, &aFolder, &full}) {
     for (const bool startNew : {false, true}) {
-      const FileOutcome outcome = log->Append(QStringLiteral("x"), startNew);
+      const FileOutcome outcome = log->Append("x", startNew);
       EXPECT_FALSE(outcome.Ok()) << log->Path().toStdString();
       EXPECT_TRUE(outcome.message.contains(log->Path())) << outcome.message.toStdString();
     }

@@ -14,7 +14,7 @@ using test::TempDir;
 
 TEST(PatternLists, CreatesTheFileToTheByteAndReadsItBackWithTheSectionsEmptyLines) {
   const TempDir dir;
-  const QString name = QStringLiteral("reglist.txt");
+  const QString name = "reglist.txt";
   PatternLists lists;
   const PatternLists builtIn;
   ASSERT_TRUE(lists.LoadOrCreate(dir.Path(name)).Ok());
@@ -31,12 +31,12 @@ TEST(PatternLists, CreatesTheFileToTheByteAndReadsItBackWithTheSectionsEmptyLine
 
 TEST(PatternLists, TakesWhatTheFileHoldsAndNothingFromAnUnreadableOne) {
   const TempDir dir;
-  const QString path = dir.Write(QStringLiteral("r.txt"),
-                                 "before\r\n[file]\r\n a: x \n\n[end]\r\nafter\r\n[file]\r\nb");
+  const QString path =
+      dir.Write("r.txt", "before\r\n[file]\r\n a: x \n\n[end]\r\nafter\r\n[file]\r\nb");
   PatternLists lists;
   ASSERT_TRUE(lists.LoadOrCreate(path).Ok());
   EXPECT_TRUE(lists.SubUrl().isEmpty());
-  const QStringList file = {QStringLiteral(" a: x "), QString(), QStringLiteral("b")};
+  const QStringList file = {" a: x ", QString(), "b"};
   EXPECT_EQ(lists.File(), file);
   EXPECT_FALSE(lists.LoadOrCreate(dir.Path()).Ok()) << "a folder";
   EXPECT_EQ(lists.File(), file);
@@ -49,8 +49,8 @@ TEST(PatternLists, CutsAnEntryAtItsFirstColon) {
   EXPECT_EQ(PatternLists::ExpressionOf(lists.File().at(1)).toStdString(),
             R"~(<.+?(?:href|url)=["']?(.+?\.mp3)["' >])~");
   EXPECT_EQ(PatternLists::ExpressionOf(lists.File().at(3)), QString());
-  EXPECT_EQ(PatternLists::ExpressionOf(QStringLiteral("(?:a) ")), QStringLiteral("a)"));
-  EXPECT_EQ(PatternLists::ExpressionOf(QStringLiteral(" a ")), QStringLiteral(" a "));
+  EXPECT_EQ(PatternLists::ExpressionOf("(?:a) "), "a)");
+  EXPECT_EQ(PatternLists::ExpressionOf(" a "), " a ");
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "jobs/url_list.h"
+#include "tests/support/random_text.h"
 #include "tests/support/temp_dir.h"
 
 namespace zentorin {
@@ -30,13 +31,13 @@ TEST(UrlListFile, WritesAndReadsEveryKeyOfAJobToTheByte) {
     item.Set(static_cast<Field>(field), FieldValue(field));
   }
   item.Set(Field::Date, {});
-  item.Set(Field::Before, QStringLiteral(","));
+  item.Set(Field::Before, ",");
   UrlList list;
   list.InsertBelow(-1, item);
   const TempDir dir;
-  const QString path = dir.Write(QStringLiteral("a.dat"), "old");
+  const QString path = dir.Write("a.dat", "old");
   ASSERT_TRUE(WriteUrlListFile(path, list).Ok());
-  EXPECT_EQ(dir.Read(QStringLiteral("a.dat")), kSample);
+  EXPECT_EQ(dir.Read("a.dat"), kSample);
 
   UrlList again;
   again.SetDirty(true);
@@ -67,7 +68,7 @@ TEST(UrlListFile, ReadsWhatOtherHandsWrote) {
   const TempDir dir;
   for (const Case& c : cases) {
     UrlList list;
-    const FileOutcome outcome = ReadUrlListFile(dir.Write(QStringLiteral("a.dat"), c.bytes), list);
+    const FileOutcome outcome = ReadUrlListFile(dir.Write("a.dat", c.bytes), list);
     ASSERT_TRUE(outcome.Ok()) << outcome.message.toStdString();
     QStringList lines;
     for (int row = 0; row < list.Count(); ++row) {
@@ -96,66 +97,58 @@ TEST(UrlListFile, KeepsTheListWhenAFileIsBadAndNamesTheLine) {
   const TempDir dir;
   for (const auto& [bytes, named] : cases) {
     UrlList list;
-    list.ReplaceAll({QStringLiteral("kept")});
+    list.ReplaceAll({"kept"});
     list.Select(0);
-    const QString path = dir.Write(QStringLiteral("bad.dat"), bytes);
+    const QString path = dir.Write("bad.dat", bytes);
     const FileOutcome outcome = ReadUrlListFile(path, list);
     EXPECT_EQ(outcome.error, 51) << bytes.constData();
     EXPECT_TRUE(outcome.message.contains(path)) << outcome.message.toStdString();
-    EXPECT_TRUE(outcome.message.contains(QString::fromUtf8(named)))
-        << outcome.message.toStdString();
-    EXPECT_EQ(list.Line(0), QStringLiteral("kept"));
+    EXPECT_TRUE(outcome.message.contains(named)) << outcome.message.toStdString();
+    EXPECT_EQ(list.Line(0), "kept");
     EXPECT_EQ(list.SelectedRow(), 0);
   }
   UrlList list;
-  EXPECT_EQ(ReadUrlListFile(dir.Path(QStringLiteral("missing.dat")), list).error,
+  EXPECT_EQ(ReadUrlListFile(dir.Path("missing.dat"), list).error,
             static_cast<int>(RunTimeError::PathMissing));
-  QFile huge(dir.Path(QStringLiteral("huge.dat")));
+  QFile huge(dir.Path("huge.dat"));
   ASSERT_TRUE(huge.open(QIODevice::WriteOnly) && huge.resize(kMaxListFileBytes + 1));
   EXPECT_FALSE(ReadUrlListFile(huge.fileName(), list).Ok());
 }
 
 TEST(UrlListFile, LeavesTheFileAloneWhenAJobCannotBeWritten) {
   const TempDir dir;
-  const QString name = QStringLiteral("a.dat");
+  const QString name = "a.dat";
   const QString path = dir.Write(name, "old");
   UrlList list;
-  list.ReplaceAll({{}, QStringLiteral(" 2\td\thttp://x/\U0001F600")});
+  list.ReplaceAll({{}, " 2\td\thttp://x/\U0001F600"});
   const QString message = WriteUrlListFile(path, list).message;
   for (const char* named : {"2 番目のジョブ", "「root」", "U+1F600"}) {
-    EXPECT_TRUE(message.contains(QString::fromUtf8(named))) << message.toStdString();
+    EXPECT_TRUE(message.contains(named)) << message.toStdString();
   }
   list.ReplaceAll(QStringList(kMaxJobs + 1));
   EXPECT_FALSE(WriteUrlListFile(path, list).Ok()) << "more jobs than can be read";
   EXPECT_EQ(dir.Read(name), "old");
-  list.ReplaceAll({QStringLiteral(" 1\tline\r\nbreaks\tin\n2 root = x")});
+  list.ReplaceAll({" 1\tline\r\nbreaks\tin\n2 root = x"});
   ASSERT_TRUE(WriteUrlListFile(path, list).Ok());
   EXPECT_TRUE(dir.Read(name).startsWith("1 description = line  breaks\r\n1 skip"));
 }
 
 TEST(UrlListFile, ReadsBackWhatItWrote) {
-  const QStringList parts = {QStringLiteral("="),  QStringLiteral(" "),   QStringLiteral("1"),
-                             QStringLiteral("表"), QStringLiteral("～①"), QStringLiteral("\\"),
-                             QStringLiteral(","),  QStringLiteral("　"),  QStringLiteral("ｱ")};
-  quint32 random = 7;
-  const auto next = [&random](qsizetype below) {
-    random = random * 1'664'525 + 1'013'904'223;
-    return static_cast<qsizetype>(random >> 16) % below;
-  };
+  const QStringList parts = {"=", " ", "1", "表", "～①", "\\", ",", "　", "ｱ"};
+  QRandomGenerator random(7);
   UrlList list;
   for (int row = 0; row < 1'000; ++row) {
     TargetUrlItem item;
     for (int field = 1; field < TargetUrlItem::kFieldCount; ++field) {
-      QString value;
-      for (qsizetype i = next(6); i > 0; --i) value += parts[next(parts.size())];
+      QString value = test::RandomText(random, parts, 5);
       while (value.startsWith(u' ')) value.remove(0, 1);
       // The separator itself is the one text that the format loses.
-      if (!value.contains(QStringLiteral(" = "))) item.Set(static_cast<Field>(field), value);
+      if (!value.contains(" = ")) item.Set(static_cast<Field>(field), value);
     }
     list.InsertBelow(row - 1, item);
   }
   const TempDir dir;
-  const QString path = dir.Path(QStringLiteral("a.dat"));
+  const QString path = dir.Path("a.dat");
   ASSERT_TRUE(WriteUrlListFile(path, list).Ok());
   UrlList again;
   ASSERT_TRUE(ReadUrlListFile(path, again).Ok());

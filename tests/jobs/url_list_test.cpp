@@ -37,7 +37,7 @@ TEST(UrlList, KeepsNumbersSelectionAndMarkThroughEveryCommand) {
   UrlList list;
   const QAbstractItemModelTester tester(&list,
                                         QAbstractItemModelTester::FailureReportingMode::Fatal);
-  Fill(list, QStringLiteral("abc"));
+  Fill(list, "abc");
   list.Select(1);
   EXPECT_EQ(Shown(list), " 1a[ 2b] 3c");
   list.InsertBelow(-1, {});
@@ -58,10 +58,10 @@ TEST(UrlList, KeepsNumbersSelectionAndMarkThroughEveryCommand) {
   list.Remove(0);
   EXPECT_EQ(Shown(list), "*");
   EXPECT_FALSE(list.MoveSelected(-1)) << "nothing is selected";
-  list.ReplaceAll({QStringLiteral(" 1\tx"), {}});
+  list.ReplaceAll({" 1\tx", {}});
   EXPECT_EQ(Shown(list), " 1x*") << "lines are taken as they stand and the mark stays";
-  EXPECT_EQ(list.data(list.index(0), Qt::DisplayRole), QStringLiteral(" 1\tx"));
-  list.SetLine(0, QStringLiteral("\u202E\tb"));
+  EXPECT_EQ(list.data(list.index(0), Qt::DisplayRole), " 1\tx");
+  list.SetLine(0, "\u202E\tb");
   EXPECT_FALSE(list.data(list.index(0), Qt::DisplayRole).toString().contains(QChar(0x202E)));
 }
 
@@ -71,13 +71,13 @@ TEST(UrlList, RenumbersThousandsOfJobsInOneAnnouncement) {
   const QSignalSpy changes(&list, &UrlList::dataChanged);
   list.InsertBelow(-1, {});
   EXPECT_EQ(changes.count(), 1);
-  EXPECT_EQ(list.Item(5'000)[Field::Number], QStringLiteral("5001"));
+  EXPECT_EQ(list.Item(5'000)[Field::Number], "5001");
 }
 
 TEST(JobEditor, ShowsASelectedJobWithoutMarkingTheList) {
   UrlList list;
   JobEditor editor(list);
-  list.ReplaceAll({QStringLiteral(" 1\td\tr\ts\tf\tp\t1\tx\t3\t\t1\t0\tyes\t1\t2 levels"), {}});
+  list.ReplaceAll({" 1\td\tr\ts\tf\tp\t1\tx\t3\t\t1\t0\tyes\t1\t2 levels", {}});
   list.Select(0);
   EXPECT_EQ(editor.Fields().ToLine().toStdString(),
             " 1\td\tr\ts\tf\tp\t  1\tx\t3,\t0\t1\t0\t0\t1\t2\t0\t0");
@@ -87,18 +87,18 @@ TEST(JobEditor, ShowsASelectedJobWithoutMarkingTheList) {
   EXPECT_EQ(editor.Fields().ToLine().toStdString(), "\t\t\t\t\t\t\t\t,\t0\t0\t0\t0\t0\t0\t0\t0");
   list.Select(-1);
   EXPECT_EQ(editor.Fields(), TargetUrlItem());
-  editor.Edit(Field::Description, QStringLiteral("nowhere"));
+  editor.Edit(Field::Description, "nowhere");
   EXPECT_FALSE(list.IsDirty()) << "without a selected job nothing is stored";
 }
 
 TEST(JobEditor, ForgetsTheBaseOfAnotherRoot) {
   UrlList list;
   JobEditor editor(list);
-  list.ReplaceAll({QStringLiteral(" 1\ta\tr"), QStringLiteral(" 2\tb\ts")});
+  list.ReplaceAll({" 1\ta\tr", " 2\tb\ts"});
   list.Select(0);
-  editor.SetRootBase(QStringLiteral("base of r"));
+  editor.SetRootBase("base of r");
   list.Select(0);
-  EXPECT_EQ(editor.RootBase(), QStringLiteral("base of r"));
+  EXPECT_EQ(editor.RootBase(), "base of r");
   list.Select(1);
   EXPECT_EQ(editor.RootBase(), QString());
 }
@@ -106,16 +106,16 @@ TEST(JobEditor, ForgetsTheBaseOfAnotherRoot) {
 TEST(JobEditor, WritesEveryEditStraightBackIntoItsLine) {
   UrlList list;
   JobEditor editor(list);
-  Fill(list, QStringLiteral("ab"));
+  Fill(list, "ab");
   list.Select(1);
-  editor.Edit(Field::Description, QStringLiteral("b"));
+  editor.Edit(Field::Description, "b");
   editor.EditFlag(Field::Skip, false);
   EXPECT_EQ(Shown(list), " 1a[ 2b]") << "the same value is no edit";
   const QSignalSpy edits(&editor, &JobEditor::FieldEdited);
-  editor.Edit(Field::Description, QStringLiteral("x\ty\r\nz"));
+  editor.Edit(Field::Description, "x\ty\r\nz");
   editor.EditFlag(Field::Skip, true);
-  editor.EditBefore(1, QStringLiteral("7"));
-  editor.EditBefore(0, QStringLiteral("3,"));
+  editor.EditBefore(1, "7");
+  editor.EditBefore(0, "3,");
   EXPECT_EQ(edits.count(), 4);
   EXPECT_EQ(list.Line(1).toStdString(), " 2\tx y  z\t\t\t\t\t\t\t3 ,7\t0\t1\t0\t0\t0\t0\t0\t0");
   EXPECT_EQ(Shown(list), " 1a[ 2x y  z]*");

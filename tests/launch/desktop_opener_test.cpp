@@ -19,8 +19,7 @@ namespace zentorin::test {
 namespace {
 
 TEST(LineEnds, PairsStayAndLoneLineFeedsBecomePairs) {
-  EXPECT_EQ(WithWholeLineEnds(QStringLiteral("\na\nb\r\nc\rd\r\r\n\n")),
-            QStringLiteral("\r\na\r\nb\r\nc\rd\r\r\n\r\n"));
+  EXPECT_EQ(WithWholeLineEnds("\na\nb\r\nc\rd\r\r\n\n"), "\r\na\r\nb\r\nc\rd\r\r\n\r\n");
   EXPECT_EQ(WithWholeLineEnds({}), QString());
 }
 
@@ -39,12 +38,12 @@ class DesktopOpenerTest : public testing::Test {
     return texts.join(u'/').remove(tree_.Path({})).toStdString();
   }
   std::string Play(const char* target) {
-    opener_->PlayOrView(QString::fromUtf8(target));
+    opener_->PlayOrView(target);
     return Requests();
   }
 
   XdgTree tree_;
-  Drives drives_{tree_.Path(QStringLiteral("home"))};
+  Drives drives_{tree_.Path("home")};
   RecordingStarter starter_;
   RecordingMessageBoxes messages_;
   RecordingTextWindows windows_;
@@ -54,33 +53,31 @@ class DesktopOpenerTest : public testing::Test {
 };
 
 TEST_F(DesktopOpenerTest, TheHandlerGetsAddressesAsTheyAreAndPathsOfThisSystem) {
-  const std::vector<std::pair<QString, const char*>> cases = {
-      {QStringLiteral("http://a.test/?b c"), "open:open|http://a.test/?b c|0|0|1"},
-      {QStringLiteral("mailto:-x@b.test"), "open:open|mailto:-x@b.test|0|0|1"},
-      {QStringLiteral("C:\\docs\\a.html"), "open:open|home/drives/c/docs/a.html|0|0|1"},
-      {QStringLiteral("file:///usr/a%20b.html"), "open:open|/usr/a b.html|0|0|1"},
-      {QStringLiteral("-x"), "open:open|home/-x|0|0|1"},
-      {QStringLiteral("--help=http://a.test/"), "open:open|home/--help=http:/a.test|0|0|1"},
-      {QStringLiteral(""), ""},
-  };
-  for (const auto& [target, request] : cases) {
+  using Case = std::pair<QString, const char*>;
+  for (const auto& [target, request] :
+       {Case("http://a.test/?b c", "open:open|http://a.test/?b c|0|0|1"),
+        Case("mailto:-x@b.test", "open:open|mailto:-x@b.test|0|0|1"),
+        Case("C:\\docs\\a.html", "open:open|home/drives/c/docs/a.html|0|0|1"),
+        Case("file:///usr/a%20b.html", "open:open|/usr/a b.html|0|0|1"),
+        Case("-x", "open:open|home/-x|0|0|1"),
+        Case("--help=http://a.test/", "open:open|home/--help=http:/a.test|0|0|1"), Case("", "")}) {
     opener_->OpenWithDefaultHandler(target);
     EXPECT_EQ(Requests(), request);
   }
-  opener_->OpenWithDefaultHandler(QStringLiteral("/usr/a") + QChar(u'\0') + QStringLiteral("b"));
+  opener_->OpenWithDefaultHandler(QStringLiteral("/usr/a") + QChar(u'\0') + "b");
   EXPECT_EQ(Requests(), "");
 }
 
 TEST_F(DesktopOpenerTest, FoldersGoToTheFileManagerElseToTheHandlerElseToARegisteredProgram) {
-  tree_.Write(QStringLiteral("home/drives/d/my files/a"), "");
-  const QString folder = QStringLiteral("D:\\my files\\");
+  tree_.Write("home/drives/d/my files/a", "");
+  const QString folder = "D:\\my files\\";
   opener_->OpenFolder(folder);
   EXPECT_EQ(Requests(), "folder:home/drives/d/my files");
   starter_.hasFileManager = false;
   opener_->OpenFolder(folder);
   EXPECT_EQ(Requests(), "folder:home/drives/d/my files open:open|home/drives/d/my files|0|0|1");
   starter_.hasShellOpener = false;
-  tree_.AddProgram(QStringLiteral("files"), "%F", "MimeType=inode/directory;");
+  tree_.AddProgram("files", "%F", "MimeType=inode/directory;");
   opener_->OpenFolder(folder);
   EXPECT_EQ(Requests(),
             "folder:home/drives/d/my files open:open|home/drives/d/my files|0|0|1 "
@@ -89,8 +86,8 @@ TEST_F(DesktopOpenerTest, FoldersGoToTheFileManagerElseToTheHandlerElseToARegist
 }
 
 TEST_F(DesktopOpenerTest, TextsAreShownWithWholeLineEnds) {
-  opener_->ShowText(QStringLiteral("a\nb\r\n"), QStringLiteral("題"));
-  EXPECT_EQ(windows_.shown, QStringList(QStringLiteral("題|a\r\nb\r\n")));
+  opener_->ShowText("a\nb\r\n", "題");
+  EXPECT_EQ(windows_.shown, QStringList("題|a\r\nb\r\n"));
   EXPECT_EQ(Boxes(), "");
   windows_.result = false;
   opener_->ShowText({}, {});
@@ -98,40 +95,39 @@ TEST_F(DesktopOpenerTest, TextsAreShownWithWholeLineEnds) {
 }
 
 TEST_F(DesktopOpenerTest, PagesPlayInTheBrowserAndFilesInTheirRegisteredProgram) {
-  tree_.AddProgram(QStringLiteral("firefox"), "%u");
-  tree_.AddProgram(QStringLiteral("local"), "%f", "MimeType=audio/mpeg;");
-  tree_.AddProgram(QStringLiteral("player"), "%U", "MimeType=audio/mpeg;x-scheme-handler/mms;");
-  const std::vector<std::pair<const char*, const char*>> cases = {
-      {"http://a.test/x.js", "start:bin/firefox|http://a.test/x.js"},
-      {"HTTPS://a.test/a.mp3", "start:bin/firefox|HTTPS://a.test/a.mp3"},
-      {"C:\\m\\b c.MP3", "start:bin/local|home/drives/c/m/b c.MP3"},
-      {"-o.mp3", "start:bin/local|home/-o.mp3"},
-      {"ftp://a.test/d/a.mp3?x=1.txt", "start:bin/player|ftp://a.test/d/a.mp3?x=1.txt"},
-      {"mms://a.test/x.js", "start:bin/player|mms://a.test/x.js"},
-  };
-  for (const auto& [target, request] : cases) EXPECT_EQ(Play(target), request);
-  EXPECT_EQ(status_.Status(), QStringLiteral("ページが表示されました"));
+  tree_.AddProgram("firefox", "%u");
+  tree_.AddProgram("local", "%f", "MimeType=audio/mpeg;");
+  tree_.AddProgram("player", "%U", "MimeType=audio/mpeg;x-scheme-handler/mms;");
+  using Case = std::pair<const char*, const char*>;
+  for (const auto& [target, request] :
+       {Case("http://a.test/x.js", "start:bin/firefox|http://a.test/x.js"),
+        Case("HTTPS://a.test/a.mp3", "start:bin/firefox|HTTPS://a.test/a.mp3"),
+        Case("C:\\m\\b c.MP3", "start:bin/local|home/drives/c/m/b c.MP3"),
+        Case("-o.mp3", "start:bin/local|home/-o.mp3"),
+        Case("ftp://a.test/d/a.mp3?x=1.txt", "start:bin/player|ftp://a.test/d/a.mp3?x=1.txt"),
+        Case("mms://a.test/x.js", "start:bin/player|mms://a.test/x.js")})
+    EXPECT_EQ(Play(target), request);
+  EXPECT_EQ(status_.Status(), "ページが表示されました");
   EXPECT_EQ(Boxes(), "");
 }
 
 TEST_F(DesktopOpenerTest, WithoutARegisteredProgramAKnownOneMayDo) {
-  tree_.AddCommand(QStringLiteral("mpv"));
-  tree_.AddCommand(QStringLiteral("gnumeric"));
+  tree_.AddCommand("mpv");
+  tree_.AddCommand("gnumeric");
   EXPECT_EQ(Play("/d/a.mp3"), "start:bin/mpv|/d/a.mp3");
   EXPECT_EQ(Play("mms://a.test/b"), "start:bin/mpv|mms://a.test/b");
   EXPECT_EQ(Play("/d/a.xls"), "start:bin/gnumeric|/d/a.xls");
 }
 
 TEST_F(DesktopOpenerTest, ScriptsAreShownAndNeverRun) {
-  tree_.AddProgram(QStringLiteral("runner"), "%f",
+  tree_.AddProgram("runner", "%f",
                    "MimeType=application/javascript;text/javascript;application/x-bat;"
                    "text/vbscript;text/plain;");
-  tree_.Write(QStringLiteral("home/drives/c/a.JS"), "alert(1)\nend");
-  tree_.Write(QStringLiteral("home/drives/c/b.bat"), "echo \x93\xfa");
+  tree_.Write("home/drives/c/a.JS", "alert(1)\nend");
+  tree_.Write("home/drives/c/b.bat", "echo \x93\xfa");
   EXPECT_EQ(Play("C:\\a.JS"), "");
   EXPECT_EQ(Play("C:\\b.bat"), "");
-  EXPECT_EQ(windows_.shown,
-            QStringList({QStringLiteral("a.JS|alert(1)\r\nend"), QStringLiteral("b.bat|echo 日")}));
+  EXPECT_EQ(windows_.shown, QStringList({"a.JS|alert(1)\r\nend", "b.bat|echo 日"}));
   EXPECT_EQ(Boxes(), "");
   EXPECT_EQ(Play("C:\\missing.vbs"), "");
   EXPECT_NE(Boxes().find("missing.vbs"), std::string::npos);
@@ -149,29 +145,30 @@ TEST_F(DesktopOpenerTest, FailuresAreToldWithTheTargetAtFault) {
   Play("/d/a.unknown");
   EXPECT_EQ(Boxes(), "開くことができるプログラムがありません！\r\n/d/a.unknown");
 
-  tree_.AddCommand(QStringLiteral("firefox"));
-  tree_.AddCommand(QStringLiteral("mpv"));
-  tree_.AddCommand(QStringLiteral("localc"));
-  const std::vector<std::tuple<ProgramStart, const char*, const char*>> cases = {
-      {ProgramStart::NotStarted, page, "IEFrameの特定失敗！\r\nhttp://a.test/"},
-      {ProgramStart::EndedWithError, page, "IEFrameの特定失敗！\r\nhttp://a.test/"},
-      {ProgramStart::TimedOut, page, "タイムアウト- http://a.test/"},
-      {ProgramStart::EndedWell, page, ""},
-      {ProgramStart::EndedWithError, "/a.xls", "EXCELのオブジェクト取得に失敗しました！\r\n/a.xls"},
-      {ProgramStart::NotStarted, "/a.mp3", "プログラムを起動できませんでした！\r\n/a.mp3"},
-      {ProgramStart::EndedWithError, "/a.mp3", "プログラムがエラーで終了しました！\r\n/a.mp3"},
-  };
-  for (const auto& [outcome, target, box] : cases) {
+  tree_.AddCommand("firefox");
+  tree_.AddCommand("mpv");
+  tree_.AddCommand("localc");
+  using Case = std::tuple<ProgramStart, const char*, const char*>;
+  for (const auto& [outcome, target, box] :
+       {Case(ProgramStart::NotStarted, page, "IEFrameの特定失敗！\r\nhttp://a.test/"),
+        Case(ProgramStart::EndedWithError, page, "IEFrameの特定失敗！\r\nhttp://a.test/"),
+        Case(ProgramStart::TimedOut, page, "タイムアウト- http://a.test/"),
+        Case(ProgramStart::EndedWell, page, ""),
+        Case(ProgramStart::EndedWithError, "/a.xls",
+             "EXCELのオブジェクト取得に失敗しました！\r\n/a.xls"),
+        Case(ProgramStart::NotStarted, "/a.mp3", "プログラムを起動できませんでした！\r\n/a.mp3"),
+        Case(ProgramStart::EndedWithError, "/a.mp3",
+             "プログラムがエラーで終了しました！\r\n/a.mp3")}) {
     starter_.outcome = outcome;
     Play(target);
     EXPECT_EQ(Boxes(), box);
   }
-  opener_->OpenWith(QStringLiteral("電卓"), {});
+  opener_->OpenWith("電卓", {});
   EXPECT_EQ(Boxes(), "電卓 を起動できませんでした！");
 }
 
 TEST_F(DesktopOpenerTest, AnswersAfterTheOpenersEndAreDropped) {
-  tree_.AddCommand(QStringLiteral("firefox"));
+  tree_.AddCommand("firefox");
   starter_.holdAnswers = true;
   starter_.outcome = ProgramStart::NotStarted;
   starter_.hasFileManager = false;

@@ -13,65 +13,51 @@
 namespace zentorin::test {
 namespace {
 
-const LaunchTarget kFile{.text = QStringLiteral("/d/a b#1.mp3"), .isFile = true};
-const LaunchTarget kAddress{.text = QStringLiteral("mms://host/$(id);x"), .isFile = false};
+const LaunchTarget kFile{.text = "/d/a b#1.mp3", .isFile = true};
+const LaunchTarget kAddress{.text = "mms://host/$(id);x", .isFile = false};
 const LaunchTarget kNothing;
 
 // The words for a line as it stands in the entry's file, joined with "|"; "-" when it is refused.
 std::string Words(const QByteArray& execLine, const LaunchTarget& target) {
   const XdgTree tree;
   const QString path = tree.Write(
-      QStringLiteral("e.desktop"),
+      "e.desktop",
       "[Desktop Entry]\nType=Application\nName=Player\nName[ja]=再生\nIcon=i con\nExec=" +
           execLine + "\n");
-  auto entry = DesktopEntry::Read(path, QStringLiteral("e.desktop"));
+  auto entry = DesktopEntry::Read(path, "e.desktop");
   if (!entry) return "no entry";
-  entry->path = QStringLiteral("/x/e.desktop");
+  entry->path = "/x/e.desktop";
   const auto words = ExpandExec(*entry, target);
   return words ? words->join(u'|').toStdString() : "-";
 }
 
 TEST(ExecLine, FieldCodesAndQuotesAreReadAsEntriesDefineThem) {
-  const std::vector<std::tuple<const char*, LaunchTarget, const char*>> cases = {
-      {"play %f", kFile, "play|/d/a b#1.mp3"},
-      {"play %F", kFile, "play|/d/a b#1.mp3"},
-      {"play %u", kFile, "play|file:///d/a%20b%231.mp3"},
-      {"play %U --end", kAddress, "play|mms://host/$(id);x|--end"},
-      {"play --open=%f", kFile, "play|--open=/d/a b#1.mp3"},
-      {"play", kFile, "play|/d/a b#1.mp3"},
-      {"play %f", kNothing, "play"},
-      {"play %i %c %k 100%%", kNothing, "play|--icon|i con|再生|/x/e.desktop|100%"},
-      {"play %d %D %n %N %v %m x", kNothing, "play|x"},
-      {R"("/opt/my player/run" "a \\"b\\" \\$ \\` \\\\" %f)",
-       {},
-       R"(/opt/my player/run|a "b" $ ` \)"},
-      {R"(play "" '')", kNothing, "play||"},
-      {R"(play "%f")", kFile, "play|/d/a b#1.mp3"},
-      {R"(env A="b c"d play\\ er)", kNothing, "env|A=b cd|play er"},
-      {R"(play\s%f)", kFile, "play|/d/a b#1.mp3"},
-  };
-  for (const auto& [line, target, words] : cases) EXPECT_EQ(Words(line, target), words) << line;
+  using Case = std::tuple<const char*, LaunchTarget, const char*>;
+  for (const auto& [line, target, words] :
+       {Case("play %f", kFile, "play|/d/a b#1.mp3"), Case("play %F", kFile, "play|/d/a b#1.mp3"),
+        Case("play %u", kFile, "play|file:///d/a%20b%231.mp3"),
+        Case("play %U --end", kAddress, "play|mms://host/$(id);x|--end"),
+        Case("play --open=%f", kFile, "play|--open=/d/a b#1.mp3"),
+        Case("play", kFile, "play|/d/a b#1.mp3"), Case("play %f", kNothing, "play"),
+        Case("play %i %c %k 100%%", kNothing, "play|--icon|i con|再生|/x/e.desktop|100%"),
+        Case("play %d %D %n %N %v %m x", kNothing, "play|x"),
+        Case(R"("/opt/my player/run" "a \\"b\\" \\$ \\` \\\\" %f)", {},
+             R"(/opt/my player/run|a "b" $ ` \)"),
+        Case(R"(play "" '')", kNothing, "play||"), Case(R"(play "%f")", kFile, "play|/d/a b#1.mp3"),
+        Case(R"(env A="b c"d play\\ er)", kNothing, "env|A=b cd|play er"),
+        Case(R"(play\s%f)", kFile, "play|/d/a b#1.mp3")})
+    EXPECT_EQ(Words(line, target), words) << line;
 }
 
 TEST(ExecLine, LinesThatCannotBeTrustedAreRefused) {
-  const std::vector<std::pair<const char*, LaunchTarget>> cases = {
-      {"", kFile},
-      {"   ", kFile},
-      {"%f", kFile},
-      {"%c", kFile},
-      {"%i play", kFile},
-      {"/bin/%f", kFile},
-      {R"("%u" x)", kAddress},
-      {R"(sh -c "play %f")", kFile},
-      {"sh -c 'play %u'", kAddress},
-      {R"(play "%f)", kFile},
-      {"play %x", kFile},
-      {"play 100%", kFile},
-      {"play x%F", kFile},
-      {R"(play\nrm %f)", kFile},
-      {"play %f", kAddress},
-  };
-  for (const auto& [line, target] : cases) EXPECT_EQ(Words(line, target), "-") << line;
+  using Case = std::pair<const char*, LaunchTarget>;
+  for (const auto& [line, target] :
+       {Case("", kFile), Case("   ", kFile), Case("%f", kFile), Case("%c", kFile),
+        Case("%i play", kFile), Case("/bin/%f", kFile), Case(R"("%u" x)", kAddress),
+        Case(R"(sh -c "play %f")", kFile), Case("sh -c 'play %u'", kAddress),
+        Case(R"(play "%f)", kFile), Case("play %x", kFile), Case("play 100%", kFile),
+        Case("play x%F", kFile), Case(R"(play\nrm %f)", kFile), Case("play %f", kAddress)})
+    EXPECT_EQ(Words(line, target), "-") << line;
 }
 
 }  // namespace

@@ -57,24 +57,20 @@ class ProcessStarterTest : public testing::Test {
 };
 
 TEST_F(ProcessStarterTest, TheFirstMomentsOfAProgramAreReported) {
-  EXPECT_EQ(OutcomeOf(tree_.AddCommand(QStringLiteral("well"))), ProgramStart::EndedWell);
-  EXPECT_EQ(OutcomeOf(tree_.AddCommand(QStringLiteral("bad"), "exit 3")),
-            ProgramStart::EndedWithError);
-  EXPECT_EQ(OutcomeOf(tree_.AddCommand(QStringLiteral("crash"), "kill -SEGV $$")),
-            ProgramStart::EndedWithError);
-  EXPECT_EQ(OutcomeOf(tree_.Path(QStringLiteral("bin/missing"))), ProgramStart::NotStarted);
-  EXPECT_EQ(OutcomeOf(tree_.Write(QStringLiteral("bin/no-program"), "x")),
-            ProgramStart::NotStarted);
+  EXPECT_EQ(OutcomeOf(tree_.AddCommand("well")), ProgramStart::EndedWell);
+  EXPECT_EQ(OutcomeOf(tree_.AddCommand("bad", "exit 3")), ProgramStart::EndedWithError);
+  EXPECT_EQ(OutcomeOf(tree_.AddCommand("crash", "kill -SEGV $$")), ProgramStart::EndedWithError);
+  EXPECT_EQ(OutcomeOf(tree_.Path("bin/missing")), ProgramStart::NotStarted);
+  EXPECT_EQ(OutcomeOf(tree_.Write("bin/no-program", "x")), ProgramStart::NotStarted);
 }
 
 TEST_F(ProcessStarterTest, AProgramLivesOnAfterItsStarter) {
-  const QString out = tree_.Path(QStringLiteral("pid"));
-  const QString command =
-      tree_.AddCommand(QStringLiteral("stay"), R"(echo $$ > "$1.new"; mv "$1.new" "$1"; )"
-                                               "exec sleep 60");
+  const QString out = tree_.Path("pid");
+  const QString command = tree_.AddCommand("stay", R"(echo $$ > "$1.new"; mv "$1.new" "$1"; )"
+                                                   "exec sleep 60");
   EXPECT_EQ(OutcomeOf(command, {out}), ProgramStart::Running);
   ASSERT_TRUE(RunUntil([&] { return QFile::exists(out); }));
-  const int pid = tree_.Read(QStringLiteral("pid")).trimmed().toInt();
+  const int pid = tree_.Read("pid").trimmed().toInt();
   ASSERT_GT(pid, 0);
   starter_.reset();
   EXPECT_EQ(kill(pid, 0), 0);
@@ -84,7 +80,7 @@ TEST_F(ProcessStarterTest, AProgramLivesOnAfterItsStarter) {
 
 TEST_F(ProcessStarterTest, AnEndOfTheStarterWhileAProgramStartsIsHarmless) {
   bool told = false;
-  const QString program = tree_.AddCommand(QStringLiteral("well"));
+  const QString program = tree_.AddCommand("well");
   starter_->Start({.program = program, .arguments = {}, .workingFolder = {}},
                   [&](ProgramStart) { told = true; });
   starter_.reset();
@@ -94,29 +90,28 @@ TEST_F(ProcessStarterTest, AnEndOfTheStarterWhileAProgramStartsIsHarmless) {
 // The whole way with real programs: entries in the folders, stubs that write down their arguments.
 TEST_F(ProcessStarterTest, ThingsOpenInStubProgramsThatAreRegisteredByDesktopEntries) {
   const QByteArray writeDown = R"(for a; do echo "$a"; done > "$0.new"; mv "$0.new" "$0.out")";
-  tree_.AddProgram(QStringLiteral("browser"), "--new %u", "MimeType=x-scheme-handler/http;");
-  tree_.AddProgram(QStringLiteral("player"), "-q %f", "MimeType=audio/mpeg;");
-  for (const char* name : {"browser", "player", "xdg-open"})
-    tree_.AddCommand(QString::fromLatin1(name), writeDown);
-  Drives drives(tree_.Path(QStringLiteral("home")));
+  tree_.AddProgram("browser", "--new %u", "MimeType=x-scheme-handler/http;");
+  tree_.AddProgram("player", "-q %f", "MimeType=audio/mpeg;");
+  for (const char* name : {"browser", "player", "xdg-open"}) tree_.AddCommand(name, writeDown);
+  Drives drives(tree_.Path("home"));
   RecordingMessageBoxes messages;
   RecordingTextWindows windows;
   DesktopOpener opener(drives, *starter_, messages, windows, tree_.Folders());
 
-  const QString page = QStringLiteral("http://a.test/$(touch x)?a=1&b='c'");
-  const QString song = tree_.Path(QStringLiteral("a `b` \"c\".mp3"));
+  const QString page = "http://a.test/$(touch x)?a=1&b='c'";
+  const QString song = tree_.Path("a `b` \"c\".mp3");
   opener.PlayOrView(page);
   opener.PlayOrView(song);
-  opener.OpenFolder(tree_.Path(QStringLiteral("my folder")));
+  opener.OpenFolder(tree_.Path("my folder"));
 
   const auto written = [&](const char* name) {
-    const QString file = QStringLiteral("bin/%1.out").arg(QLatin1String(name));
+    const QString file = QStringLiteral("bin/%1.out").arg(name);
     EXPECT_TRUE(RunUntil([&] { return QFile::exists(tree_.Path(file)); })) << name;
     return QString::fromUtf8(tree_.Read(file));
   };
-  EXPECT_EQ(written("browser"), QStringLiteral("--new\n") + page + u'\n');
-  EXPECT_EQ(written("player"), QStringLiteral("-q\n") + song + u'\n');
-  EXPECT_EQ(written("xdg-open"), tree_.Path(QStringLiteral("my folder")) + u'\n');
+  EXPECT_EQ(written("browser"), "--new\n" + page + u'\n');
+  EXPECT_EQ(written("player"), "-q\n" + song + u'\n');
+  EXPECT_EQ(written("xdg-open"), tree_.Path("my folder") + u'\n');
   EXPECT_EQ(messages.Texts(), QStringList());
 }
 
@@ -126,12 +121,12 @@ TEST_F(ProcessStarterTest, TheFileManagerIsAskedOverTheSessionBus) {
   starter_ = std::make_unique<ProcessStarter>(tree_.Folders(), kTimes);
   const auto ask = [&] {
     std::optional<bool> shown;
-    starter_->ShowFolder(QStringLiteral("/my folder"), [&](bool answer) { shown = answer; });
+    starter_->ShowFolder("/my folder", [&](bool answer) { shown = answer; });
     RunUntil([&] { return shown.has_value(); });
     return shown;
   };
   EXPECT_EQ(ask(), true);
-  EXPECT_EQ(bus.calls, QStringList(QStringLiteral("ShowFolders(file:///my%20folder,)")));
+  EXPECT_EQ(bus.calls, QStringList("ShowFolders(file:///my%20folder,)"));
   bus.Withdraw();
   EXPECT_EQ(ask(), false);
   qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");

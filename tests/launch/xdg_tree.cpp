@@ -7,16 +7,15 @@ namespace zentorin::test {
 
 XdgFolders XdgTree::Folders() const {
   XdgFolders folders;
-  folders.config =
-      QStringList{Path(QStringLiteral("config")), Path(QStringLiteral("config-system"))};
-  folders.data = QStringList{Path(QStringLiteral("data")), Path(QStringLiteral("data-system"))};
-  folders.desktops = QStringList{QStringLiteral("gnome")};
-  folders.commands = QStringList{Path(QStringLiteral("bin"))};
+  folders.config = QStringList{Path("config"), Path("config-system")};
+  folders.data = QStringList{Path("data"), Path("data-system")};
+  folders.desktops = QStringList{"gnome"};
+  folders.commands = QStringList{Path("bin")};
   return folders;
 }
 
 QString XdgTree::AddCommand(const QString& name, const QByteArray& script) const {
-  const QString path = Write(QStringLiteral("bin/") + name, "#!/bin/sh\n" + script + "\n");
+  const QString path = Write("bin/" + name, "#!/bin/sh\n" + script + "\n");
   QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   return path;
 }

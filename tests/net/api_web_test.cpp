@@ -1,99 +1,83 @@
 // SPDX-License-Identifier: MIT
 #include "net/api_web.h"
 
-#include <QRandomGenerator>
 #include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "net/pattern.h"
+#include "tests/support/random_text.h"
 
 namespace zentorin {
 namespace {
 
 using Table = std::vector<std::tuple<const char*, const char*, const char*>>;
 
-QString Text(const char* text) {
-  return QString::fromUtf8(text);
-}
-
 TEST(ApiWeb, TheDirectoryOfAnAddress) {
-  const Table rows{
-      {"http://host/a/b.html?x=1", "", "http://host/a"},
-      {"http://host/a/", "", "http://host/a"},
-      {"http://host", "", "http://host"},
-      {"http://h.test", "", "http://h.test"},
-      {"http://h.test/", "", "http://h.test"},
-      {"http://host/a/rel.2/page", "", "http://host/a/rel.2/page"},
-      {"http://host/a.html?u=/x.y?z", "", "http://host/a.html?u="},
-      {"file.html", "", ""},
-      {"folder", "", "folder"},
-      {"a/b/c.mp3", "", "a/b"},
-      {"", "", ""},
-      {"http://", "", "http:/"},
-  };
-  for (const auto& [first, second, expected] : rows) {
-    EXPECT_EQ(API_Web::DirectoryOf(Text(first)), Text(expected)) << first;
+  using Case = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [first, second, expected] :
+       {Case("http://host/a/b.html?x=1", "", "http://host/a"),
+        Case("http://host/a/", "", "http://host/a"), Case("http://host", "", "http://host"),
+        Case("http://h.test", "", "http://h.test"), Case("http://h.test/", "", "http://h.test"),
+        Case("http://host/a/rel.2/page", "", "http://host/a/rel.2/page"),
+        Case("http://host/a.html?u=/x.y?z", "", "http://host/a.html?u="), Case("file.html", "", ""),
+        Case("folder", "", "folder"), Case("a/b/c.mp3", "", "a/b"), Case("", "", ""),
+        Case("http://", "", "http:/")}) {
+    EXPECT_EQ(API_Web::DirectoryOf(first), expected) << first;
   }
 }
 
 TEST(ApiWeb, TheSiteRoot) {
-  const Table rows{{"http://host/a/b", "", "http://host"},
-                   {"https://host:81", "", "https://host:81"},
-                   {"host/a", "", ""},
-                   {"http:///a", "", "http://"}};
-  for (const auto& [first, second, expected] : rows) {
-    EXPECT_EQ(API_Web::SiteRootOf(Text(first)), Text(expected)) << first;
+  using Case = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [first, second, expected] :
+       {Case("http://host/a/b", "", "http://host"), Case("https://host:81", "", "https://host:81"),
+        Case("host/a", "", ""), Case("http:///a", "", "http://")}) {
+    EXPECT_EQ(API_Web::SiteRootOf(first), expected) << first;
   }
 }
 
 TEST(ApiWeb, ALinkBecomesAnAbsoluteAddress) {
-  const Table rows{
-      {"http://host/d", "http://other/x", "http://other/x"},
-      {"http://host/d", "https://other/a/../b/./c", "https://other/b/c"},
-      {"http://host/d", "HTTP://other/x", "http://host/d/HTTP://other/x"},
-      {"https://host/d", "//cdn/x.js", "https://cdn/x.js"},
-      {"host/d", "//cdn/x.js", "//cdn/x.js"},
-      {"http://host/d/e", "/img/a.gif", "http://host/img/a.gif"},
-      {"http:///d", "/img", "http://img"},
-      {"http://host/d/e", "../a.gif", "http://host/d/a.gif"},
-      {"http://host/d/e/f", "../../a.gif", "http://host/d/e/../a.gif"},
-      {"http://host/e/x", "../e/x/../b", "http://host/e/e/b"},
-      {"http://host/d/", "a.gif", "http://host/d/a.gif"},
-      {"http://host/d", "./a.gif", "http://host/d/a.gif"},
-      {"http://host/d", "././a.gif", "http://host/d/./a.gif"},
-      {"http://host/d", "", "http://host/d/"},
-      {" \"http://host/d\" ", " ' a.gif ' ", "http://host/d/a.gif"},
-      {"http://host/d", "\ta.gif", "http://host/d/\ta.gif"},
-  };
-  for (const auto& [first, second, expected] : rows) {
-    EXPECT_EQ(API_Web::Resolve(Text(first), Text(second)), Text(expected))
-        << first << " + " << second;
+  using Case = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [first, second, expected] :
+       {Case("http://host/d", "http://other/x", "http://other/x"),
+        Case("http://host/d", "https://other/a/../b/./c", "https://other/b/c"),
+        Case("http://host/d", "HTTP://other/x", "http://host/d/HTTP://other/x"),
+        Case("https://host/d", "//cdn/x.js", "https://cdn/x.js"),
+        Case("host/d", "//cdn/x.js", "//cdn/x.js"),
+        Case("http://host/d/e", "/img/a.gif", "http://host/img/a.gif"),
+        Case("http:///d", "/img", "http://img"),
+        Case("http://host/d/e", "../a.gif", "http://host/d/a.gif"),
+        Case("http://host/d/e/f", "../../a.gif", "http://host/d/e/../a.gif"),
+        Case("http://host/e/x", "../e/x/../b", "http://host/e/e/b"),
+        Case("http://host/d/", "a.gif", "http://host/d/a.gif"),
+        Case("http://host/d", "./a.gif", "http://host/d/a.gif"),
+        Case("http://host/d", "././a.gif", "http://host/d/./a.gif"),
+        Case("http://host/d", "", "http://host/d/"),
+        Case(" \"http://host/d\" ", " ' a.gif ' ", "http://host/d/a.gif"),
+        Case("http://host/d", "\ta.gif", "http://host/d/\ta.gif")}) {
+    EXPECT_EQ(API_Web::Resolve(first, second), expected) << first << " + " << second;
   }
 }
 
 TEST(ApiWeb, ALocalPathIsJoinedToItsFolder) {
-  const Table rows{
-      {"C:\\save", "sub\\a.mp3", "C:\\save\\sub\\a.mp3"},
-      {"C:\\save\\", "\\a.mp3", "C:\\save\\a.mp3"},
-      {"C:\\save\\", "a.mp3", "C:\\save\\a.mp3"},
-      {"C:\\save", "/a.mp3", "C:\\save\\a.mp3"},
-      {"C:\\save\\x", "..\\a.mp3", "C:\\save\\a.mp3"},
-      {"C:\\save", "\"D:\\other\\..\\x\"", "D:\\other\\..\\x"},
-      {"C:\\save", "\\\\server\\share", "\\\\server\\share"},
-      {"/home/u", "a", "\\home\\u\\a"},
-      {"", "", "\\"},
-  };
-  for (const auto& [first, second, expected] : rows) {
-    EXPECT_EQ(API_Web::ResolveLocal(Text(first), Text(second)), Text(expected))
-        << first << " + " << second;
+  using Case = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [first, second, expected] :
+       {Case("C:\\save", "sub\\a.mp3", "C:\\save\\sub\\a.mp3"),
+        Case("C:\\save\\", "\\a.mp3", "C:\\save\\a.mp3"),
+        Case("C:\\save\\", "a.mp3", "C:\\save\\a.mp3"),
+        Case("C:\\save", "/a.mp3", "C:\\save\\a.mp3"),
+        Case("C:\\save\\x", "..\\a.mp3", "C:\\save\\a.mp3"),
+        Case("C:\\save", "\"D:\\other\\..\\x\"", "D:\\other\\..\\x"),
+        Case("C:\\save", "\\\\server\\share", "\\\\server\\share"),
+        Case("/home/u", "a", "\\home\\u\\a"), Case("", "", "\\")}) {
+    EXPECT_EQ(API_Web::ResolveLocal(first, second), expected) << first << " + " << second;
   }
 }
 
 TEST(ApiWeb, ThePathBelowARootOrItsAlternative) {
   const auto under = [](const char* full, const char* root, const char* alternative) {
-    return API_Web::PathUnder(Text(full), Text(root), Text(alternative));
+    return API_Web::PathUnder(full, root, alternative);
   };
   EXPECT_EQ(under("http://h/a/b/c.mp3", "http://h/a/index.html", "http://x/"), u"/b");
   EXPECT_EQ(under("http://h/a/b/c.mp3", "http://x/y/", "http://h/"), u"/a/b");
@@ -102,61 +86,48 @@ TEST(ApiWeb, ThePathBelowARootOrItsAlternative) {
 }
 
 TEST(ApiWeb, QuotesAreStrippedUnlessADoubleQuoteStandsBetweenThem) {
-  const Table rows{{" \"a\" ", "a", "a"},
-                   {"\"a\"b\"", "\"a\"b\"", "\"a\"b\""},
-                   {"'a'b'", "a'b", "a'b"},
-                   {"'a\"b'", "'a\"b'", "'a\"b'"},
-                   {"''a''", "'a'", "a"},
-                   {"\"'a'\"", "a", "a"},
-                   {"'\"a\"'", "'\"a\"'", "'\"a\"'"},
-                   {"\"", "\"", "\""},
-                   {"\"\"", "", ""},
-                   {"' a '", " a ", " a "},
-                   {"\t'a'", "\t'a'", "\t'a'"},
-                   {"\"a'", "\"a'", "\"a'"}};
-  for (const auto& [first, second, expected] : rows) {
-    EXPECT_EQ(API_Web::StripQuotes(Text(first), true), Text(second)) << first;
-    EXPECT_EQ(API_Web::StripQuotes(Text(first), false), Text(expected)) << first;
+  using Case = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [first, second, expected] :
+       {Case(" \"a\" ", "a", "a"), Case("\"a\"b\"", "\"a\"b\"", "\"a\"b\""),
+        Case("'a'b'", "a'b", "a'b"), Case("'a\"b'", "'a\"b'", "'a\"b'"), Case("''a''", "'a'", "a"),
+        Case("\"'a'\"", "a", "a"), Case("'\"a\"'", "'\"a\"'", "'\"a\"'"), Case("\"", "\"", "\""),
+        Case("\"\"", "", ""), Case("' a '", " a ", " a "), Case("\t'a'", "\t'a'", "\t'a'"),
+        Case("\"a'", "\"a'", "\"a'")}) {
+    EXPECT_EQ(API_Web::StripQuotes(first, true), second) << first;
+    EXPECT_EQ(API_Web::StripQuotes(first, false), expected) << first;
   }
 }
 
 TEST(ApiWeb, TheFirstMatch) {
-  const Table rows{{"abc", "", "abc"},  {"xAb1", "ab", "Ab"}, {"xAb1", "a(b)(1)", "b"},
-                   {"abc", "z", ""},    {"abc", "(", ""},     {"a\nb", "^b$", "b"},
-                   {"ac", "a(b)?c", ""}};
-  for (const auto& [first, second, expected] : rows) {
-    EXPECT_EQ(API_Web::FirstMatch(Text(first), Text(second)), Text(expected)) << second;
+  using Case = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [first, second, expected] :
+       {Case("abc", "", "abc"), Case("xAb1", "ab", "Ab"), Case("xAb1", "a(b)(1)", "b"),
+        Case("abc", "z", ""), Case("abc", "(", ""), Case("a\nb", "^b$", "b"),
+        Case("ac", "a(b)?c", "")}) {
+    EXPECT_EQ(API_Web::FirstMatch(first, second), expected) << second;
   }
 }
 
 TEST(ApiWeb, TheBaseOfAPage) {
-  const QString url = QStringLiteral("http://h/d/p.html");
-  const auto base = [&](const char* page) { return API_Web::BaseOfPage(Text(page), url); };
+  const QString url = "http://h/d/p.html";
+  const auto base = [&](const char* page) { return API_Web::BaseOfPage(page, url); };
   EXPECT_EQ(base("<a>"), u"http://h/d");
   EXPECT_EQ(base("x<BASE HREF=\" http://b/ \" target=x>"), u"http://b/");
   EXPECT_EQ(base("<base href='http://b/'>"), u"http://h/d") << "only double quotes are seen";
-  EXPECT_EQ(API_Web::BaseElement(QStringLiteral("<a>")), u"");
-}
-
-QString RandomText(QRandomGenerator& random, const QStringList& words) {
-  QString text;
-  for (quint32 n = random.bounded(12U); n > 0; --n) {
-    text += words.at(static_cast<int>(random.bounded(static_cast<quint32>(words.size()))));
-  }
-  return text;
+  EXPECT_EQ(API_Web::BaseElement("<a>"), u"");
 }
 
 TEST(ApiWeb, TheScansEqualTheExpressionsThatTheyStandFor) {
   QRandomGenerator random(7);
-  Pattern base(QStringLiteral("<base href=\\x22(.+?)\\x22.*?>"));
-  Pattern stream(QStringLiteral("href *= *\\x22(mms://[^<>]+)\\x22"));
+  Pattern base("<base href=\\x22(.+?)\\x22.*?>");
+  Pattern stream("href *= *\\x22(mms://[^<>]+)\\x22");
   const QStringList baseWords{"<base href=\"", "<BASE HREF=\"", "\"", ">", "\n", "a", "<", "\r"};
   const QStringList streamWords{"href", "HREF=\"mms://", "=", " ", "\"", "mms://", "a", "<", "\n"};
   for (int i = 0; i < 20'000; ++i) {
-    const QString page = RandomText(random, baseWords);
+    const QString page = test::RandomText(random, baseWords, 11);
     ASSERT_EQ(API_Web::BaseElement(page), API_Web::StripQuotes(base.First(page), false))
         << page.toStdString();
-    const QString other = RandomText(random, streamWords);
+    const QString other = test::RandomText(random, streamWords, 11);
     ASSERT_EQ(API_Web::StreamLink(other), stream.First(other)) << other.toStdString();
   }
 }

@@ -28,28 +28,26 @@ QByteArray Encoded(const QString& text, const char* charset) {
   return QByteArray(out.data(), static_cast<qsizetype>(out.size() - outLeft));
 }
 
-const QString kLong = QStringLiteral(
+const QString kLong =
     "<html><head><title>音楽の部屋</title></head><body>こんにちは。このページには、"
-    "カタカナと漢字とひらがなの文章があります。</body></html>");
+    "カタカナと漢字とひらがなの文章があります。</body></html>";
 
 // Encoding, its text's converter name, the verdict.
 using Sample = std::tuple<QString, const char*, const char*>;
 
 TEST(ModJudg, FindsTheEncodingOfJapaneseText) {
-  const QString kana = QStringLiteral("こんにちは");
-  const QString kanji = QStringLiteral("日本語の文");
-  const QString halfWidth = QStringLiteral("ｶﾀｶﾅ ﾃｷｽﾄ");
-  const std::vector<Sample> samples{
-      {kLong, "CP932", "SJIS"},      {kLong, "EUC-JP", "EUC"},
-      {kLong, "ISO-2022-JP", "JIS"}, {kLong, "UTF-8", "UTF8"},
-      {kLong, "UTF-7", "UTF7"},      {kana, "EUC-JP", "EUC"},
-      {kana, "ISO-2022-JP", "JIS"},  {kana, "UTF-8", "UTF8"},
-      {kana, "UTF-7", "UTF7"},       {kanji, "EUC-JP", "EUC"},
-      {kanji, "UTF-8", "UTF8"},      {halfWidth, "UTF-8", "UTF8"},
-      {halfWidth, "EUC-JP", "EUC"},  {QStringLiteral("é"), "UTF-8", "UTF8"},
-  };
-  for (const auto& [text, charset, verdict] : samples) {
-    EXPECT_EQ(modJUDG::Judge(Encoded(text, charset)), QString::fromLatin1(verdict))
+  const QString kana = "こんにちは";
+  const QString kanji = "日本語の文";
+  const QString halfWidth = "ｶﾀｶﾅ ﾃｷｽﾄ";
+  for (const auto& [text, charset, verdict] :
+       {Sample(kLong, "CP932", "SJIS"), Sample(kLong, "EUC-JP", "EUC"),
+        Sample(kLong, "ISO-2022-JP", "JIS"), Sample(kLong, "UTF-8", "UTF8"),
+        Sample(kLong, "UTF-7", "UTF7"), Sample(kana, "EUC-JP", "EUC"),
+        Sample(kana, "ISO-2022-JP", "JIS"), Sample(kana, "UTF-8", "UTF8"),
+        Sample(kana, "UTF-7", "UTF7"), Sample(kanji, "EUC-JP", "EUC"),
+        Sample(kanji, "UTF-8", "UTF8"), Sample(halfWidth, "UTF-8", "UTF8"),
+        Sample(halfWidth, "EUC-JP", "EUC"), Sample("é", "UTF-8", "UTF8")}) {
+    EXPECT_EQ(modJUDG::Judge(Encoded(text, charset)), verdict)
         << text.toStdString() << " in " << charset;
   }
   for (const QString& text : {kana, kanji, halfWidth}) {
@@ -88,22 +86,19 @@ TEST(ModJudg, WithoutEvidenceTheAnswerIsShiftJis) {
 
 TEST(ModJudg, ReadsTheDeclarationOfAPage) {
   using Page = std::tuple<const char*, const char*, const char*>;
-  const std::vector<Page> pages{
-      {"<meta charset=utf-8>", "utf-8", "UTF-8"},
-      {"<META CHARSET='euc-jp'>", "euc-jp", "EUC-JP"},
-      {"<meta charset=\"utf-8\">", "utf-8", "UTF-8"},
-      {R"(<meta http-equiv="c" content="text/html; charset=x-sjis">)", "x-sjis", "X-SJIS"},
-      {"<meta charset = utf-8>", "utf-8", "SHIFT_JIS"},
-      {"<meta name=x>\n<meta charset=utf-8>", "utf-8", "UTF-8"},
-      {"<meta charset=utf-8><script charset=euc-jp>", "utf-8", "EUC-JP"},
-      {"<meta name=x><script charset=euc-jp>", "", "EUC-JP"},
-      {"<meta\ncharset=utf-8>", "utf-8", "SHIFT_JIS"},
-      {"<meta charset=>", "", "SHIFT_JIS"},
-      {"<p>charset=utf-8", "", "SHIFT_JIS"},
-  };
-  for (const auto& [page, declared, ofPage] : pages) {
-    EXPECT_EQ(modJUDG::DeclaredCharset(page), QString::fromLatin1(declared)) << page;
-    EXPECT_EQ(modJUDG::CharsetOfPage(page), QString::fromLatin1(ofPage)) << page;
+  for (const auto& [page, declared, ofPage] :
+       {Page("<meta charset=utf-8>", "utf-8", "UTF-8"),
+        Page("<META CHARSET='euc-jp'>", "euc-jp", "EUC-JP"),
+        Page("<meta charset=\"utf-8\">", "utf-8", "UTF-8"),
+        Page(R"(<meta http-equiv="c" content="text/html; charset=x-sjis">)", "x-sjis", "X-SJIS"),
+        Page("<meta charset = utf-8>", "utf-8", "SHIFT_JIS"),
+        Page("<meta name=x>\n<meta charset=utf-8>", "utf-8", "UTF-8"),
+        Page("<meta charset=utf-8><script charset=euc-jp>", "utf-8", "EUC-JP"),
+        Page("<meta name=x><script charset=euc-jp>", "", "EUC-JP"),
+        Page("<meta\ncharset=utf-8>", "utf-8", "SHIFT_JIS"),
+        Page("<meta charset=>", "", "SHIFT_JIS"), Page("<p>charset=utf-8", "", "SHIFT_JIS")}) {
+    EXPECT_EQ(modJUDG::DeclaredCharset(page), declared) << page;
+    EXPECT_EQ(modJUDG::CharsetOfPage(page), ofPage) << page;
   }
 }
 
@@ -117,35 +112,31 @@ TEST(ModJudg, HostilePagesCostTimeInProportion) {
 
 TEST(DecodeAddo, DecodesByEveryNameThatPagesUse) {
   using Case = std::tuple<const char*, const char*>;
-  const std::vector<Case> cases{{"CP932", "x-sjis"},      {"CP932", "Windows-31J"},
-                                {"EUC-JP", " X-EUC-JP "}, {"ISO-2022-JP", "iso-2022-jp"},
-                                {"UTF-8", "utf8"},        {"UTF-7", "unicode-1-1-utf-7"},
-                                {"UTF-16LE", "unicode"},  {"UTF-16BE", "utf-16be"},
-                                {"GB18030", "gb2312"},    {"UTF-32LE", "utf-32le"}};
-  for (const auto& [charset, name] : cases) {
-    EXPECT_EQ(Decode_ADDO::Decode(Encoded(kLong, charset), QString::fromLatin1(name)), kLong)
-        << name;
+  for (const auto& [charset, name] :
+       {Case("CP932", "x-sjis"), Case("CP932", "Windows-31J"), Case("EUC-JP", " X-EUC-JP "),
+        Case("ISO-2022-JP", "iso-2022-jp"), Case("UTF-8", "utf8"),
+        Case("UTF-7", "unicode-1-1-utf-7"), Case("UTF-16LE", "unicode"),
+        Case("UTF-16BE", "utf-16be"), Case("GB18030", "gb2312"), Case("UTF-32LE", "utf-32le")}) {
+    EXPECT_EQ(Decode_ADDO::Decode(Encoded(kLong, charset), name), kLong) << name;
   }
-  EXPECT_EQ(Decode_ADDO::Decode("\x93\xE9", "ISO-8859-1"), QStringLiteral("“é"));
-  for (const QString& name : {QString(), QStringLiteral("no-such"), QStringLiteral("utf-8//IGNORE"),
-                              QStringLiteral("../x"), QString(41, u'a')}) {
+  EXPECT_EQ(Decode_ADDO::Decode("\x93\xE9", "ISO-8859-1"), "“é");
+  for (const QString& name :
+       QStringList{"", "no-such", "utf-8//IGNORE", "../x", QString(41, u'a')}) {
     EXPECT_FALSE(Decode_ADDO::TryDecode("a", name)) << name.toStdString();
     EXPECT_EQ(Decode_ADDO::Decode("a", name), u"");
   }
 }
 
 TEST(DecodeAddo, ReadsTheRowsThatMakersAddedAndHalfWidthKatakana) {
-  const QString text = QStringLiteral("①～髙ｱ");
+  const QString text = "①～髙ｱ";
   EXPECT_EQ(Decode_ADDO::DecodeShiftJis("\x87\x40\x81\x60\xFB\xFC\xB1"), text);
-  EXPECT_EQ(Decode_ADDO::DecodeEucJp("\xAD\xA1\xA1\xC1\x8E\xB1"), QStringLiteral("①～ｱ"));
-  EXPECT_EQ(Decode_ADDO::DecodeIso2022Jp("\x1B$B-!!A\x1B(I1\x1B(Ba\x1B$B$"),
-            QStringLiteral("①～ｱa\uFFFD"));
+  EXPECT_EQ(Decode_ADDO::DecodeEucJp("\xAD\xA1\xA1\xC1\x8E\xB1"), "①～ｱ");
+  EXPECT_EQ(Decode_ADDO::DecodeIso2022Jp("\x1B$B-!!A\x1B(I1\x1B(Ba\x1B$B$"), "①～ｱa\uFFFD");
 }
 
 TEST(DecodeAddo, EachUndecodableByteBecomesAReplacementCharacter) {
-  EXPECT_EQ(Decode_ADDO::DecodeEucJp("a\xFF\xA4\xA2\xFF\xA4"),
-            QStringLiteral("a\uFFFDあ\uFFFD\uFFFD"));
-  EXPECT_EQ(Decode_ADDO::DecodeUtf8("a\xFF\xFE"), QStringLiteral("a\uFFFD\uFFFD"));
+  EXPECT_EQ(Decode_ADDO::DecodeEucJp("a\xFF\xA4\xA2\xFF\xA4"), "a\uFFFDあ\uFFFD\uFFFD");
+  EXPECT_EQ(Decode_ADDO::DecodeUtf8("a\xFF\xFE"), "a\uFFFD\uFFFD");
   const qsizetype many = 5'000'000;
   EXPECT_EQ(Decode_ADDO::DecodeEucJp(QByteArray(many, '\xFF')).size(), many);
   EXPECT_EQ(Decode_ADDO::DecodeIso2022Jp(QByteArray(many, '\x1B')).size(), many);
@@ -154,13 +145,12 @@ TEST(DecodeAddo, EachUndecodableByteBecomesAReplacementCharacter) {
 TEST(DecodeAddo, TheTableOfPageNamesHasItsGaps) {
   const QByteArray utf8 = QStringLiteral("あ").toUtf8();
   for (const char* name : {"UTF8", "UTF-8", "ISO-8859-1", "UNICODE"}) {
-    EXPECT_EQ(Decode_ADDO::DecodeByTable(utf8, QString::fromLatin1(name)), QStringLiteral("あ"));
+    EXPECT_EQ(Decode_ADDO::DecodeByTable(utf8, name), "あ");
   }
   for (const char* name : {"JIS", "EUC", "X-SJIS", ""}) {
-    EXPECT_EQ(Decode_ADDO::DecodeByTable("\xA4\xA2", QString::fromLatin1(name)),
-              QStringLiteral("\u00A4\u00A2"));
+    EXPECT_EQ(Decode_ADDO::DecodeByTable("\xA4\xA2", name), "\u00A4\u00A2");
   }
-  EXPECT_EQ(Decode_ADDO::DecodeByTable("\x82\xA0", "SJIS"), QStringLiteral("あ"));
+  EXPECT_EQ(Decode_ADDO::DecodeByTable("\x82\xA0", "SJIS"), "あ");
 }
 
 TEST(DecodeAddo, ADocumentIsReadByItsFirstKnownNameOrTheVerdict) {

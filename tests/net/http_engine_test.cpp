@@ -84,8 +84,8 @@ QList<FailureCase> FailureCases() {
 TEST_F(HttpEngineTest, EveryAnswerEndsInAClearOutcome) {
   for (const FailureCase& row : FailureCases()) {
     SCOPED_TRACE(row.what);
-    server.Route(QStringLiteral("/x"), row.answer);
-    HttpRequest request = Get(QStringLiteral("http://x.test/x"));
+    server.Route("/x", row.answer);
+    HttpRequest request = Get("http://x.test/x");
     request.acceptCompressed = true;
     request.idleTimeout = milliseconds(200);
     const HttpAnswer answer = Fetch(request);
@@ -97,24 +97,21 @@ TEST_F(HttpEngineTest, EveryAnswerEndsInAClearOutcome) {
 
 TEST_F(HttpEngineTest, OnlyHttpAddressesAreAskedAndOddCharactersAreEncoded) {
   server.SetFallback([](const auto&) { return Answer::Text("ok"); });
-  const QList<std::pair<QString, const char*>> wire = {
-      {QStringLiteral("HTTP://x.test/動 画.mp4?q=あ b%20"),
-       "/%E5%8B%95%20%E7%94%BB.mp4?q=%E3%81%82%20b%20"},
-      {QStringLiteral("http://日本.test:81"), "/"},
-      {QStringLiteral("http://x.test?a=1#part"), "/?a=1"},
-  };
-  for (const auto& [url, target] : wire) {
+  using Case = std::pair<QString, const char*>;
+  for (const auto& [url, target] :
+       {Case("HTTP://x.test/動 画.mp4?q=あ b%20", "/%E5%8B%95%20%E7%94%BB.mp4?q=%E3%81%82%20b%20"),
+        Case("http://日本.test:81", "/"), Case("http://x.test?a=1#part", "/?a=1")}) {
     const HttpAnswer answer = Fetch(url);
     EXPECT_EQ(answer.failure, HttpFailure::None) << qUtf8Printable(url);
-    EXPECT_EQ(server.Requests().last().target, QString::fromLatin1(target));
+    EXPECT_EQ(server.Requests().last().target, target);
     EXPECT_EQ(answer.head.finalUrl, url) << "unchanged as text when nothing redirects";
   }
-  EXPECT_EQ(server.Requests().at(1).host, QStringLiteral("xn--wgv71a.test"));
+  EXPECT_EQ(server.Requests().at(1).host, "xn--wgv71a.test");
   const qsizetype asked = server.Requests().size();
   for (const char* url :
        {"", "x", "/a", "ftp://x.test/", "file:///etc/passwd", "http://", "http:///a", "http://a b/",
         "http://x.test/a\nb", "http://:80/", "javascript:alert(1)", "mms://x.test/a"}) {
-    const HttpAnswer answer = Fetch(QString::fromUtf8(url));
+    const HttpAnswer answer = Fetch(url);
     EXPECT_EQ(answer.failure, HttpFailure::BadAddress) << url;
     EXPECT_EQ(answer.head.status, 0) << url;
   }
@@ -122,14 +119,14 @@ TEST_F(HttpEngineTest, OnlyHttpAddressesAreAskedAndOddCharactersAreEncoded) {
 }
 
 TEST_F(HttpEngineTest, HeadersAreSentAsGivenAlsoEmptyOnes) {
-  server.Route(QStringLiteral("/r"), Answer::Redirect("http://y.test/a%20b"));
-  server.Route(QStringLiteral("y.test/a%20b"), Answer::Text("there"));
-  HttpRequest request = Get(QStringLiteral("http://x.test/r"));
+  server.Route("/r", Answer::Redirect("http://y.test/a%20b"));
+  server.Route("y.test/a%20b", Answer::Text("there"));
+  HttpRequest request = Get("http://x.test/r");
   request.headers = {{"If-Modified-Since", ""}, {"X-One", "1"}, {"X-Bad", "1\r\nX-Split: 2"}};
   request.userAgent = "Zentorin";
   const HttpAnswer answer = Fetch(request);
   EXPECT_EQ(answer.body, "there");
-  EXPECT_EQ(answer.head.finalUrl, QStringLiteral("http://y.test/a%20b"));
+  EXPECT_EQ(answer.head.finalUrl, "http://y.test/a%20b");
   const test::ReceivedRequest& last = server.Requests().last();
   EXPECT_FALSE(last.Header("If-Modified-Since").isNull());
   EXPECT_EQ(last.Header("X-One"), "1");
@@ -140,11 +137,11 @@ TEST_F(HttpEngineTest, HeadersAreSentAsGivenAlsoEmptyOnes) {
 
 TEST_F(HttpEngineTest, ALargeBodyComesInWholeBlocksAndWaitsOnTheServerNotInMemory) {
   constexpr qint64 kBytes = 40'000'000;
-  server.Route(QStringLiteral("/big"), Answer::Generated(kBytes));
-  const auto transfer = engine.Open(Get(QStringLiteral("http://x.test/big")));
+  server.Route("/big", Answer::Generated(kBytes));
+  const auto transfer = engine.Open(Get("http://x.test/big"));
   QCoro::waitFor(transfer->Head());
   // Nobody takes a block: what the server could send is bounded by the sockets' buffers.
-  const auto other = Fetch(QStringLiteral("http://y.test/nothing"));
+  const auto other = Fetch("http://y.test/nothing");
   ASSERT_EQ(other.head.status, 404);
   EXPECT_LT(server.BodyBytesSent(), kBytes / 2);
   qint64 got = 0;
@@ -162,8 +159,8 @@ TEST_F(HttpEngineTest, ALargeBodyComesInWholeBlocksAndWaitsOnTheServerNotInMemor
 TEST_F(HttpEngineTest, ADecompressingFloodEndsAtTheLimit) {
   // qCompress puts a length before the stream that "deflate" means.
   const QByteArray small = qCompress(QByteArray(60'000'000, '\0'), 9).mid(4);
-  server.Route(QStringLiteral("/z"), Answer::Text(small).With("Content-Encoding", "deflate"));
-  HttpRequest request = Get(QStringLiteral("http://x.test/z"));
+  server.Route("/z", Answer::Text(small).With("Content-Encoding", "deflate"));
+  HttpRequest request = Get("http://x.test/z");
   request.acceptCompressed = true;
   request.maxBodyBytes = 1'000'000;
   const HttpAnswer answer = Fetch(request);
@@ -177,8 +174,8 @@ TEST_F(HttpEngineTest, OneByteAtATimeEndsByTheTotalTimeButNotByTheIdleTime) {
   Answer slow = Answer::Text(QByteArray(40, 'x'));
   slow.pieceBytes = 1;
   slow.pieceInterval = milliseconds(10);
-  server.Route(QStringLiteral("/slow"), slow);
-  HttpRequest request = Get(QStringLiteral("http://x.test/slow"));
+  server.Route("/slow", slow);
+  HttpRequest request = Get("http://x.test/slow");
   request.idleTimeout = milliseconds(300);
   EXPECT_EQ(Fetch(request).failure, HttpFailure::None);
   request.totalTimeout = milliseconds(100);
@@ -186,27 +183,25 @@ TEST_F(HttpEngineTest, OneByteAtATimeEndsByTheTotalTimeButNotByTheIdleTime) {
 }
 
 TEST_F(HttpEngineTest, NoConnectionIsAnOutcome) {
-  CurlHttpEngine nowhere(state, QStringLiteral("::127.0.0.1:1,nonsense,a:b:c:d"));
-  const HttpAnswer answer =
-      QCoro::waitFor(FetchWhole(nowhere, Get(QStringLiteral("http://x.test/"))));
+  CurlHttpEngine nowhere(state, "::127.0.0.1:1,nonsense,a:b:c:d");
+  const HttpAnswer answer = QCoro::waitFor(FetchWhole(nowhere, Get("http://x.test/")));
   EXPECT_EQ(answer.failure, HttpFailure::Unreachable);
   EXPECT_EQ(answer.head.status, 0);
 }
 
 TEST_F(HttpEngineTest, ConnectionsAreUsedAgain) {
-  server.Route(QStringLiteral("/a"), Answer::Text(QByteArray(10'000, 'a')));
-  for (int i = 0; i < 20; ++i) Fetch(QStringLiteral("http://x.test/a"));
+  server.Route("/a", Answer::Text(QByteArray(10'000, 'a')));
+  for (int i = 0; i < 20; ++i) Fetch("http://x.test/a");
   EXPECT_EQ(server.Connections(), 1) << "bodies read to their end";
-  server.Route(QStringLiteral("/b"), Answer::Generated(60'000));
+  server.Route("/b", Answer::Generated(60'000));
   for (int i = 0; i < 100; ++i) {
-    const HttpHead head =
-        QCoro::waitFor(engine.Open(Get(QStringLiteral("http://x.test/b")))->Head());
+    const HttpHead head = QCoro::waitFor(engine.Open(Get("http://x.test/b"))->Head());
     EXPECT_EQ(head.Header("content-length"), "60000");
   }
   EXPECT_LT(server.Connections(), 20) << "small rests are read in the background";
-  server.Route(QStringLiteral("/c"), Answer::Generated(500'000'000));
-  QCoro::waitFor(engine.Open(Get(QStringLiteral("http://x.test/c")))->Head());
-  Fetch(QStringLiteral("http://x.test/a"));
+  server.Route("/c", Answer::Generated(500'000'000));
+  QCoro::waitFor(engine.Open(Get("http://x.test/c"))->Head());
+  Fetch("http://x.test/a");
   EXPECT_LT(server.BodyBytesSent(), 100'000'000) << "a large rest is not";
 }
 
@@ -221,27 +216,27 @@ QCoro::Task<void> ReadAll(HttpEngine& engine, HttpRequest request, QList<HttpFai
 }
 
 TEST_F(HttpEngineTest, ACancelEndsEveryTransferInEachPhase) {
-  server.Route(QStringLiteral("/silent"), Answer().Ends(Ending::Silent));
-  server.Route(QStringLiteral("/stall"), Answer::Generated(500'000).Ends(Ending::Stall, 250'000));
-  server.Route(QStringLiteral("/big"), Answer::Generated(1'000'000'000));
+  server.Route("/silent", Answer().Ends(Ending::Silent));
+  server.Route("/stall", Answer::Generated(500'000).Ends(Ending::Stall, 250'000));
+  server.Route("/big", Answer::Generated(1'000'000'000));
   QList<HttpFailure> failures;
-  const auto unread = engine.Open(Get(QStringLiteral("http://x.test/big")));
+  const auto unread = engine.Open(Get("http://x.test/big"));
   const HttpHead head = QCoro::waitFor(unread->Head());
   EXPECT_EQ(head.status, 200);
-  ReadAll(engine, Get(QStringLiteral("http://x.test/silent")), failures);
-  ReadAll(engine, Get(QStringLiteral("http://x.test/stall")), failures);
-  ReadAll(engine, Get(QStringLiteral("http://x.test/big")), failures);
+  ReadAll(engine, Get("http://x.test/silent"), failures);
+  ReadAll(engine, Get("http://x.test/stall"), failures);
+  ReadAll(engine, Get("http://x.test/big"), failures);
   QObject::connect(&server, &LoopbackServer::RequestReceived, &state,
                    [this](const QString& target) {
-                     if (target == QStringLiteral("/last")) state.RequestCancel();
+                     if (target == "/last") state.RequestCancel();
                    });
-  ReadAll(engine, Get(QStringLiteral("http://x.test/connecting")), failures);
-  QCoro::waitFor(ReadAll(engine, Get(QStringLiteral("http://x.test/last")), failures));
+  ReadAll(engine, Get("http://x.test/connecting"), failures);
+  QCoro::waitFor(ReadAll(engine, Get("http://x.test/last"), failures));
   while (failures.size() < 5) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   EXPECT_GE(failures.count(HttpFailure::Cancelled), 4) << "404 may have come before";
   EXPECT_EQ(unread->Failure(), HttpFailure::Cancelled);
   EXPECT_TRUE(QCoro::waitFor(unread->NextBlock()).isEmpty());
-  EXPECT_EQ(Fetch(QStringLiteral("http://x.test/a")).failure, HttpFailure::Cancelled);
+  EXPECT_EQ(Fetch("http://x.test/a").failure, HttpFailure::Cancelled);
 }
 
 // Opens the next transfer, drops one and cancels, all from inside a resumed coroutine.
@@ -257,12 +252,12 @@ QCoro::Task<int> DropAndOpen(HttpEngine& engine, HttpRequest request) {
 }
 
 TEST_F(HttpEngineTest, TransfersMayBeOpenedAndDroppedFromAnyResumedCoroutine) {
-  server.Route(QStringLiteral("/a"), Answer::Generated(300'000));
-  EXPECT_EQ(QCoro::waitFor(DropAndOpen(engine, Get(QStringLiteral("http://x.test/a")))), 200);
+  server.Route("/a", Answer::Generated(300'000));
+  EXPECT_EQ(QCoro::waitFor(DropAndOpen(engine, Get("http://x.test/a"))), 200);
   HttpHead head;
   head.status = 1;
   {
-    const auto dropped = engine.Open(Get(QStringLiteral("http://x.test/a")));
+    const auto dropped = engine.Open(Get("http://x.test/a"));
     auto waiting = dropped->Head();
     waiting.then([&head](const HttpHead& got) { head = got; });
   }

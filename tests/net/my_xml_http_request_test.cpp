@@ -26,7 +26,7 @@ class PageFetchTest : public testing::Test {
     return QCoro::waitFor(http.QueryHeader(address, selector));
   }
 
-  const QString url = QStringLiteral("http://x.test/p");
+  const QString url = "http://x.test/p";
   RunState state;
   test::LoopbackServer server;
   CurlHttpEngine engine{state, server.ConnectTo()};
@@ -43,15 +43,15 @@ TEST(PageAddress, HostAndPathAreSplitAsText) {
       {"http://", "", "/"},
   };
   for (const auto& [text, host, path] : rows) {
-    EXPECT_EQ(HostOf(QString::fromLatin1(text)), QString::fromLatin1(host)) << text;
-    EXPECT_EQ(PathOf(QString::fromLatin1(text)), QString::fromLatin1(path)) << text;
+    EXPECT_EQ(HostOf(text), host) << text;
+    EXPECT_EQ(PathOf(text), path) << text;
   }
 }
 
 TEST_F(PageFetchTest, HeaderThenMarkThenDeclarationThenJudgeNameTheCharset) {
   const QByteArray meta = "<meta http-equiv=x content='text/html; charset=";
   const QByteArray html = "text/html";
-  const QString text = QStringLiteral("日本");
+  const QString text = "日本";
   struct Row {
     QByteArray type;
     QByteArray body;
@@ -67,7 +67,7 @@ TEST_F(PageFetchTest, HeaderThenMarkThenDeclarationThenJudgeNameTheCharset) {
       {html, QByteArray("<p>") + QByteArray(kUtf8).repeated(20)},
   };
   for (const Row& row : rows) {
-    server.Route(QStringLiteral("/p"), Answer::Text(row.body, row.type));
+    server.Route("/p", Answer::Text(row.body, row.type));
     const FetchedPage page = Fetch(url);
     EXPECT_EQ(page.status, 0);
     EXPECT_TRUE(page.text.contains(text)) << row.type.constData() << row.body.constData();
@@ -77,26 +77,26 @@ TEST_F(PageFetchTest, HeaderThenMarkThenDeclarationThenJudgeNameTheCharset) {
 
 TEST_F(PageFetchTest, AStatusIsFinalAndARedirectNamesTheFinalAddress) {
   for (const int status : {204, 304, 403, 404, 500}) {
-    server.Route(QStringLiteral("/p"), Answer::Status(status));
-    const int before = server.Hits(QStringLiteral("/p"));
+    server.Route("/p", Answer::Status(status));
+    const int before = server.Hits("/p");
     EXPECT_EQ(Fetch(url).status, status);
-    EXPECT_EQ(server.Hits(QStringLiteral("/p")), before + 1) << "no further stage";
+    EXPECT_EQ(server.Hits("/p"), before + 1) << "no further stage";
   }
-  server.Route(QStringLiteral("/p"), Answer::Redirect("http://y.test/q/"));
-  server.Route(QStringLiteral("y.test/q/"), Answer::Text("<p>"));
-  EXPECT_EQ(Fetch(url).finalUrl, QStringLiteral("http://y.test/q/"));
-  server.Route(QStringLiteral("/p"), Answer::Generated(9000).Ends(Ending::CutOff, 100));
+  server.Route("/p", Answer::Redirect("http://y.test/q/"));
+  server.Route("y.test/q/", Answer::Text("<p>"));
+  EXPECT_EQ(Fetch(url).finalUrl, "http://y.test/q/");
+  server.Route("/p", Answer::Generated(9000).Ends(Ending::CutOff, 100));
   EXPECT_LT(Fetch(url).status, 0) << "a page that broke off";
-  server.Route(QStringLiteral("/p"), Answer::Generated(MyXMLHttpRequest::kMaxPageBytes + 1));
+  server.Route("/p", Answer::Generated(MyXMLHttpRequest::kMaxPageBytes + 1));
   EXPECT_LT(Fetch(url).status, 0) << "too large";
   EXPECT_LT(Fetch(QString()).status, 0);
-  EXPECT_LT(Fetch(QStringLiteral("mms://x.test/")).status, 0);
+  EXPECT_LT(Fetch("mms://x.test/").status, 0);
 }
 
 TEST_F(PageFetchTest, WithoutAnAnswerTheStagesFollowEachOther) {
   const QByteArray body = QByteArray("<meta charset=utf-8>") + kSjis;
   int calls = 0;
-  server.RouteTo(QStringLiteral("/p"), [&](const auto&) {
+  server.RouteTo("/p", [&](const auto&) {
     ++calls;
     Answer broken;
     broken.raw = "?";
@@ -104,8 +104,7 @@ TEST_F(PageFetchTest, WithoutAnAnswerTheStagesFollowEachOther) {
   });
   const FetchedPage page = Fetch(url);
   EXPECT_EQ(page.status, 0);
-  EXPECT_TRUE(page.text.endsWith(QStringLiteral("日本")))
-      << "the system code page, whatever is declared";
+  EXPECT_TRUE(page.text.endsWith("日本")) << "the system code page, whatever is declared";
   ASSERT_EQ(server.Requests().size(), 3);
   const test::ReceivedRequest& second = server.Requests().at(1);
   EXPECT_FALSE(second.Header("If-Modified-Since").isNull());
@@ -115,10 +114,10 @@ TEST_F(PageFetchTest, WithoutAnAnswerTheStagesFollowEachOther) {
 }
 
 TEST_F(PageFetchTest, TheXmlHttpStageDecodesByItsOwnTable) {
-  server.Route(QStringLiteral("/p"), Answer::Text(QByteArray("<meta charset=euc-jp>") + kEuc));
+  server.Route("/p", Answer::Text(QByteArray("<meta charset=euc-jp>") + kEuc));
   FetchedPage page = QCoro::waitFor(http.FetchWithXmlHttp(url, true, "x"));
-  EXPECT_TRUE(page.text.endsWith(QStringLiteral("日本")));
-  server.Route(QStringLiteral("/p"), Answer::Text(QByteArray("<meta charset=big5>") + kSjis));
+  EXPECT_TRUE(page.text.endsWith("日本"));
+  server.Route("/p", Answer::Text(QByteArray("<meta charset=big5>") + kSjis));
   page = QCoro::waitFor(http.FetchWithXmlHttp(url, true, "x"));
   EXPECT_TRUE(page.text.endsWith(QString::fromLatin1(kSjis))) << "unknown: left undecoded";
   EXPECT_EQ(server.Requests().last().Header("If-Modified-Since"), "x");
@@ -130,20 +129,16 @@ TEST_F(PageFetchTest, TheXmlHttpStageDecodesByItsOwnTable) {
 TEST_F(PageFetchTest, AHeaderQueryAsksPort80AndReadsNoBody) {
   const Answer file =
       Answer::Generated(300'000'000).With("Last-Modified", "Sat, 21 Nov 2026 08:00:00 GMT");
-  server.Route(QStringLiteral("/f"), file);
-  server.Route(QStringLiteral("/long"),
-               Answer::Text("").With("Last-Modified", QByteArray(3000, 'x')));
-  server.Route(QStringLiteral("/r"), Answer::Redirect("/f"));
-  const QString f = QStringLiteral("https://x.test/f");
-  EXPECT_EQ(Query(f, HeaderSelector::ContentLength), QStringLiteral("300000000"));
-  EXPECT_EQ(Query(f, HeaderSelector::LastModified),
-            QStringLiteral("Sat, 21 Nov 2026 08:00:00 GMT"));
-  EXPECT_EQ(Query(QStringLiteral("http://x.test/r"), HeaderSelector::StatusCode),
-            QStringLiteral("200"));
-  EXPECT_EQ(Query(QStringLiteral("http://x.test"), HeaderSelector::StatusCode),
-            QStringLiteral("404"));
-  EXPECT_EQ(Query(QStringLiteral("http://x.test/long"), HeaderSelector::LastModified).size(), 1024);
-  EXPECT_EQ(Query(QStringLiteral("http://x.test/"), HeaderSelector::LastModified), QString());
+  server.Route("/f", file);
+  server.Route("/long", Answer::Text("").With("Last-Modified", QByteArray(3000, 'x')));
+  server.Route("/r", Answer::Redirect("/f"));
+  const QString f = "https://x.test/f";
+  EXPECT_EQ(Query(f, HeaderSelector::ContentLength), "300000000");
+  EXPECT_EQ(Query(f, HeaderSelector::LastModified), "Sat, 21 Nov 2026 08:00:00 GMT");
+  EXPECT_EQ(Query("http://x.test/r", HeaderSelector::StatusCode), "200");
+  EXPECT_EQ(Query("http://x.test", HeaderSelector::StatusCode), "404");
+  EXPECT_EQ(Query("http://x.test/long", HeaderSelector::LastModified).size(), 1024);
+  EXPECT_EQ(Query("http://x.test/", HeaderSelector::LastModified), QString());
   EXPECT_EQ(server.Requests().first().Header("Host"), "x.test") << "plain HTTP, no port";
   EXPECT_TRUE(server.Requests().first().Header("User-Agent").isNull());
   EXPECT_EQ(server.Requests().first().Header("Cache-Control"), "no-cache");
@@ -151,13 +146,13 @@ TEST_F(PageFetchTest, AHeaderQueryAsksPort80AndReadsNoBody) {
   const qsizetype asked = server.Requests().size();
   for (const char* odd :
        {"http://x.test:8080/f", "x.test/f", "", "http:///f", "http://x@y.test/f"}) {
-    EXPECT_EQ(Query(QString::fromLatin1(odd), HeaderSelector::StatusCode), QString()) << odd;
+    EXPECT_EQ(Query(odd, HeaderSelector::StatusCode), QString()) << odd;
   }
   EXPECT_EQ(server.Requests().size(), asked);
 }
 
 TEST_F(PageFetchTest, ACancelIsStatusOne) {
-  server.Route(QStringLiteral("/p"), Answer().Ends(Ending::Silent));
+  server.Route("/p", Answer().Ends(Ending::Silent));
   QObject::connect(&server, &test::LoopbackServer::RequestReceived, &state,
                    &RunState::RequestCancel);
   EXPECT_EQ(Fetch(url).status, 1);

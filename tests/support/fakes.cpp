@@ -22,19 +22,19 @@ QStringList RecordingMessageBoxes::Texts() const {
 }
 
 void RecordingOpener::OpenWithDefaultHandler(const QString& target) {
-  opened.append(QStringLiteral("default:") + target);
+  opened.append("default:" + target);
 }
 
 void RecordingOpener::OpenFolder(const QString& path) {
-  opened.append(QStringLiteral("folder:") + path);
+  opened.append("folder:" + path);
 }
 
 void RecordingOpener::ShowText(const QString& text, const QString& title) {
-  opened.append(QStringLiteral("text:") + title + QLatin1Char(':') + text);
+  opened.append("text:" + title + QLatin1Char(':') + text);
 }
 
 void RecordingOpener::PlayOrView(const QString& target) {
-  opened.append(QStringLiteral("play:") + target);
+  opened.append("play:" + target);
 }
 
 void RecordingOpener::OpenWith(const QString& applicationName, const QString& target) {
@@ -43,7 +43,7 @@ void RecordingOpener::OpenWith(const QString& applicationName, const QString& ta
 
 QCoro::Task<int> FakeStreamCapture::Capture(const DownloadContext& /*context*/, QString url,
                                             QString path) {
-  captured.append(url + QStringLiteral(" -> ") + path);
+  captured.append(url + " -> " + path);
   if (during) during(path);
   co_return result;
 }

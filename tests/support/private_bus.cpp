@@ -16,10 +16,9 @@
 namespace zentorin::test {
 namespace {
 
-const QString kConnection = QStringLiteral("played services");
-const QStringList kServices = {QStringLiteral("org.freedesktop.login1"),
-                               QStringLiteral("org.freedesktop.Notifications"),
-                               QStringLiteral("org.freedesktop.FileManager1")};
+const QString kConnection = "played services";
+const QStringList kServices = {"org.freedesktop.login1", "org.freedesktop.Notifications",
+                               "org.freedesktop.FileManager1"};
 
 // A bus with its socket in the test's folder and no service that it could start.
 constexpr const char* kConfiguration = R"(<!DOCTYPE busconfig PUBLIC
@@ -42,22 +41,19 @@ constexpr const char* kConfiguration = R"(<!DOCTYPE busconfig PUBLIC
 PrivateBus::PrivateBus() {
   const QString configuration = QString::fromLatin1(kConfiguration).arg(dir_.Path("bus"));
   const QString file = dir_.Write("bus.conf", configuration.toUtf8());
-  daemon_.start(QStringLiteral("dbus-daemon"),
-                {QStringLiteral("--config-file=") + file, QStringLiteral("--nofork"),
-                 QStringLiteral("--print-address=1")});
+  daemon_.start("dbus-daemon", {"--config-file=" + file, "--nofork", "--print-address=1"});
   while (!daemon_.canReadLine() && daemon_.waitForReadyRead()) {
   }
   address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
   QDBusConnection bus = QDBusConnection::connectToBus(address_, kConnection);
   EXPECT_TRUE(bus.isConnected()) << daemon_.errorString().toStdString()
                                  << daemon_.readAllStandardError().toStdString();
-  bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+  bus.registerVirtualObject("/", this, QDBusConnection::SubPath);
   for (const QString& service : kServices) EXPECT_TRUE(bus.registerService(service));
 }
 
 PrivateBus::~PrivateBus() {
-  QDBusConnection(kConnection)
-      .unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
+  QDBusConnection(kConnection).unregisterObject("/", QDBusConnection::UnregisterTree);
   QDBusConnection::disconnectFromBus(kConnection);
   daemon_.kill();
   daemon_.waitForFinished();
@@ -92,7 +88,7 @@ bool PrivateBus::handleMessage(const QDBusMessage& message, const QDBusConnectio
         answer.isValid() ? message.createReply(answer) : message.createReply();
     connection.send(reply);
   } else {
-    connection.send(message.createErrorReply(failures.takeFirst(), QStringLiteral("a reason")));
+    connection.send(message.createErrorReply(failures.takeFirst(), "a reason"));
   }
   return true;
 }
@@ -100,15 +96,14 @@ bool PrivateBus::handleMessage(const QDBusMessage& message, const QDBusConnectio
 QVariant PrivateBus::AnswerTo(const QDBusMessage& message) {
   const QString method = message.member();
   if (answers.contains(method)) return answers[method];
-  if (method.startsWith(QStringLiteral("Can"))) return QStringLiteral("yes");
-  if (method == QStringLiteral("Inhibit")) return InhibitorLock();
-  if (method == QStringLiteral("Notify")) return quint32{1};
-  if (method == QStringLiteral("GetSessionByPID")) {
-    return QVariant::fromValue(
-        QDBusObjectPath(QStringLiteral("/org/freedesktop/login1/session/_37")));
+  if (method.startsWith("Can")) return "yes";
+  if (method == "Inhibit") return InhibitorLock();
+  if (method == "Notify") return quint32{1};
+  if (method == "GetSessionByPID") {
+    return QVariant::fromValue(QDBusObjectPath("/org/freedesktop/login1/session/_37"));
   }
-  if (method == QStringLiteral("Get") && message.path().endsWith(QStringLiteral("/_37"))) {
-    return QVariant::fromValue(QDBusVariant(QStringLiteral("7")));
+  if (method == "Get" && message.path().endsWith("/_37")) {
+    return QVariant::fromValue(QDBusVariant("7"));
   }
   return {};
 }
@@ -119,7 +114,7 @@ QVariant PrivateBus::InhibitorLock() {
   EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
   lock_ = std::make_unique<QSocketNotifier>(ends[0], QSocketNotifier::Read);
   QObject::connect(lock_.get(), &QSocketNotifier::activated, this, [this, end = ends[0]] {
-    Note(QStringLiteral("released"));
+    Note("released");
     lock_->setEnabled(false);
     close(end);
   });

@@ -8,7 +8,7 @@ namespace zentorin::test {
 void RecordingStarter::Start(const ProgramRequest& request,
                              std::function<void(ProgramStart)> done) {
   const QStringList words = QStringList{request.program} + request.arguments;
-  requests.append(QStringLiteral("start:") + words.join(u'|'));
+  requests.append("start:" + words.join(u'|'));
   if (holdAnswers)
     held.emplace_back([done = std::move(done), answer = outcome] { done(answer); });
   else
@@ -18,12 +18,12 @@ void RecordingStarter::Start(const ProgramRequest& request,
 bool RecordingStarter::ShellOpen(const ShellOpenRequest& request) {
   const QStringList parts{request.verb, request.target, request.parameters, request.workingFolder,
                           QString::number(request.showMode)};
-  requests.append(QStringLiteral("open:") + parts.join(u'|'));
+  requests.append("open:" + parts.join(u'|'));
   return hasShellOpener;
 }
 
 void RecordingStarter::ShowFolder(const QString& path, std::function<void(bool)> done) {
-  requests.append(QStringLiteral("folder:") + path);
+  requests.append("folder:" + path);
   if (holdAnswers)
     held.emplace_back([done = std::move(done), answer = hasFileManager] { done(answer); });
   else
