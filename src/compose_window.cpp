@@ -49,10 +49,6 @@ int RunWindow(const QStringList& arguments, const QString& programFolder) {
   QObject::connect(&composed.signals, &StopSignals::StopRequested, &program, &WindowProgram::Stop);
   QObject::connect(&program, &WindowProgram::Ended, QCoreApplication::instance(),
                    &QCoreApplication::exit, Qt::QueuedConnection);
-  // The window is often gone before its status line has been read.
-  Terminal terminal(STDERR_FILENO);
-  QObject::connect(&workspace.driver, &RunDriver::PowerAnswered, &window,
-                   [&terminal](const QString& text) { terminal.Line(text); });
   program.Run(arguments);
   return QApplication::exec();
 }

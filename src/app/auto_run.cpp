@@ -122,9 +122,7 @@ QCoro::Task<void> AutoRun::RunBatch() {
   phase_ = Phase::Running;
   // During the countdown another list may have been opened, or this one written anew.
   if (!LockOpenList()) {
-    MessageBox box;
-    box.title = QStringLiteral("エラー発生");
-    box.text = ListInUseText(workspace_.urlList.CurrentListFile());
+    const MessageBox box = MessageBox::Error(ListInUseText(workspace_.urlList.CurrentListFile()));
     co_await workspace_.world.messages.Ask(box);
     GiveUp();
     co_return;

@@ -123,10 +123,7 @@ QCoro::Task<bool> ListCommands::WriteTo(QString path) {
 }
 
 QCoro::Task<void> ListCommands::Report(QString message) {
-  const MessageBox box{.title = QStringLiteral("エラー発生"),
-                       .text = message,
-                       .buttons = MessageBox::Buttons::Ok,
-                       .defaultAnswer = MessageBox::Answer::Ok};
+  const MessageBox box = MessageBox::Error(message);
   co_await workspace_.world.messages.Ask(box);
 }
 

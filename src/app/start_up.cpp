@@ -69,10 +69,7 @@ QCoro::Task<bool> StartUp(Workspace& workspace, AutoRun& autoRun, const CommandL
                           std::function<void()> layOut) {
   const QString fault = RunSteps(workspace, autoRun, line, layOut);
   if (fault.isEmpty()) co_return true;
-  const MessageBox box{.title = QStringLiteral("エラー発生"),
-                       .text = fault,
-                       .buttons = MessageBox::Buttons::Ok,
-                       .defaultAnswer = MessageBox::Answer::Ok};
+  const MessageBox box = MessageBox::Error(fault);
   co_await workspace.world.messages.Ask(box);
   co_return false;
 }

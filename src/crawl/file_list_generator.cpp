@@ -20,10 +20,6 @@ QString ProgramTitle() {
   return QStringLiteral("Zentorin");
 }
 
-QString ErrorTitle() {
-  return QStringLiteral("エラー発生");
-}
-
 QString LineAndSubject(const QString& line, const QString& subject) {
   return line + QStringLiteral("\r\n\r\n") + subject;
 }
@@ -73,8 +69,14 @@ class CrawlScope {
 
 FileListGenerator::FileListGenerator(const CrawlContext& context) : context_(context) {
   StatusBoard& board = context_.board;
-  QObject::connect(&context_.files, &FileList::Cleared, &board,
-                   [&board] { board.SetFileCount(QString()); });
+  const FileList& files = context_.files;
+  const auto showCount = [&board, &files] {
+    board.SetFileCount(files.Count() == 0 ? QString() : QString::number(files.Count()));
+  };
+  QObject::connect(&files, &FileList::Cleared, &board, showCount);
+  QObject::connect(&files, &FileList::rowsInserted, &board, showCount);
+  QObject::connect(&files, &FileList::rowsRemoved, &board, showCount);
+  QObject::connect(&files, &FileList::modelReset, &board, showCount);
 }
 
 QCoro::Task<GenerateResult> FileListGenerator::Generate(bool listOnly) {
@@ -99,13 +101,13 @@ QCoro::Task<bool> FileListGenerator::CheckInput() {
         nothingTyped
             ? QStringLiteral("URL リストを選択して下さい。")
             : QStringLiteral("リストに追加（リストで右クリック→追加（下））後に入力して下さい。");
-    co_await Tell(ProgramTitle(), text);
+    co_await Tell(text);
     context_.board.RequestFocus(FocusTarget::UrlList);
     co_return false;
   }
   if (job[TargetUrlItem::Root].isEmpty()) {
     const QString text = QStringLiteral("URL が空白です！");
-    co_await Tell(ProgramTitle(), text);
+    co_await Tell(text);
     context_.board.RequestFocus(FocusTarget::RootUrl);
     co_return false;
   }
@@ -152,7 +154,7 @@ QCoro::Task<void> FileListGenerator::CrawlFrom(QString rootUrl, Crawler& crawler
     lastRunFailed_ = true;
     const QString text =
         LineAndSubject(QStringLiteral("URL が見つかりません！"), context_.job[TargetUrlItem::Root]);
-    co_await Tell(ProgramTitle(), text);
+    co_await Tell(text);
     co_return;
   }
   const QString base = API_Web::BaseOfPage(start.page.text, rootUrl);
@@ -167,14 +169,14 @@ QCoro::Task<bool> FileListGenerator::CheckPattern(const Pattern& pattern) {
   if (fault.isEmpty()) co_return true;
   lastRunFailed_ = true;
   const QString text = LineAndSubject(fault, context_.job[TargetUrlItem::Root]);
-  const QString title = ErrorTitle();
-  co_await Tell(title, text);
+  const MessageBox box = MessageBox::Error(text);
+  co_await context_.messages.Ask(box);
   co_return false;
 }
 
-QCoro::Task<void> FileListGenerator::Tell(QString title, QString text) {
+QCoro::Task<void> FileListGenerator::Tell(QString text) {
   MessageBox box;
-  box.title = title;
+  box.title = ProgramTitle();
   box.text = text;
   co_await context_.messages.Ask(box);
 }

@@ -57,7 +57,7 @@ class FileListGenerator {
   QCoro::Task<void> CrawlFrom(QString rootUrl, Crawler& crawler);
   // Tells the user of the pattern's fault, if it has one; true when there was none.
   QCoro::Task<bool> CheckPattern(const Pattern& pattern);
-  QCoro::Task<void> Tell(QString title, QString text);
+  QCoro::Task<void> Tell(QString text);
 
   CrawlContext context_;
   bool lastRunFailed_ = false;

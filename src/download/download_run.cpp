@@ -185,9 +185,8 @@ bool DownloadRun::Report(const RowOutcome& outcome, const QString& address) {
 
 QCoro::Task<void> DownloadRun::TellFatal(RowOutcome outcome) {
   lastRunFailed_ = lastRunWasFatal_ = true;
-  MessageBox box;
+  MessageBox box = MessageBox::Error(FatalText(outcome));
   box.title = QStringLiteral("続行不可エラー発生");
-  box.text = FatalText(outcome);
   co_await context_.messages.Ask(box);
   context_.state.RequestCancel();
 }

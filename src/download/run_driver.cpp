@@ -132,9 +132,8 @@ QCoro::Task<void> RunDriver::DriveSteps(bool batch) {
   const FileOutcome logged = context_.log.Append(start, true);
   if (!logged.Ok()) {
     anyFailure_ = true;
-    MessageBox box;
-    box.title = QStringLiteral("エラー発生");
-    box.text = QString::number(logged.error) + QLatin1Char(' ') + logged.message;
+    const MessageBox box =
+        MessageBox::Error(QString::number(logged.error) + QLatin1Char(' ') + logged.message);
     co_await context_.messages.Ask(box);
     board.SetStatus({});
   } else if (batch) {

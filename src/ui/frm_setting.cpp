@@ -41,6 +41,8 @@ void frmSetting::Fill() {
   for (int hours = kSmallestDiffHours; hours <= kLargestDiffHours; ++hours) {
     ui_->cmbGmtDiff->addItem(PadLeft(QString::number(hours), 3));
   }
+  // Nothing is completed while it is typed: "-1" is whole.
+  ui_->cmbGmtDiff->setCompleter(nullptr);
   ui_->cmbGmtDiff->setEditText(PadLeft(QString::number(settings.clock.gmtDiffHours), 3));
   ui_->ChkWmaToMp3->setChecked(settings.download.wmaToMp3);
   ui_->OptStreaming_0->setText(context_.toolCaptions.value(0));
@@ -94,10 +96,9 @@ QCoro::Task<void> frmSetting::TakeOver() {
   bool isNumber = false;
   const int gmtDiff = ui_->cmbGmtDiff->currentText().trimmed().toInt(&isNumber);
   if (!isNumber) {
-    MessageBox box;
-    box.title = QStringLiteral("エラー発生");
-    box.text = QString::number(kTypeMismatch) + QStringLiteral(" 時差が数値ではありません。: ") +
-               ui_->cmbGmtDiff->currentText();
+    const MessageBox box = MessageBox::Error(QString::number(kTypeMismatch) +
+                                             QStringLiteral(" 時差が数値ではありません。: ") +
+                                             ui_->cmbGmtDiff->currentText());
     co_await context_.messages.Ask(box);
     ui_->cmbGmtDiff->setFocus();
     co_return;

@@ -24,10 +24,8 @@ HelpCommands::HelpCommands(Opener& opener, MessageBoxes& messages, MainControls&
 QString HelpCommands::PathOf(HelpPage page) {
   const QString folder = FindHelpFolder();
   if (!folder.isEmpty()) return folder + u'/' + HelpFileName(page);
-  MessageBox box;
-  box.title = QStringLiteral("エラー発生");
-  box.text = QStringLiteral("ヘルプのファイルが見つかりません。: ") + HelpFileName(page);
-  messages_.Ask(box);
+  messages_.Ask(MessageBox::Error(QStringLiteral("ヘルプのファイルが見つかりません。: ") +
+                                  HelpFileName(page)));
   return {};
 }
 

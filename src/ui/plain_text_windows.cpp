@@ -47,9 +47,7 @@ QCoro::Task<void> PlainTextWindows::Save(QString text, QString title) {
   text.replace(QStringLiteral("\n"), QStringLiteral("\r\n"));
   const FileOutcome outcome = WriteWholeFile(path, text.toUtf8());
   if (outcome.Ok()) co_return;
-  MessageBox box;
-  box.title = QStringLiteral("エラー発生");
-  box.text = outcome.message;
+  const MessageBox box = MessageBox::Error(outcome.message);
   co_await messages_.Ask(box);
 }
 

@@ -4,6 +4,7 @@
 #include <QAbstractButton>
 #include <QMessageBox>
 #include <QTimer>
+#include <QWindow>
 #include <memory>
 
 #include <QCoro/QCoroSignal>
@@ -43,8 +44,8 @@ QMessageBox::StandardButton ButtonOf(MessageBox::Answer answer) {
   return QMessageBox::Ok;
 }
 
-// What a button means; a box that was closed by other means than a button gives its way out.
-MessageBox::Answer AnswerOf(int button, const MessageBox& box) {
+// What a button means; a box whose window was closed takes the answer that does nothing.
+MessageBox::Answer AnswerOf(int button, MessageBox::Buttons buttons) {
   switch (button) {
     case QMessageBox::Ok:
       return MessageBox::Answer::Ok;
@@ -55,9 +56,44 @@ MessageBox::Answer AnswerOf(int button, const MessageBox& box) {
     case QMessageBox::Cancel:
       return MessageBox::Answer::Cancel;
     default:
-      return box.defaultAnswer;
+      break;
+  }
+  switch (buttons) {
+    case MessageBox::Buttons::Ok:
+      return MessageBox::Answer::Ok;
+    case MessageBox::Buttons::YesNo:
+      return MessageBox::Answer::No;
+    default:
+      return MessageBox::Answer::Cancel;
   }
 }
+
+QMessageBox::Icon IconOf(const MessageBox& box) {
+  if (box.buttons != MessageBox::Buttons::Ok) return QMessageBox::Question;
+  return box.isError ? QMessageBox::Warning : QMessageBox::Information;
+}
+
+// A box in the middle of a window, as far as the screen allows. Not a child of that window: it must
+// outlive the wait for its answer whatever happens there.
+class CentredBox : public QMessageBox {
+ public:
+  explicit CentredBox(QWidget* over) : over_(over) {
+    if (over == nullptr) return;
+    setWindowIcon(over->windowIcon());
+    winId();
+    windowHandle()->setTransientParent(over->windowHandle());
+  }
+
+ protected:
+  void showEvent(QShowEvent* event) override {
+    QMessageBox::showEvent(event);
+    // Only now has the text been wrapped and the size is the final one.
+    if (over_ != nullptr) adjustPosition(over_);
+  }
+
+ private:
+  QPointer<QWidget> over_;
+};
 
 void SetCaptions(QMessageBox& dialog) {
   const auto name = [&dialog](QMessageBox::StandardButton button, const QString& caption) {
@@ -78,22 +114,16 @@ void WindowMessages::Attach(QWidget* window, const AutoRun* autoRun) {
 
 QCoro::Task<MessageBox::Answer> WindowMessages::Ask(MessageBox box) {
   const QString title = box.title.isEmpty() ? ProductName() : box.title;
-  // Not a child of the window: it must outlive the wait for its answer whatever happens there.
-  const auto dialog =
-      std::make_unique<QMessageBox>(QMessageBox::NoIcon, title, QString(), ButtonsOf(box.buttons));
+  const bool overWindow = window_ != nullptr && window_->isVisible();
+  const auto dialog = std::make_unique<CentredBox>(overWindow ? window_.data() : nullptr);
+  dialog->setWindowTitle(title);
+  dialog->setStandardButtons(ButtonsOf(box.buttons));
   dialog->setTextFormat(Qt::PlainText);
   dialog->setText(QString(box.text).remove(QLatin1Char('\r')));
-  dialog->setIcon(box.buttons == MessageBox::Buttons::Ok ? QMessageBox::Information
-                                                         : QMessageBox::Question);
+  dialog->setIcon(IconOf(box));
   dialog->setDefaultButton(ButtonOf(box.defaultAnswer));
   dialog->setWindowModality(Qt::ApplicationModal);
   SetCaptions(*dialog);
-  if (window_ != nullptr && window_->isVisible()) {
-    dialog->setWindowIcon(window_->windowIcon());
-    dialog->winId();
-    dialog->move(window_->frameGeometry().center() -
-                 QPoint(dialog->sizeHint().width() / 2, dialog->sizeHint().height() / 2));
-  }
   if (autoRun_ != nullptr && autoRun_->CurrentPhase() != AutoRun::Phase::Idle) {
     const int answer = ButtonOf(box.defaultAnswer);
     QMessageBox* shown = dialog.get();
@@ -101,7 +131,7 @@ QCoro::Task<MessageBox::Answer> WindowMessages::Ask(MessageBox box) {
   }
   dialog->show();
   const int button = co_await qCoro(dialog.get(), &QDialog::finished);
-  co_return AnswerOf(button, box);
+  co_return AnswerOf(button, box.buttons);
 }
 
 }  // namespace zentorin
