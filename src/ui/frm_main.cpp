@@ -184,7 +184,7 @@ void frmMain::ConnectState() {
           [this] { setWindowTitle(ProgramTitle(context_.workspace.urlList.CurrentListFile())); });
   connect(&workspace.board, &StatusBoard::FocusRequested, this, [this](FocusTarget target) {
     const std::array<QWidget*, 3> targets{c_.lstTargetUrl, c_.txtUrl_Root, c_.lstUrl_All};
-    targets.at(static_cast<size_t>(target))->setFocus();
+    status_->Focus(targets.at(static_cast<size_t>(target)));
   });
   connect(&workspace.driver, &RunDriver::CloseRequested, this, &QWidget::close);
 }
@@ -307,8 +307,7 @@ QCoro::Task<void> frmMain::ShowLog() {
     workspace.world.opener.ShowText(text, QStringLiteral("log.txt"));
     co_return;
   }
-  box.title = QStringLiteral("エラー発生");
-  box.text = outcome.message;
+  box = MessageBox::Error(outcome.message);
   co_await workspace.world.messages.Ask(box);
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ui/status_binding.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
@@ -107,18 +106,32 @@ void StatusBinding::SetShown(QWidget* control, bool shown) {
   Q_EMIT LayoutNeeded();
 }
 
+// Asked of the window, not of the program: a message box that comes and goes does not count.
+QWidget* StatusBinding::Focused() const {
+  return c_.central->window()->focusWidget();
+}
+
+void StatusBinding::Focus(QWidget* control) {
+  if (control->isEnabled()) {
+    control->setFocus();
+    return;
+  }
+  focusBefore_ = control;
+  focusDuring_ = Focused();
+}
+
 void StatusBinding::ShowBusy() {
   const bool begins = board_.Busy() && !shownBusy_;
   const bool ends = !board_.Busy() && shownBusy_;
   shownBusy_ = board_.Busy();
-  if (begins) focusBefore_ = QApplication::focusWidget();
+  if (begins) focusBefore_ = Focused();
   c_.frSite->setEnabled(!board_.Busy() && board_.SiteEnabled());
   if (begins || ends) Lock(ends);
   // A control that is disabled loses the focus. It gets it back unless the user has taken it
   // elsewhere meanwhile.
   if (begins) {
-    focusDuring_ = QApplication::focusWidget();
-  } else if (ends && focusBefore_ != nullptr && QApplication::focusWidget() == focusDuring_) {
+    focusDuring_ = Focused();
+  } else if (ends && focusBefore_ != nullptr && Focused() == focusDuring_) {
     focusBefore_->setFocus();
   }
 }

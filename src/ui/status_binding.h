@@ -23,6 +23,9 @@ class StatusBinding : public QObject {
   StatusBinding(StatusBoard& board, MainControls& controls, MainLayout& layout, JobBinding& job,
                 QObject* parent = nullptr);
 
+  // Gives the focus to a control; one that is locked gets it when the work is over.
+  void Focus(QWidget* control);
+
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  Q_SIGNALS:
@@ -35,6 +38,7 @@ class StatusBinding : public QObject {
   void ShowStatusColour();
   void ShowProgress();
   void ShowBusy();
+  QWidget* Focused() const;
   void Lock(bool enabled);
   void ShowStandby();
   // Shows or hides a control whose room others take.
@@ -45,7 +49,7 @@ class StatusBinding : public QObject {
   MainLayout& layout_;
   JobBinding& job_;
   bool shownBusy_ = false;
-  QPointer<QWidget> focusBefore_;  // had the focus when work began
+  QPointer<QWidget> focusBefore_;  // had the focus when work began, or is to have it afterwards
   QPointer<QWidget> focusDuring_;  // got it from there
   quint32 shownColour_ = 0;
   double shownProgress_ = 0;
