@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFontDatabase>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -12,6 +13,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalBlocker>
 #include <QToolButton>
 #include <QWheelEvent>
 #include <initializer_list>
@@ -63,19 +65,46 @@ QLineEdit* MakeEdit(QWidget* parent, const char* name, const QString& accessible
   return edit;
 }
 
-// A combo box that the wheel turns only while it is in use: a scroll that passes over it must not
-// edit a job.
+// A combo box whose text is the user's own. Keys and wheel step through its entries only from one
+// of them, never away from a text that would be lost; and the wheel only while the box is in use,
+// so that a scroll that passes over it edits no job.
 class FieldCombo : public QComboBox {
  public:
   using QComboBox::QComboBox;
 
  protected:
   void wheelEvent(QWheelEvent* event) override {
-    if (hasFocus()) {
+    if (hasFocus() && StandOnEntry()) {
       QComboBox::wheelEvent(event);
     } else {
       event->ignore();
     }
+  }
+
+  void keyPressEvent(QKeyEvent* event) override {
+    switch (event->key()) {
+      case Qt::Key_Up:
+      case Qt::Key_Down:
+      case Qt::Key_PageUp:
+      case Qt::Key_PageDown:
+        if (StandOnEntry()) break;
+        showPopup();
+        return;
+      default:
+        break;
+    }
+    QComboBox::keyPressEvent(event);
+  }
+
+ private:
+  // Makes the entry that reads like the text the current one; false when there is none.
+  bool StandOnEntry() {
+    const QString text = currentText();
+    const int entry = text.isEmpty() ? -1 : findText(text, Qt::MatchExactly);
+    if (entry < 0) return false;
+    const QSignalBlocker blocker(this);
+    setCurrentIndex(entry);
+    return true;
   }
 };
 
