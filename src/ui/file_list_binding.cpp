@@ -27,7 +27,9 @@ FileListBinding::FileListBinding(FileList& files, LineListView& view, QObject* p
           &FileListBinding::TakeSelection);
   connect(view.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& current) {
-            if (!following_) files_.SetCurrentRow(current.row());
+            if (following_) return;
+            const QScopedValueRollback<bool> guard(following_, true);
+            files_.SetCurrentRow(current.row());
           });
   view.viewport()->installEventFilter(this);
   files.Flush();
@@ -65,7 +67,8 @@ void FileListBinding::ShowSelection(int first, int last) {
 void FileListBinding::ShowCurrentRow(int row) {
   if (following_) return;
   const QScopedValueRollback<bool> guard(following_, true);
-  const QModelIndex before = view_.currentIndex();
+  const QModelIndex before = files_.index(followed_, 0);
+  followed_ = row;
   const bool inSight =
       !before.isValid() || view_.viewport()->rect().intersects(view_.visualRect(before));
   view_.setAutoScroll(false);

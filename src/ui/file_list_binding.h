@@ -12,8 +12,8 @@ class LineListView;
 
 // Shows the file list in its view and keeps the two selections and current rows the same. The list
 // is where they live; the view only follows and reports the user's changes. The user's scroll
-// position stays: the view follows the current row only as long as the row before it was in
-// sight. Both references must outlive the binding.
+// position stays: the view follows the current row of the work only as long as the one before it
+// was in sight. Both references must outlive the binding.
 class FileListBinding : public QObject {
   Q_OBJECT
 
@@ -32,6 +32,7 @@ class FileListBinding : public QObject {
 
   FileList& files_;
   LineListView& view_;
+  int followed_ = -1;       // the row that the list made current last
   bool following_ = false;  // the view is being changed by the list, not by the user
 };
 

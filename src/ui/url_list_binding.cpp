@@ -15,6 +15,8 @@ UrlListBinding::UrlListBinding(UrlList& list, LineListView& view, QObject* paren
   view.setSelectionMode(QAbstractItemView::SingleSelection);
   connect(&list, &UrlList::Selected, this, &UrlListBinding::ShowSelected);
   connect(&list, &UrlList::modelReset, this, [this] { ShowSelected(list_.SelectedRow()); });
+  connect(&list, &UrlList::rowsMoved, this,
+          [this] { view_.scrollTo(list_.index(list_.SelectedRow(), 0)); });
   connect(view.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& current) {
             if (!following_ && current.isValid()) list_.Select(current.row());
