@@ -32,7 +32,9 @@ bool ListDrop::eventFilter(QObject* watched, QEvent* event) {
   auto* drop = static_cast<QDropEvent*>(event);
   const QString path = DroppedList(*drop->mimeData());
   if (path.isEmpty()) return false;
-  drop->acceptProposedAction();
+  // Never a move: who dropped the file would delete it.
+  drop->setDropAction(Qt::CopyAction);
+  drop->accept();
   if (type == QEvent::Drop) Q_EMIT Dropped(path);
   return true;
 }

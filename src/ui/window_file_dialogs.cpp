@@ -3,6 +3,8 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <memory>
 
 #include <QCoro/QCoroSignal>
@@ -22,10 +24,24 @@ QStringList QtFilters(const QStringList& filters) {
   return result;
 }
 
+// The folder, or the nearest above it that there is.
+QString ExistingFolder(const QString& folder) {
+  if (folder.isEmpty()) return QDir::homePath();
+  QString path = QDir::cleanPath(folder);
+  while (!QFileInfo(path).isDir() && QFileInfo(path).path() != path) path = QFileInfo(path).path();
+  return path;
+}
+
+// The ending that a name without one gets: that of the first filter.
+QString SuffixOf(const QStringList& filters) {
+  static const QRegularExpression kEnding(QStringLiteral(R"(\*\.(\w+))"));
+  return filters.isEmpty() ? QString() : kEnding.match(filters.first()).captured(1);
+}
+
 // Shows a dialog that is set up but for its texts; answers the chosen path or nothing.
 QCoro::Task<QString> Choose(std::unique_ptr<QFileDialog> dialog, FileDialog request) {
   dialog->setWindowTitle(request.title);
-  dialog->setDirectory(QDir(request.folder).exists() ? request.folder : QDir::homePath());
+  dialog->setDirectory(ExistingFolder(request.folder));
   if (!request.filters.isEmpty()) dialog->setNameFilters(QtFilters(request.filters));
   if (!request.proposedFile.isEmpty()) dialog->selectFile(request.proposedFile);
   dialog->setWindowModality(Qt::ApplicationModal);
@@ -49,7 +65,7 @@ QCoro::Task<QString> WindowFileDialogs::AskForFileToSave(FileDialog dialog) {
   auto chooser = std::make_unique<QFileDialog>(window_.data());
   chooser->setAcceptMode(QFileDialog::AcceptSave);
   chooser->setFileMode(QFileDialog::AnyFile);
-  chooser->setDefaultSuffix(QStringLiteral("dat"));
+  chooser->setDefaultSuffix(SuffixOf(dialog.filters));
   return Choose(std::move(chooser), std::move(dialog));
 }
 
