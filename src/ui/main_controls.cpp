@@ -72,6 +72,11 @@ class FieldCombo : public QComboBox {
  public:
   using QComboBox::QComboBox;
 
+  void showPopup() override {
+    StandOnEntry();
+    QComboBox::showPopup();
+  }
+
  protected:
   void wheelEvent(QWheelEvent* event) override {
     if (hasFocus() && StandOnEntry()) {
