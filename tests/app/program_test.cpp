@@ -1,23 +1,107 @@
 // SPDX-License-Identifier: MIT
 #include <QDir>
 #include <QLocalServer>
+#include <QProcess>
+#include <QRegularExpression>
 #include <csignal>
 #include <utility>
 #include <vector>
 
+#include <QCoro/QCoroProcess>
 #include <QCoro/QCoroSignal>
 #include <gtest/gtest.h>
 
 #include "app/list_lock.h"
 #include "base/ansi_text.h"
-#include "tests/app/program_run.h"
 #include "tests/support/loopback_server.h"
 #include "tests/support/private_bus.h"
+#include "tests/support/temp_dir.h"
 
 namespace zentorin::test {
 namespace {
 
 const QString kList = "night list -1.dat";
+
+// The bytes of a list file with these jobs, each of them fields by their key.
+using JobFields = QList<std::pair<QByteArray, QByteArray>>;
+QByteArray ListFile(const QList<JobFields>& jobs) {
+  QByteArray bytes;
+  for (int i = 0; i < jobs.size(); ++i) {
+    for (const auto& [key, value] : jobs[i]) {
+      bytes += QByteArray::number(i + 1) + ' ' + key + " = " + value + "\r\n";
+    }
+  }
+  return bytes;
+}
+
+// The program's log as text, each entry's date and time replaced by "DATE".
+QString LogWithoutDates(const TempDir& home) {
+  static const QRegularExpression kDates("^-- \\d{4}/\\d\\d/\\d\\d \\d\\d:\\d\\d:\\d\\d ----\r$",
+                                         QRegularExpression::MultilineOption);
+  return DecodeAnsi(home.Read("log.txt")).replace(kDates, "DATE\r");
+}
+
+// The real program in a process of its own, with no display, no bus and the program's folder
+// `home`, while the test's event loop goes on serving.
+class ProgramRun {
+ public:
+  ProgramRun(const TempDir& home, const LoopbackServer& server) {
+    for (const char* const name : {"DISPLAY", "WAYLAND_DISPLAY", "ZENTORIN_POWER"}) {
+      environment.remove(name);
+    }
+    for (const char* const bus : {"DBUS_SYSTEM_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"}) {
+      environment.insert(bus, "unix:path=" + home.Path("no-bus"));
+    }
+    environment.insert("ZENTORIN_HOME", home.Path());
+    environment.insert("ZENTORIN_CONNECT_TO", server.ConnectTo());
+    process_.setReadChannel(QProcess::StandardError);
+  }
+  ~ProgramRun() {
+    if (process_.state() == QProcess::NotRunning) return;
+    process_.kill();
+    process_.waitForFinished();
+  }
+  ProgramRun(const ProgramRun&) = delete;
+  ProgramRun& operator=(const ProgramRun&) = delete;
+
+  void Start(const QStringList& arguments) {
+    process_.setProcessEnvironment(environment);
+    process_.start(ZENTORIN_PROGRAM, arguments);
+  }
+  // Starts, waits for the end and answers the exit status; -1 after a crash.
+  int Run(const QStringList& arguments) {
+    Start(arguments);
+    return WaitForEnd();
+  }
+  int WaitForEnd() {
+    if (process_.state() != QProcess::NotRunning) {
+      QCoro::waitFor(qCoro(&process_, &QProcess::finished, std::chrono::seconds(30)));
+    }
+    const bool ended = process_.state() == QProcess::NotRunning;
+    EXPECT_TRUE(ended) << "still running: " << Errors().toStdString();
+    return ended && process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+  }
+  // Waits, serving nobody, until standard error holds that text.
+  bool WaitForError(const QString& text) {
+    while (!Errors().contains(text)) {
+      if (!process_.waitForReadyRead()) return false;
+    }
+    return true;
+  }
+  void Send(int signal) const { ::kill(static_cast<pid_t>(process_.processId()), signal); }
+
+  QString Errors() {
+    errors_ += process_.readAllStandardError();
+    return QString::fromUtf8(errors_);
+  }
+  QString Output() { return QString::fromUtf8(process_.readAllStandardOutput()); }
+
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+
+ private:
+  QProcess process_;
+  QByteArray errors_;
+};
 
 JobFields Mp3Job(const QByteArray& description, const QByteArray& folder) {
   return {{"description", EncodeAnsi(QString::fromUtf8(description)).bytes},
@@ -51,7 +135,7 @@ class ProgramTest : public testing::Test {
 
   LoopbackServer server;
   TempDir home;
-  ProgramRun program{home, server.ConnectTo()};
+  ProgramRun program{home, server};
 };
 
 TEST_F(ProgramTest, DoesTheJobsOfAListAndWritesThemDown) {
@@ -88,7 +172,7 @@ TEST_F(ProgramTest, EndsWithTwoWhenARowOrAJobFails) {
   EXPECT_EQ(FilesBelow("three"), QStringList());
   EXPECT_EQ(home.Read("one/a.mp3"), "first song") << "the jobs after it are done";
 
-  ProgramRun unreachable(home, server.ConnectTo());
+  ProgramRun unreachable(home, server);
   home.Write("none.dat", ListFile({Mp3Job("none", "none")}));
   EXPECT_EQ(unreachable.Run({"-a", "-f", "none.dat"}), 2);
   EXPECT_TRUE(unreachable.Errors().contains("URL が見つかりません！"));
@@ -110,7 +194,7 @@ TEST_F(ProgramTest, RefusesToStartWithAClearMessage) {
       {{"-f", list}, "zentorin -auto -file"},
   };
   for (const auto& [arguments, error] : cases) {
-    ProgramRun run(home, server.ConnectTo());
+    ProgramRun run(home, server);
     EXPECT_EQ(run.Run(arguments), 1);
     EXPECT_TRUE(run.Errors().contains(error)) << run.Errors().toStdString();
   }
@@ -120,7 +204,7 @@ TEST_F(ProgramTest, RefusesToStartWithAClearMessage) {
 TEST_F(ProgramTest, AnswersHelpAndVersionBeforeAnythingElse) {
   EXPECT_EQ(program.Run({"-a", "--help"}), 0);
   EXPECT_TRUE(program.Output().contains("-quit"));
-  ProgramRun version(home, QString());
+  ProgramRun version(home, server);
   EXPECT_EQ(version.Run({"--version"}), 0);
   EXPECT_EQ(version.Output(), "Zentorin 0.1.0\n");
   EXPECT_TRUE(QDir(home.Path()).isEmpty());
@@ -132,11 +216,11 @@ TEST_F(ProgramTest, SilentBusesAndADeadDisplayHoldNothingUp) {
   const QString bus = "unix:path=" + silent.fullServerName();
   const QString unreachable = "ディスプレイ「:54321」に接続できません。\n";
   home.Write(kList, ListFile({Mp3Job("one", "one")}));
-  ProgramRun windowed(home, server.ConnectTo());
+  ProgramRun windowed(home, server);
   for (ProgramRun* const each : {&program, &windowed}) {
-    each->SetVariable("DBUS_SYSTEM_BUS_ADDRESS", bus);
-    each->SetVariable("DBUS_SESSION_BUS_ADDRESS", bus);
-    each->SetVariable("DISPLAY", ":54321");
+    each->environment.insert("DBUS_SYSTEM_BUS_ADDRESS", bus);
+    each->environment.insert("DBUS_SESSION_BUS_ADDRESS", bus);
+    each->environment.insert("DISPLAY", ":54321");
   }
   EXPECT_EQ(program.Run({"-a", "-q", "-f", kList}), 0);
   EXPECT_TRUE(program.Errors().startsWith(unreachable)) << program.Errors().toStdString();
@@ -188,7 +272,7 @@ TEST_F(ProgramCancelTest, ASignalEndsTheCountdown) {
   arguments.insert(1, "23:59");
   program.Start(arguments);
   ASSERT_TRUE(program.WaitForError("開始までの時間"));
-  ProgramRun second(home, server.ConnectTo());
+  ProgramRun second(home, server);
   EXPECT_EQ(second.Run(arguments), 1) << "the list is taken by the first run";
   program.Send(SIGTERM);
   EXPECT_EQ(program.WaitForEnd(), 130);
@@ -200,8 +284,8 @@ class ProgramPowerTest : public ProgramTest {
  protected:
   ProgramPowerTest() {
     home.Write("list.dat", ListFile({Mp3Job("songs", "two"), {{"skip", "1"}}}));
-    program.SetVariable("DBUS_SYSTEM_BUS_ADDRESS", services.Address());
-    program.SetVariable("DBUS_SESSION_BUS_ADDRESS", services.Address());
+    program.environment.insert("DBUS_SYSTEM_BUS_ADDRESS", services.Address());
+    program.environment.insert("DBUS_SESSION_BUS_ADDRESS", services.Address());
   }
 
   int RunAndThen(const QString& action) {
@@ -243,7 +327,7 @@ TEST_F(ProgramPowerTest, ARefusalIsToldOnceAndChangesNoExitStatus) {
 }
 
 TEST_F(ProgramPowerTest, ARunInAWindowTellsItsPowerActionOnStandardErrorToo) {
-  program.SetVariable("QT_QPA_PLATFORM", "offscreen");
+  program.environment.insert("QT_QPA_PLATFORM", "offscreen");
   services.answers["CanReboot"] = "challenge";
   EXPECT_EQ(RunAndThen("r"), 0);
   EXPECT_TRUE(Says("「再起動」を実行できません。管理者の認証が必要です。"))
@@ -252,7 +336,7 @@ TEST_F(ProgramPowerTest, ARunInAWindowTellsItsPowerActionOnStandardErrorToo) {
 }
 
 TEST_F(ProgramPowerTest, ADryRunTouchesNoService) {
-  program.SetVariable("ZENTORIN_POWER", "dry-run");
+  program.environment.insert("ZENTORIN_POWER", "dry-run");
   EXPECT_EQ(RunAndThen("l"), 0);
   EXPECT_EQ(services.calls, QStringList());
   EXPECT_TRUE(

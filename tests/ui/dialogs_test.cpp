@@ -1,18 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <QApplication>
-#include <QComboBox>
-#include <QFontDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QScreen>
-#include <QToolButton>
-
 #include "tests/ui/main_window_test.h"
 #include "ui/frm_about.h"
 #include "ui/frm_input.h"
+#include "ui/plain_text_windows.h"
+#include "ui/text_window.h"
 
 namespace zentorin::test {
 namespace {
@@ -41,7 +32,7 @@ class DialogsTest : public MainWindowTest {
   QPlainTextEdit* text = nullptr;
 };
 
-TEST_F(DialogsTest, EditsAPatternBoxAndSwallowsEnter) {
+TEST_F(DialogsTest, InputEditsAPatternBoxAndSwallowsEnter) {
   OpenOn("cmbFilePattern");
   EXPECT_EQ(text->toPlainText(), "(.+?)");
   EXPECT_TRUE(input->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
@@ -57,7 +48,7 @@ TEST_F(DialogsTest, EditsAPatternBoxAndSwallowsEnter) {
   EXPECT_TRUE(w->workspace.urlList.IsDirty());
 }
 
-TEST_F(DialogsTest, LeavesTheBoxAloneOnCancelAndWhenAnotherJobIsLoaded) {
+TEST_F(DialogsTest, InputLeavesTheBoxAloneOnCancelAndWhenAnotherJobIsLoaded) {
   OpenOn("cmbUrl_SubPattern");
   QTest::keyClicks(text, "x");
   Click("cmd_1");
@@ -71,7 +62,7 @@ TEST_F(DialogsTest, LeavesTheBoxAloneOnCancelAndWhenAnotherJobIsLoaded) {
   EXPECT_EQ(w->workspace.job[TargetUrlItem::SubPattern], QString());
 }
 
-TEST_F(DialogsTest, ChangesItsFontWithinNineAndFortyPoints) {
+TEST_F(DialogsTest, InputChangesItsFontWithinNineAndFortyPoints) {
   OpenOn("cmbFilePattern");
   const auto points = [this] { return text->font().pointSize(); };
   for (int i = 0; i < 40; ++i) Click("UpD_0");
@@ -97,7 +88,7 @@ TEST_F(DialogsTest, ChangesItsFontWithinNineAndFortyPoints) {
   EXPECT_EQ(points(), 14);
 }
 
-TEST_F(DialogsTest, StandsBelowItsTargetAndInsideTheScreen) {
+TEST_F(DialogsTest, InputStandsBelowItsTargetAndInsideTheScreen) {
   frmInput dialog{"x"};
   const QRect screen = QApplication::primaryScreen()->availableGeometry();
   dialog.PlaceBelow(QRect(screen.left() + 20, 30, 100, 24));
@@ -129,6 +120,63 @@ TEST_F(DialogsTest, AboutNamesVersionsAndOpensToolAndHistory) {
   EXPECT_EQ(w->opener.opened[0], "with:システム情報:");
   EXPECT_TRUE(w->opener.opened[1].startsWith(QLatin1String("play:/")));
   EXPECT_TRUE(w->opener.opened[1].endsWith(QLatin1String("/history.html")));
+}
+
+TextWindow* OpenTextWindow() {
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    if (auto* window = qobject_cast<TextWindow*>(widget)) return window;
+  }
+  return nullptr;
+}
+
+TEST_F(DialogsTest, TextWindowFindsOnwardsAndBackwardsAndSaysWhenThereIsNothing) {
+  TextWindow window("ab\nAB\nx", "t");
+  window.show();
+  auto* view = window.findChild<QPlainTextEdit*>("txtText");
+  auto* find = window.findChild<QLineEdit*>("txtFind");
+  auto* found = window.findChild<QLabel*>("lblFound");
+  const auto line = [view] { return view->textCursor().blockNumber(); };
+  QTest::keyClicks(find, "ab");
+  for (const int expected : {0, 1, 0}) {
+    QTest::keyClick(find, Qt::Key_Return);
+    EXPECT_EQ(line(), expected);
+  }
+  QTest::mouseClick(window.findChild<QPushButton*>("cmdFindPrevious"), Qt::LeftButton);
+  EXPECT_EQ(line(), 1);
+  EXPECT_FALSE(found->isVisible());
+  QTest::keyClicks(find, "z");
+  QTest::keyClick(find, Qt::Key_Return);
+  EXPECT_TRUE(found->isVisible());
+  EXPECT_EQ(line(), 1);
+  QTest::keyClicks(view, "typed");
+  EXPECT_EQ(view->toPlainText(), "ab\nAB\nx");
+}
+
+TEST_F(DialogsTest, TextWindowCopiesTheTextAndSavesItOnlyWhenAsked) {
+  PlainTextWindows windows(w->dialogs, w->messages);
+  const QString page = "あ\r\nb\nc";
+  windows.Show(page, "http://h/a?b");
+  QPointer<TextWindow> window = OpenTextWindow();
+  ASSERT_NE(window, nullptr);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  EXPECT_EQ(window->windowTitle(), "http://h/a?b");
+  QTest::mouseClick(window->findChild<QPushButton*>("cmdCopy"), Qt::LeftButton);
+  EXPECT_EQ(QApplication::clipboard()->text(), page);
+
+  auto* save = window->findChild<QPushButton*>("cmdSaveAs");
+  QTest::mouseClick(save, Qt::LeftButton);
+  EXPECT_EQ(w->dialogs.asked.proposedFile, QDir::homePath() + "/http:__h_a?b.txt");
+  w->dialogs.answer = home.Path("t.txt");
+  QTest::keyClick(window, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_EQ(home.Read("t.txt"), QByteArray("あ\r\nb\r\nc"));
+  w->dialogs.answer = home.Path("none/t.txt");
+  QTest::mouseClick(save, Qt::LeftButton);
+  ASSERT_EQ(w->messages.boxes.size(), 1U);
+  EXPECT_TRUE(w->messages.boxes.front().text.contains(w->dialogs.answer));
+
+  QTest::keyClick(window, Qt::Key_Escape);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(window.isNull());
 }
 
 }  // namespace

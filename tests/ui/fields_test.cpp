@@ -1,9 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <QComboBox>
-#include <QLineEdit>
-#include <QListView>
-#include <QMimeData>
-
 #include "tests/ui/main_window_test.h"
 
 namespace zentorin::test {

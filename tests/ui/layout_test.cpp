@@ -1,7 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <QAbstractButton>
-#include <QLabel>
-
 #include "base/status_board.h"
 #include "tests/ui/main_window_test.h"
 

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QApplication>
-#include <QMenu>
-#include <QWidget>
 #include <QtTest>
+#include <QtWidgets>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -90,14 +88,17 @@ class MainWindowTest : public testing::Test {
     w->workspace.settings.download.openFolder = false;
   }
   // Starts it with a list of one job that takes the links ending in ".mp3" of "/" and of pages.
-  void StartWithJob() {
+  void StartOnList(const QStringList& options = {}) {
     home.Write("list.dat",
                "1 description = job\r\n1 root = http://site.test/\r\n"
                "1 sub_pattern = href=\"(.+?\\.html)\"\r\n1 depth = 1\r\n"
                "1 file_pattern = href=\"(.+?\\.mp3)\"\r\n1 save_path = save\r\n"
                "1 before = ,\r\n1 opt = 0\r\n");
     home.Write("Conf.txt", "open folder = 0\r\n");
-    w->Start({"-f", "list.dat"});
+    w->Start(options + QStringList({"-f", "list.dat"}));
+  }
+  void StartWithJob() {
+    StartOnList();
     w->workspace.urlList.Select(0);
     ASSERT_TRUE(QTest::qWaitForWindowActive(&w->window));
   }

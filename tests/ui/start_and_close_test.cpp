@@ -1,13 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDialog>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QScreen>
-
 #include "tests/ui/main_window_test.h"
 #include "ui/window_messages.h"
 #include "ui/window_place.h"
@@ -20,7 +11,6 @@ class StartAndCloseTest : public MainWindowTest {
   bool WaitForExit() {
     return QTest::qWaitFor([this] { return w->exitStatus >= 0; }, 20'000);
   }
-  QString ListPath() const { return home.Path("list.dat"); }
 };
 
 TEST_F(StartAndCloseTest, ASecondStartOnTheSameListBringsTheFirstWindowForward) {
@@ -132,9 +122,7 @@ TEST_F(StartAndCloseTest, ARectangleThatNobodyCanGrabIsBroughtBack) {
 }
 
 TEST_F(StartAndCloseTest, AnArmedRunCountsDownInTheTitleAndCanBeGivenUp) {
-  StartWithJob();
-  Restart();
-  w->Start({"-a", "23:45", "-tasktray", "-f", "list.dat"});
+  StartOnList({"-a", "23:45", "-tasktray"});
   // Without a notification area the window waits minimised.
   EXPECT_TRUE(w->window.isMinimized());
   w->autoRun.Tick();
@@ -147,11 +135,9 @@ TEST_F(StartAndCloseTest, AnArmedRunCountsDownInTheTitleAndCanBeGivenUp) {
 }
 
 TEST_F(StartAndCloseTest, AnArmedRunEndsTheProgramByItsPresetAction) {
-  StartWithJob();
-  Restart();
   server.Route("/", Answer::Text("<a href=\"a.mp3\">"));
   server.Route("/a.mp3", Answer::Text("aaaa", "audio/mpeg"));
-  w->Start({"-a", "-q", "-f", "list.dat"});
+  StartOnList({"-a", "-q"});
   ASSERT_TRUE(WaitForExit());
   EXPECT_EQ(w->exitStatus, 0);
   EXPECT_EQ(home.Read("save/a.mp3"), "aaaa");
@@ -195,9 +181,7 @@ TEST_F(StartAndCloseTest, TheSettingsDialogTakesOverWhenItIsClosed) {
 }
 
 TEST_F(StartAndCloseTest, ABoxThatNobodyAnswersInAnArmedRunAnswersItself) {
-  StartWithJob();
-  Restart();
-  w->Start({"-a", "23:59", "-f", "list.dat"});
+  StartOnList({"-a", "23:59"});
   WindowMessages boxes(std::chrono::milliseconds(1));
   boxes.Attach(&w->window, &w->autoRun);
   MessageBox question{.title = {},
