@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/status_board.h"
 #include "tests/ui/main_window_test.h"
+#include "ui/frm_input.h"
 
 namespace zentorin::test {
 namespace {
@@ -69,7 +70,7 @@ TEST_F(LayoutTest, TheBarIsTheFractionOfItsFrame) {
 }
 
 // The controls whose caption their width or height cuts.
-QStringList CutCaptions(const QWidget& window) {
+std::string CutCaptions(const QWidget& window) {
   QStringList cut;
   for (const QWidget* control : window.findChildren<QWidget*>()) {
     const bool captioned = qobject_cast<const QLabel*>(control) != nullptr ||
@@ -85,11 +86,11 @@ QStringList CutCaptions(const QWidget& window) {
       cut += control->objectName();
     }
   }
-  return cut;
+  return cut.join(u' ').toStdString();
 }
 
 // Pairs of neighbours in a frame that lie on each other.
-QStringList Overlaps(const QWidget& window) {
+std::string Overlaps(const QWidget& window) {
   QStringList pairs;
   for (const char* name : {"frSite", "frTop", "frBottom", "frReg", "frOpt_0", "frOpt_1", "FrSave",
                            "headerStrip", "frModify", "frStatus"}) {
@@ -104,7 +105,7 @@ QStringList Overlaps(const QWidget& window) {
       }
     }
   }
-  return pairs;
+  return pairs.join(u' ').toStdString();
 }
 
 TEST_F(LayoutTest, NoCaptionIsCutOrCoveredAtAnyFontSize) {
@@ -115,6 +116,8 @@ TEST_F(LayoutTest, NoCaptionIsCutOrCoveredAtAnyFontSize) {
     QApplication::setFont(font);
     Restart();
     StartWithJob();
+    EXPECT_EQ(w->window.devicePixelRatio(),
+              qEnvironmentVariable("QT_SCALE_FACTOR", "1").toDouble());
     w->workspace.job.EditFlag(TargetUrlItem::DispModify, true);
     w->workspace.job.EditFlag(TargetUrlItem::Modify, true);
     w->workspace.board.SetCancelShown(true);
@@ -129,9 +132,19 @@ TEST_F(LayoutTest, NoCaptionIsCutOrCoveredAtAnyFontSize) {
       w->workspace.job.EditBefore(0, "3");
       QTest::qWait(150);  // the counter is shown at most ten times a second
       ShowAt({1000, 760});
-      EXPECT_EQ(CutCaptions(w->window), QStringList()) << points;
-      EXPECT_EQ(Overlaps(w->window), QStringList()) << points;
+      EXPECT_EQ(CutCaptions(w->window), "") << points;
+      EXPECT_EQ(Overlaps(w->window), "") << points;
     }
+    for (const char* action : {"mnuSetting", "mnuVersion", "mnuContext_List_Search"}) {
+      w->Find<QAction>(action)->trigger();
+    }
+    for (const char* dialog : {"frmSetting", "frmAbout", "frmSearch"}) {
+      ASSERT_TRUE(w->Find(dialog)->isVisible());
+      EXPECT_EQ(CutCaptions(*w->Find(dialog)), "") << dialog << points;
+    }
+    frmInput input("x");
+    input.show();
+    EXPECT_EQ(CutCaptions(input), "") << points;
   }
   QApplication::setFont(before);
 }
