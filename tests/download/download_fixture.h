@@ -41,14 +41,13 @@ class DownloadTest : public testing::Test {
     urlList.InsertBelow(urlList.Count() - 1, item);
   }
 
-  static FileListRow Row(const QString& address, const QString& date = {}) {
+  void Add(const QString& address, const QString& date = {}) {
     FileListRow row;
     row.Set(FileListRow::Date, date);
     row.Set(FileListRow::Link, address);
     row.Set(FileListRow::Address, address);
-    return row;
+    files.Append(row);
   }
-  void Add(const QString& address, const QString& date = {}) { files.Append(Row(address, date)); }
 
   void RunRows() {
     DownloadRun run(context);

@@ -17,19 +17,15 @@ using test::LoopbackServer;
 
 class Progress : public DownloadProgress {
  public:
-  explicit Progress(RunState& state) : state_(state) {}
   void SetCaption(const QString& fraction) override { captions.append(fraction); }
   void SetBytes(qint64 written) override {
     bytes = written;
-    if (cancelAt > 0 && written >= cancelAt) state_.RequestCancel();
+    if (written > 0 && onBytes) onBytes();
   }
 
   QStringList captions;
   qint64 bytes = 0;
-  qint64 cancelAt = 0;
-
- private:
-  RunState& state_;
+  std::function<void()> onBytes;
 };
 
 class SingleDownloadTest : public test::DownloadTest {
@@ -40,7 +36,7 @@ class SingleDownloadTest : public test::DownloadTest {
   }
 
   QString path = home.Path("f");
-  Progress progress{state};
+  Progress progress;
   SingleDownload single{engine, http, state};
 };
 
@@ -89,7 +85,7 @@ TEST_F(SingleDownloadTest, ResultsAndWhatTheyLeave) {
 
 TEST_F(SingleDownloadTest, ACancelLeavesTheBlockInHandUnwritten) {
   server.Route("/a", Answer::Generated(10'000'000));
-  progress.cancelAt = 1;
+  progress.onBytes = [this] { state.RequestCancel(); };
   EXPECT_EQ(Fetch("/a", path), 1);
   EXPECT_EQ(QFileInfo(path).size(), HttpTransfer::kBlockBytes);
 }

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFile>
+
+#include "download/result_code.h"
+#include "download/stream/external_stream_capture.h"
+#include "launch/installed_programs.h"
+#include "tests/download/download_fixture.h"
+
+namespace zentorin::test {
+
+// The windows that a test describes. To begin with there is no display.
+class FakeToolWindows : public ToolWindows {
+ public:
+  bool Available() override { return !windows.empty(); }
+  std::vector<ToolWindow> List() override {
+    return looks++ == 0 ? std::vector<ToolWindow>() : windows;
+  }
+  void PressKey(quint32 /*window*/, char16_t /*letter*/) override {}
+  void Show(quint32 /*window*/, bool /*shown*/) override {}
+  void Close(quint32 window) override { closed.append(window); }
+  void EndProgram(quint32 /*window*/) override {}
+
+  std::vector<ToolWindow> windows;
+  int looks = 0;  // at the first one they are not there yet
+  QList<quint32> closed;
+};
+
+// A machine whose programs and menu entries lie in a folder of the test. "save/song.wmv" was
+// recorded before.
+class CaptureTest : public DownloadTest {
+ protected:
+  CaptureTest() { home.Write("save/song.wmv", "an old one"); }
+
+  QString Program(const QString& name) const {
+    const QString path = home.Write(name, "#!/bin/sh\n");
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return path;
+  }
+
+  void Entry(const QString& name, const QString& command, const QString& folder = {}) const {
+    home.Write("data/applications/wine/" + name + ".desktop",
+               QString("[Desktop Entry]\nType=Application\nName=%1\nExec=%2\nPath=%3\n")
+                   .arg(name, command, folder)
+                   .toUtf8());
+  }
+
+  // With what a compatibility layer would have written for the installed tool.
+  void InstallStreamGet(const QString& command) {
+    options.streamingTool = ToolLookup::kStreamGet;
+    home.Write("tool/StreamGET.EXE", "");
+    Entry("GetASFStream", command, home.Path("tool"));
+  }
+
+  int Record(ExternalStreamCapture& tool) {
+    return QCoro::waitFor(
+        tool.Capture(context, "mms://m.test/song.wmv", home.Path("save/song.wmv")));
+  }
+
+  XdgFolders Folders() const {
+    XdgFolders folders;
+    folders.data = {home.Path("data")};
+    folders.commands = {home.Path("bin")};
+    return folders;
+  }
+
+  InstalledPrograms programs{Folders()};
+};
+
+}  // namespace zentorin::test
