@@ -74,7 +74,7 @@ TEST_F(DownloadRunTest, RowsAreFetchedMarkedAndDeselectedInOrder) {
   }
   files.SetSelected(5, false);
   QStringList counters;
-  QObject::connect(&board, &StatusBoard::ProgressChanged,
+  QObject::connect(&server, &test::LoopbackServer::RequestReceived,
                    [&] { counters.append(board.Counter()); });
   RunRows();
   EXPECT_EQ(Marks(), "o|?|x|-|||x");
@@ -139,7 +139,12 @@ TEST_F(DownloadRunTest, LinksBelowTheSaveFolderAreNotFollowedOutOfIt) {
   QFile::link(victim, home.Path("save/link"));
   QFile::link(outside.Path(), home.Path("save/way"));
   job.EditFlag(TargetUrlItem::OverWrite, true);
-  EXPECT_EQ(MarkOf("http://site.test/dir/link"), "x");
+  home.Write("save/folder.wmv/keep", "k");
+  QFile::link(home.Path("save/keep"), home.Path("save/link.php"));
+  for (const char* name : {"link", "link.php", "folder.wmv"}) {
+    EXPECT_EQ(MarkOf(QString("http://site.test/dir/") + name), "x") << name;
+  }
+  EXPECT_EQ(capture.captured, QStringList()) << "only a regular file is recorded over";
   job.EditFlag(TargetUrlItem::TreeFolder, true);
   EXPECT_EQ(MarkOf("http://site.test/dir/way/victim"), "x");
   EXPECT_EQ(LogText(),

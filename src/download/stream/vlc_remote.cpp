@@ -3,11 +3,11 @@
 
 #include <QFile>
 #include <array>
-#include <cstring>
 
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
+
+#include "base/unix_socket.h"
 
 namespace zentorin {
 namespace {
@@ -23,22 +23,10 @@ VlcRemote::~VlcRemote() {
   if (socket_ >= 0) ::close(socket_);
 }
 
+// A local socket connects at once or not at all.
 bool VlcRemote::Connect(const QString& path) {
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  const QByteArray name = QFile::encodeName(path);
-  if (socket_ >= 0) return true;
-  if (name.size() >= static_cast<qsizetype>(sizeof address.sun_path)) return false;
-  std::memcpy(address.sun_path, name.constData(), static_cast<std::size_t>(name.size()));
-  const int made = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-  if (made < 0) return false;
-  // A local socket connects at once or not at all.
-  if (::connect(made, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-    ::close(made);
-    return false;
-  }
-  socket_ = made;
-  return true;
+  if (socket_ < 0) socket_ = ConnectUnixSocket(QFile::encodeName(path));
+  return socket_ >= 0;
 }
 
 void VlcRemote::Ask() {

@@ -188,7 +188,7 @@ X11ToolWindows::~X11ToolWindows() = default;
 
 X11ToolWindows::Display* X11ToolWindows::Connected() {
   if (display_ && display_->Broken()) display_.reset();
-  if (!display_ && qEnvironmentVariableIsSet("DISPLAY")) display_ = std::make_unique<Display>();
+  if (!display_ && !qEnvironmentVariableIsEmpty("DISPLAY")) display_ = std::make_unique<Display>();
   return display_ && !display_->Broken() ? display_.get() : nullptr;
 }
 

@@ -19,12 +19,12 @@ class FakeToolWindows : public ToolWindows {
   }
   void PressKey(quint32 /*window*/, char16_t /*letter*/) override {}
   void Show(quint32 /*window*/, bool /*shown*/) override {}
-  void Close(quint32 window) override { closed.append(window); }
+  void Close(quint32 window) override { closed.push_back(window); }
   void EndProgram(quint32 /*window*/) override {}
 
   std::vector<ToolWindow> windows;
   int looks = 0;  // at the first one they are not there yet
-  QList<quint32> closed;
+  std::vector<quint32> closed;
 };
 
 // A machine whose programs and menu entries lie in a folder of the test. "save/song.wmv" was

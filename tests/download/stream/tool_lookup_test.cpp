@@ -66,14 +66,14 @@ TEST_F(ToolLookupTest, OnlyAWindowThatIsStillTheToolsOwnIsAskedToClose) {
   ToolWindow otherProcess = own;
   otherProcess.processId = 6;
   for (const auto& [later, closed] :
-       {std::pair(own, QList<quint32>{7}), std::pair(otherClass, QList<quint32>()),
-        std::pair(otherProcess, QList<quint32>())}) {
+       {std::pair(own, std::vector<quint32>{7}), std::pair(otherClass, std::vector<quint32>()),
+        std::pair(otherProcess, std::vector<quint32>())}) {
     windows.looks = 0;
     windows.closed.clear();
     windows.windows = {own};  // one that nothing ends
     EXPECT_EQ(Record(capture), kDownloadFailed);
     windows.windows = {later};
-    EXPECT_EQ(capture.AskToolToClose(), !closed.isEmpty());
+    EXPECT_EQ(capture.AskToolToClose(), !closed.empty());
     EXPECT_FALSE(capture.AskToolToClose()) << "once is enough";
     EXPECT_EQ(windows.closed, closed);
   }

@@ -111,9 +111,11 @@ class VlcCaptureTest : private Unprivileged, public CaptureTest {
     QCoro::waitFor(run.Run());
   }
 
-  // Serves a stream bit by bit, so that there is a middle.
+  // Serves a stream bit by bit, so that there is a middle, and as a live one: without a length.
   void RouteSlowly(const QString& target) {
     Answer answer = Answer::Text(Stream("slow.wmv", kLongSeconds), "video/x-ms-wmv");
+    answer.contentLength = "";
+    answer.ending = Answer::Ending::Close;
     answer.pieceBytes = 8192;
     answer.pieceInterval = 100ms;
     server.Route(target, answer);
@@ -167,6 +169,7 @@ TEST_F(VlcCaptureTest, ACancelEndsThePlayerWithinASecondAndLeavesNoFile) {
   QElapsedTimer sinceCancel;
   InTheMiddle([&] {
     EXPECT_EQ(Saved().count(".part"), 1);
+    EXPECT_FALSE(board.Status().contains('/')) << "no length: " << board.Status().toStdString();
     sinceCancel.start();
     state.RequestCancel();
   });
