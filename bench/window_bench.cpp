@@ -8,12 +8,9 @@
 #include "app/auto_run.h"
 #include "app/file_list_commands.h"
 #include "app/list_commands.h"
-#include "app/workspace.h"
-#include "tests/support/fakes.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/fake_workspace.h"
 #include "ui/frm_main.h"
 #include "ui/line_list_view.h"
-#include "ui/window_file_dialogs.h"
 
 namespace zentorin::test {
 namespace {
@@ -52,18 +49,12 @@ struct OpenWindow {
   }
 
   TempDir home;
-  SettableClock clock;
-  RecordingMessageBoxes messages;
-  RecordingOpener opener;
-  FakeStreamCapture capture;
-  RecordingPowerControl power;
-  WindowFileDialogs dialogs;
-  World world{
-      .clock = clock, .messages = messages, .opener = opener, .capture = capture, .power = power};
-  Workspace workspace{world, home.Path(), {}};
+  FakeWorkspace fake{home};
+  Workspace& workspace = fake.workspace;
   AutoRun autoRun{workspace};
-  ListCommands lists{workspace, dialogs};
-  frmMain window{{.workspace = workspace, .autoRun = autoRun, .lists = lists, .dialogs = dialogs}};
+  ListCommands lists{workspace, fake.dialogs};
+  frmMain window{
+      {.workspace = workspace, .autoRun = autoRun, .lists = lists, .dialogs = fake.dialogs}};
 };
 
 void AppendRows(benchmark::State& state) {

@@ -63,13 +63,12 @@ int AutoRun::SecondsUntilStart() const {
 }
 
 void AutoRun::Tick() {
-  if (phase_ != Phase::Armed) return;
+  // The first tick may be on its way yet when a cancel has stopped the timer.
+  if (phase_ != Phase::Armed || !timer_.isActive()) return;
   remainingSeconds_ = SecondsUntilStart();
   if (remainingSeconds_ <= 0) {
     // A command that the user has started meanwhile is let through first.
     if (!workspace_.driver.IsRunning()) RunBatch();
-  } else if (workspace_.state.CancelRequested()) {
-    Abandon();
   } else {
     ShowText(CountdownText(remainingSeconds_));
   }

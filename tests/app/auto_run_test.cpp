@@ -83,16 +83,18 @@ TEST_F(AutoRunTest, StartsAtOnceWhenTheTimeHasPassedTodayAndReturnsToRest) {
 }
 
 TEST_F(AutoRunTest, ACancelEndsTheCountdownAtOnce) {
-  Arm("-a 23:59 -q s -tasktray");
-  said.clear();
-  driver.CancelCommand();
-  QCoro::waitFor(qCoro(&run, &AutoRun::Finished));
-  EXPECT_EQ(said, QStringList({ProductTitle(), "abandoned"}));
-  EXPECT_FALSE(w.workspace.state.CancelRequested());
-  EXPECT_EQ(board.CancelCaption(), "キャンセル");
-  EXPECT_TRUE(driver.AfterBatchAction().isEmpty());
-  EXPECT_EQ(TickAt(23, 59, 0), QString()) << "nothing is armed any more";
-  EXPECT_TRUE(home.Read("log.txt").isNull());
+  for (const char* const line : {"-a 23:59 -q s -tasktray", "-a -q s -tasktray"}) {
+    Arm(line);
+    said.clear();
+    driver.CancelCommand();
+    QCoro::waitFor(qCoro(&run, &AutoRun::Finished));
+    EXPECT_EQ(said, QStringList({ProductTitle(), "abandoned"}));
+    EXPECT_FALSE(w.workspace.state.CancelRequested());
+    EXPECT_EQ(board.CancelCaption(), "キャンセル");
+    EXPECT_TRUE(driver.AfterBatchAction().isEmpty());
+    EXPECT_EQ(TickAt(23, 30, 5), "") << "nothing is armed any more";
+    EXPECT_TRUE(home.Read("log.txt").isNull());
+  }
 }
 
 TEST_F(AutoRunTest, ACommandBesideTheCountdownLeavesItsButtonUntilItTakesThePresetsWithIt) {
