@@ -18,21 +18,24 @@ constexpr int kCancelled = 1;
 }  // namespace
 
 SourceCommand::SourceCommand(const SourceContext& context, QObject* parent)
-    : QObject(parent), context_(context) {}
+    : QObject(parent), context_(context) {
+  // A run that ends takes the button with it. Queued: a countdown may offer it again for itself.
+  connect(&context_.driver, &RunDriver::RunningChanged, this, &SourceCommand::OfferCancel,
+          Qt::QueuedConnection);
+}
 
 QCoro::Task<void> SourceCommand::Show(QString url) {
   if (running_) co_return;
   SetRunning(true);
-  StatusBoard& board = context_.board;
-  const bool ownButton = !board.CancelShown();
-  if (ownButton) {
-    context_.state.ClearCancel();
-    board.SetCancelEnabled(true);
-    board.SetCancelShown(true);
-  }
+  fetching_ = true;
+  ownButton_ = false;
+  if (!context_.board.CancelShown()) context_.state.ClearCancel();
+  OfferCancel();
   const FetchedPage page = co_await context_.http.FetchPageText(url);
+  fetching_ = false;
   // A run that began meanwhile has the button now.
-  if (ownButton && !context_.driver.IsRunning()) {
+  if (ownButton_ && !context_.driver.IsRunning()) {
+    StatusBoard& board = context_.board;
     board.SetCancelShown(false);
     board.SetCancelCaption(QStringLiteral("キャンセル"));
     context_.state.ClearCancel();
@@ -45,6 +48,14 @@ QCoro::Task<void> SourceCommand::Show(QString url) {
     co_await context_.messages.Ask(box);
   }
   SetRunning(false);
+}
+
+void SourceCommand::OfferCancel() {
+  StatusBoard& board = context_.board;
+  if (!fetching_ || board.CancelShown() || context_.state.CancelRequested()) return;
+  ownButton_ = true;
+  board.SetCancelEnabled(true);
+  board.SetCancelShown(true);
 }
 
 void SourceCommand::SetRunning(bool running) {

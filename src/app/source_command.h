@@ -26,7 +26,7 @@ struct SourceContext {
 };
 
 // "ソース": fetches the text of a page and shows it in a text window. Goes on beside a run, which
-// then keeps its cancel button; alone it offers the button itself. The cancel ends it in silence.
+// then has the cancel button; alone it offers the button itself. The cancel ends it in silence.
 class SourceCommand : public QObject {
   Q_OBJECT
 
@@ -42,9 +42,12 @@ class SourceCommand : public QObject {
 
  private:
   void SetRunning(bool running);
+  void OfferCancel();
 
   SourceContext context_;
   bool running_ = false;
+  bool fetching_ = false;
+  bool ownButton_ = false;
 };
 
 }  // namespace zentorin

@@ -5,6 +5,7 @@
 
 #include "app/file_list_commands.h"
 #include "app/url_list_commands.h"
+#include "base/wait.h"
 #include "tests/support/fake_workspace.h"
 #include "tests/support/loopback_server.h"
 
@@ -67,6 +68,9 @@ TEST_F(SourceCommandTest, EndsInSilenceWithTheCancelAndCanBeginAgain) {
   EXPECT_TRUE(workspace.board.CancelShown());
   QCoro::waitFor(source.Show("http://sample.test/fast"));
   EXPECT_TRUE(opened.isEmpty()) << "one page at a time";
+  QCoro::waitFor(workspace.driver.PowerActionCountdown());
+  QCoro::waitFor(YieldToEventLoop());
+  EXPECT_TRUE(workspace.board.CancelShown()) << "a run beside it took the button away";
   workspace.driver.CancelCommand();
   QCoro::waitFor(task);
   EXPECT_FALSE(source.IsRunning());
