@@ -63,8 +63,9 @@ bool ListLock::Acquire(const QString& listFile, const QString& programFolder) {
   Release();
   if (Lock(QFile::encodeName(listFile), O_RDONLY, listDescriptor_) == Locking::Busy) return false;
 
-  const QByteArray canonical = QFileInfo(listFile).canonicalFilePath().toUtf8();
-  const QByteArray key = QCryptographicHash::hash(canonical, QCryptographicHash::Sha1).toHex();
+  const QFileInfo info(listFile);
+  const QString name = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+  const QByteArray key = QCryptographicHash::hash(name.toUtf8(), QCryptographicHash::Sha1).toHex();
   nameFile_ = QFile::encodeName(programFolder) + "/." + key + ".lock";
   if (Lock(nameFile_, O_RDWR | O_CREAT, nameDescriptor_) == Locking::Busy) {
     Close(listDescriptor_);

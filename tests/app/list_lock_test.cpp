@@ -30,7 +30,10 @@ TEST(ListLock, KeepsASecondRunOffUnderEveryNameOfTheList) {
   second.Release();
 
   first.Release();
+  ASSERT_TRUE(first.Acquire(home.Path("gone.dat"), home.Path()));
+  EXPECT_TRUE(second.Acquire(home.Path("lost.dat"), home.Path())) << "gone is not lost";
   EXPECT_TRUE(second.Acquire(list, home.Path()));
+  first.Release();
   second.Release();
   EXPECT_EQ(QDir(home.Path()).entryList(QDir::Files | QDir::Hidden | QDir::System),
             QStringList({"link.dat", "list.dat", "other.dat"}))
