@@ -37,15 +37,7 @@ struct Bench {
   UrlList urlList;
   JobEditor job{urlList};
   FileList files;
-  CrawlContext context{.http = http,
-                       .state = state,
-                       .board = board,
-                       .messages = messages,
-                       .clock = clock,
-                       .clockOptions = clockOptions,
-                       .urlList = urlList,
-                       .job = job,
-                       .files = files};
+  CrawlContext context{http, state, board, messages, clock, clockOptions, urlList, job, files};
 };
 
 FetchedPage PageOfLinks(qint64 count, const QString& ending) {

@@ -86,15 +86,8 @@ class CrawlTest : public testing::Test {
   FileList files_;
   CurlHttpEngine engine_{state_, server_.ConnectTo()};
   MyXMLHttpRequest http_{engine_, state_};
-  CrawlContext context_{.http = http_,
-                        .state = state_,
-                        .board = board_,
-                        .messages = messages_,
-                        .clock = clock_,
-                        .clockOptions = clockOptions_,
-                        .urlList = urlList_,
-                        .job = job_,
-                        .files = files_};
+  CrawlContext context_{http_,         state_,   board_, messages_, clock_,
+                        clockOptions_, urlList_, job_,   files_};
   bool failed_ = false;
 };
 

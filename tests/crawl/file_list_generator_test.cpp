@@ -216,15 +216,8 @@ TEST_F(Generator, SurvivesALongChainOfPages) {
     return "<a href=\"/" + next + "\"><a href=\"f" + next + ".mp3\">";
   });
   MyXMLHttpRequest http(engine, state_);
-  CrawlContext context{.http = http,
-                       .state = state_,
-                       .board = board_,
-                       .messages = messages_,
-                       .clock = clock_,
-                       .clockOptions = clockOptions_,
-                       .urlList = urlList_,
-                       .job = job_,
-                       .files = files_};
+  CrawlContext context{http,          state_,   board_, messages_, clock_,
+                       clockOptions_, urlList_, job_,   files_};
   FileListGenerator generator(context);
   QCoro::waitFor(generator.Generate(false));
   EXPECT_EQ(files_.Count(), kPages);

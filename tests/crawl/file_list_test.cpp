@@ -7,6 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include "crawl/file_list_search.h"
+#include "crawl/file_list_sorter.h"
+#include "crawl/row_address.h"
+
 namespace zentorin {
 namespace {
 
@@ -37,14 +41,15 @@ class FileListTest : public testing::Test {
                      });
   }
 
+  // From the notation of Print().
   void Fill(const QString& notation) {
-    for (const QString& name : notation.split(u' ')) {
-      list_.Append(Named(name.startsWith(u'>') ? name.mid(1) : name), name.startsWith(u'>'));
+    list_.ClearFileList();
+    for (QString name : notation.split(u' ')) {
+      const bool current = name.startsWith(u'>');
+      const bool selected = name.endsWith(u'*');
+      list_.Append(Named(name.remove(u'>').remove(u'*')), current);
+      list_.SetSelected(list_.Count() - 1, selected);
     }
-    list_.DeselectAll();
-  }
-  void Select(const QList<int>& rows) {
-    for (const int row : rows) list_.SetSelected(row, true);
   }
 
   FileList list_;
@@ -76,17 +81,14 @@ TEST_F(FileListTest, AnnouncesABurstOfRowsInAFewBatches) {
 }
 
 TEST_F(FileListTest, RemovesWhatIsSelectedAndKeepsTheCurrentRowInPlace) {
-  using Case = std::tuple<const char*, QList<int>, const char*>;
-  for (const auto& [before, selected, after] :
-       {Case("a b >c d", {0, 3}, "b >c"), Case("a >b c d", {1, 2}, "a >d"),
-        Case("a b >c", {2}, "a >b"), Case("a >b", {0, 1}, ""), Case("a b", {0}, "b"),
-        Case("a >b", {}, "a >b")}) {
+  using Case = std::pair<const char*, const char*>;
+  for (const auto& [before, after] :
+       {Case("a* b >c d*", "b >c"), Case("a >b* c* d", "a >d"), Case("a b >c*", "a >b"),
+        Case("a* >b*", ""), Case("a* b", "b"), Case("a >b", "a >b")}) {
     Fill(before);
-    Select(selected);
     list_.RemoveSelected();
     EXPECT_EQ(Print(list_), after) << before;
     EXPECT_EQ(list_.SelectedCount(), 0);
-    list_.ClearFileList();
   }
 }
 
@@ -100,8 +102,7 @@ TEST_F(FileListTest, RemovesEveryOtherOfManyRows) {
 }
 
 TEST_F(FileListTest, ReorderingKeepsSelectionCurrentRowAndIndexesOnTheirRows) {
-  Fill("a b >c d");
-  Select({0, 3});
+  Fill("a* b >c d*");
   list_.Flush();
   const QPersistentModelIndex b = list_.index(1, FileListRow::Link);
   list_.Reorder({3, 2, 1, 0});
@@ -139,6 +140,64 @@ TEST_F(FileListTest, ShowsHostileTextHarmlessly) {
   list_.Flush();
   EXPECT_FALSE(list_.index(0, FileListRow::Link).data().toString().contains(QChar(0x202e)));
   EXPECT_TRUE(list_.Row(0)[FileListRow::Link].contains(QChar(0x202e)));
+}
+
+TEST_F(FileListTest, FindingComparesWithoutWidthAndCaseButKeepsTheKanaApart) {
+  using Case = std::tuple<const char*, const char*, bool>;
+  for (const auto& [row, text, found] :
+       {Case("xABCx", "abc", true), Case("ＡＢＣ", "abc", true), Case("abc", "Ｂ", true),
+        Case("ｶﾞｲﾄﾞ", "ガイド", true), Case("ガイド", "がいど", false), Case("ab", "abc", false),
+        Case("x.mp3", "\t", true), Case("a", "", false)}) {
+    Fill(row);
+    EXPECT_EQ(FindInList(list_, text, 0), found ? 0 : -1) << text;
+    EXPECT_EQ(FindInList(list_, text, 1), -1);
+  }
+}
+
+TEST_F(FileListTest, FindingGoesOnBehindTheCurrentRowAndWrapsAround) {
+  Fill("a1 b* A2 b2");
+  for (const char* expected : {">a1* b A2 b2", "a1 b >A2* b2", ">a1* b A2 b2"}) {
+    FindNext(list_, "a");
+    EXPECT_EQ(Print(list_), expected);
+  }
+  FindNext(list_, "z");
+  EXPECT_EQ(Print(list_), ">a1 b A2 b2");
+  FindAll(list_, "b");
+  EXPECT_EQ(Print(list_), "a1 b* A2 >b2*");
+  EXPECT_EQ(list_.SelectedCount(), 2);
+  FindAll(list_, "z");
+  EXPECT_EQ(list_.SelectedCount(), 0);
+}
+
+TEST_F(FileListTest, SortingTurnsItsDirectionAtEveryClickWhateverTheColumn) {
+  const char* const rows[] = {"\t\t    20\tb\tx", "\t\t     3\ta\tx", "\t\t     3\tc\ty"};
+  for (const char* row : rows) list_.Append(FileListRow::FromText(row));
+  list_.SetSelected(1, true);
+  list_.SetCurrentRow(2);
+  FileListSorter sorter;
+  using Click = std::tuple<FileListRow::Column, const char*, const char*>;
+  for (const auto& [column, order, tag] :
+       {Click(FileListRow::Size, "a* >c b", "1"), Click(FileListRow::Size, "b >c a*", "0"),
+        Click(FileListRow::BaseDir, "a* b >c", "1"), Click(FileListRow::Link, ">c b a*", "0")}) {
+    sorter.Sort(list_, column);
+    EXPECT_EQ(Print(list_), order);
+    EXPECT_EQ(sorter.Tag(), tag);
+  }
+  EXPECT_EQ(list_.Row(0).ToText(), rows[2]) << "the columns stay in their order";
+}
+
+TEST(RowAddress, TakesALinkWithItsOwnSchemeAsItIsOnlyForThePlayer) {
+  using Case = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [link, file, played] :
+       {Case("a.mp3", "http://h/d/a.mp3", "http://h/d/a.mp3"),
+        Case("/a.mp3", "http://h/a.mp3", "http://h/a.mp3"),
+        Case("http://o/a b.mp3 ", "http://o/a b.mp3", "http://o/a b.mp3"),
+        Case("mms://o/a", "http://h/d/mms://o/a", "mms://o/a")}) {
+    FileListRow row = Named(link);
+    row.Set(FileListRow::BaseDir, "http://h/d");
+    EXPECT_EQ(FileAddressOf(row), file);
+    EXPECT_EQ(PlayAddressOf(row), played);
+  }
 }
 
 }  // namespace

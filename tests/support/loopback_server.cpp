@@ -73,12 +73,6 @@ Answer Answer::Ends(Ending how, qint64 after) const {
   return answer;
 }
 
-Answer Answer::After(std::chrono::milliseconds time) const {
-  Answer answer = *this;
-  answer.delay = time;
-  return answer;
-}
-
 QByteArray ReceivedRequest::Header(const QByteArray& name) const {
   return FindHeader(headers, name);
 }
@@ -89,22 +83,18 @@ class LoopbackConnection : public QObject {
   Q_OBJECT
 
  public:
-  LoopbackConnection(LoopbackServer& server, QTcpSocket* socket, int number)
-      : QObject(&server), server_(server), socket_(socket), number_(number) {
+  LoopbackConnection(LoopbackServer& server, QTcpSocket* socket)
+      : QObject(&server), server_(server), socket_(socket) {
     socket_->setParent(this);
     // Else a body waits 40 ms for the acknowledgement of its head.
     socket_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     timer_.setSingleShot(true);
-    connect(&timer_, &QTimer::timeout, this, [this] { started_ ? Pump() : Start(); });
+    connect(&timer_, &QTimer::timeout, this, &LoopbackConnection::Pump);
     connect(socket_, &QTcpSocket::readyRead, this, &LoopbackConnection::Read);
     connect(socket_, &QTcpSocket::bytesWritten, this, [this] {
-      if (busy_ && started_ && !timer_.isActive()) Pump();
+      if (busy_ && !timer_.isActive()) Pump();
     });
-    connect(socket_, &QTcpSocket::disconnected, this, [this] {
-      --server_.open_;
-      Q_EMIT server_.ConnectionClosed();
-      deleteLater();
-    });
+    connect(socket_, &QTcpSocket::disconnected, this, &QObject::deleteLater);
   }
 
  private:
@@ -119,20 +109,12 @@ class LoopbackConnection : public QObject {
     if (end < 0) return;
     ReceivedRequest request = ParseHead(received_.left(end));
     received_.remove(0, end + 4);
-    request.connection = number_;
     busy_ = true;
-    started_ = false;
     answer_ = server_.AnswerTo(request);
-    if (answer_.ending == Answer::Ending::Silent) return;
-    if (answer_.delay.count() > 0) {
-      timer_.start(answer_.delay);
-    } else {
-      Start();
-    }
+    if (answer_.ending != Answer::Ending::Silent) Start();
   }
 
   void Start() {
-    started_ = true;
     sent_ = 0;
     if (!answer_.raw.isEmpty()) {
       socket_->write(answer_.raw);
@@ -164,6 +146,7 @@ class LoopbackConnection : public QObject {
 
   // Sends as much of the body as the socket should hold, or the next piece.
   void Pump() {
+    if (answer_.ending == Answer::Ending::Silent) return;
     const bool endsEarly =
         answer_.ending == Answer::Ending::CutOff || answer_.ending == Answer::Ending::Stall;
     const qint64 last = endsEarly ? std::min(answer_.endAfter, BodyBytes()) : BodyBytes();
@@ -194,12 +177,10 @@ class LoopbackConnection : public QObject {
 
   LoopbackServer& server_;
   QTcpSocket* socket_;
-  int number_;
   QTimer timer_;
   QByteArray received_;
   Answer answer_;
   bool busy_ = false;
-  bool started_ = false;
   qint64 sent_ = 0;
 };
 
@@ -211,11 +192,8 @@ LoopbackServer::LoopbackServer() {
 
 LoopbackServer::~LoopbackServer() {
   server_.close();
-  // They report their end to this object: gone before its members are.
-  for (LoopbackConnection* connection : findChildren<LoopbackConnection*>()) {
-    connection->blockSignals(true);
-    delete connection;
-  }
+  // They count into this object: gone before its members are.
+  qDeleteAll(findChildren<LoopbackConnection*>());
 }
 
 void LoopbackServer::Route(const QString& target, const Answer& answer) {
@@ -227,11 +205,11 @@ void LoopbackServer::RouteTo(const QString& target, const Handler& handler) {
 }
 
 QString LoopbackServer::ConnectTo() const {
-  return QStringLiteral("::127.0.0.1:%1").arg(Port());
+  return QStringLiteral("::127.0.0.1:%1").arg(server_.serverPort());
 }
 
 QString LoopbackServer::Url(const QString& target) const {
-  return QStringLiteral("http://127.0.0.1:%1%2").arg(Port()).arg(target);
+  return QStringLiteral("http://127.0.0.1:%1%2").arg(server_.serverPort()).arg(target);
 }
 
 QByteArray LoopbackServer::GeneratedBytes(qint64 from, qsizetype count) {
@@ -252,8 +230,7 @@ QByteArray LoopbackServer::GeneratedBytes(qint64 from, qsizetype count) {
 void LoopbackServer::Accept() {
   while (QTcpSocket* socket = server_.nextPendingConnection()) {
     ++connections_;
-    ++open_;
-    new LoopbackConnection(*this, socket, connections_);
+    new LoopbackConnection(*this, socket);
   }
 }
 
