@@ -1,33 +1,38 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QByteArray>
-#include <QString>
-
 #include "launch/xdg_folders.h"
 #include "tests/support/temp_dir.h"
 
 namespace zentorin::test {
 
 // A desktop's folders in a temporary place: config/, config-system/, data/, data-system/ and bin/.
-class XdgTree {
+class XdgTree : public TempDir {
  public:
-  XdgFolders Folders() const;
-  QString Path(const QString& name) const { return dir_.Path(name); }
-  QString Write(const QString& name, const QByteArray& bytes) const {
-    return dir_.Write(name, bytes);
+  XdgFolders Folders() const {
+    XdgFolders folders;
+    folders.config = {Path("config"), Path("config-system")};
+    folders.data = {Path("data"), Path("data-system")};
+    folders.desktops = {"gnome"};
+    folders.commands = {Path("bin")};
+    return folders;
   }
-  QByteArray Read(const QString& name) const { return dir_.Read(name); }
-
   // A shell script in bin/; answers its path.
-  QString AddCommand(const QString& name, const QByteArray& script = "exit 0") const;
+  QString AddCommand(const QString& name, const QByteArray& script = "exit 0") const {
+    const QString path = Write("bin/" + name, "#!/bin/sh\n" + script + "\n");
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return path;
+  }
   // A command and the entry in data-system/ that starts it with `codes`; `lines` are further lines
   // of the entry.
   void AddProgram(const QString& name, const QByteArray& codes = "%f",
-                  const QByteArray& lines = {}) const;
-
- private:
-  TempDir dir_;
+                  const QByteArray& lines = {}) const {
+    AddCommand(name);
+    const QByteArray word = name.toUtf8();
+    Write("data-system/applications/" + name + ".desktop",
+          "[Desktop Entry]\nType=Application\nName=" + word + "\nExec=" + word + ' ' + codes +
+              '\n' + lines + '\n');
+  }
 };
 
 }  // namespace zentorin::test

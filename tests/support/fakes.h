@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QStringList>
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "base/clock.h"
@@ -17,10 +18,22 @@ namespace zentorin::test {
 // Keeps every box and answers from a queue, then with each box's default answer.
 class RecordingMessageBoxes : public MessageBoxes {
  public:
-  QCoro::Task<MessageBox::Answer> Ask(MessageBox box) override;
+  QCoro::Task<MessageBox::Answer> Ask(MessageBox box) override {
+    MessageBox::Answer answer = box.defaultAnswer;
+    boxes.push_back(std::move(box));
+    if (!answers.empty()) {
+      answer = answers.front();
+      answers.erase(answers.begin());
+    }
+    co_return answer;
+  }
 
   // "title|text" of each box in order, line breaks as in the box.
-  QStringList Texts() const;
+  QStringList Texts() const {
+    QStringList texts;
+    for (const MessageBox& box : boxes) texts.append(box.title + u'|' + box.text);
+    return texts;
+  }
 
   std::vector<MessageBox> boxes;
   std::vector<MessageBox::Answer> answers;  // taken from the front
@@ -30,13 +43,18 @@ class RecordingMessageBoxes : public MessageBoxes {
 // "play:target" and "with:application:target".
 class RecordingOpener : public Opener {
  public:
-  void OpenWithDefaultHandler(const QString& target) override;
-  void OpenFolder(const QString& path) override;
-  void ShowText(const QString& text, const QString& title) override;
-  void PlayOrView(const QString& target) override;
-  void OpenWith(const QString& applicationName, const QString& target) override;
+  void OpenWithDefaultHandler(const QString& target) override { Keep({"default", target}); }
+  void OpenFolder(const QString& path) override { Keep({"folder", path}); }
+  void ShowText(const QString& text, const QString& title) override { Keep({"text", title, text}); }
+  void PlayOrView(const QString& target) override { Keep({"play", target}); }
+  void OpenWith(const QString& applicationName, const QString& target) override {
+    Keep({"with", applicationName, target});
+  }
 
   QStringList opened;
+
+ private:
+  void Keep(const QStringList& parts) { opened.append(parts.join(u':')); }
 };
 
 // Keeps the streams it was asked for, as "url -> path", and answers `result`. `during` runs in the
@@ -44,8 +62,11 @@ class RecordingOpener : public Opener {
 class FakeStreamCapture : public StreamCapture {
  public:
   void FindTool() override { ++lookUps; }
-  QCoro::Task<int> Capture(const DownloadContext& context, QString url, QString path) override;
-
+  QCoro::Task<int> Capture(const DownloadContext& /*context*/, QString url, QString path) override {
+    captured.append(url + " -> " + path);
+    if (during) during(path);
+    co_return result;
+  }
   bool ConvertsSound(const DownloadContext& /*context*/) override { return converts; }
 
   int result = 0;
@@ -58,12 +79,28 @@ class FakeStreamCapture : public StreamCapture {
 // Keeps the actions and answers `refusal` to each; counts the holds that live.
 class RecordingPowerControl : public PowerControl {
  public:
-  QCoro::Task<PowerOutcome> Perform(QString action) override;
-  std::unique_ptr<SleepHold> KeepAwake() override;
+  QCoro::Task<PowerOutcome> Perform(QString action) override {
+    performed.append(action);
+    PowerOutcome outcome;
+    outcome.done = refusal.isEmpty();
+    outcome.text = refusal;
+    co_return outcome;
+  }
+  std::unique_ptr<SleepHold> KeepAwake() override { return std::make_unique<Hold>(holds); }
 
   QString refusal;
   QStringList performed;
   int holds = 0;
+
+ private:
+  class Hold : public SleepHold {
+   public:
+    explicit Hold(int& count) : count_(count) { ++count_; }
+    ~Hold() override { --count_; }
+
+   private:
+    int& count_;
+  };
 };
 
 // Stands still at `now` until a test moves it.

@@ -3,6 +3,7 @@
 
 #include <QStringList>
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "launch/program_starter.h"
@@ -14,9 +15,20 @@ namespace zentorin::test {
 // folder|mode" or "folder:path", and answers as it is told to.
 class RecordingStarter : public ProgramStarter {
  public:
-  void Start(const ProgramRequest& request, std::function<void(ProgramStart)> done) override;
-  bool ShellOpen(const ShellOpenRequest& request) override;
-  void ShowFolder(const QString& path, std::function<void(bool)> done) override;
+  void Start(const ProgramRequest& request, std::function<void(ProgramStart)> done) override {
+    requests.append("start:" + (QStringList{request.program} + request.arguments).join(u'|'));
+    Answer([done = std::move(done), answer = outcome] { done(answer); });
+  }
+  bool ShellOpen(const ShellOpenRequest& request) override {
+    const QStringList parts{request.verb, request.target, request.parameters, request.workingFolder,
+                            QString::number(request.showMode)};
+    requests.append("open:" + parts.join(u'|'));
+    return hasShellOpener;
+  }
+  void ShowFolder(const QString& path, std::function<void(bool)> done) override {
+    requests.append("folder:" + path);
+    Answer([done = std::move(done), answer = hasFileManager] { done(answer); });
+  }
 
   QStringList requests;
   ProgramStart outcome = ProgramStart::Running;
@@ -24,12 +36,21 @@ class RecordingStarter : public ProgramStarter {
   bool hasFileManager = true;
   bool holdAnswers = false;
   std::vector<std::function<void()>> held;  // the answers, while `holdAnswers` is set
+
+ private:
+  void Answer(std::function<void()> answer) {
+    if (!holdAnswers) return answer();
+    held.push_back(std::move(answer));
+  }
 };
 
 // Keeps each text as "title|text".
 class RecordingTextWindows : public TextWindows {
  public:
-  bool Show(const QString& text, const QString& title) override;
+  bool Show(const QString& text, const QString& title) override {
+    shown.append(title + u'|' + text);
+    return result;
+  }
 
   QStringList shown;
   bool result = true;
