@@ -21,33 +21,30 @@ QString Repeated(const char* text, int times) {
 }
 
 TEST(FileNames, CleansNamesFromPages) {
-  const std::vector<Case> cases = {
-      {"a b.mp3", "a b.mp3"},
-      {"%E6%97%A5%e6%9c%ac.mp3", "日本.mp3"},
-      {"%93%fa.mp3", "%93%fa.mp3"},  // no UTF-8
-      {"100%.mp3%4", "100%.mp3%4"},
-      {"%252e%252e", "%2e%2e"},  // decoded once only
-      {"%2e%2e%2fetc%5Cx%00", ".._etc_x_"},
-      {"a/b\\c", "a_b_c"},
-      {"a\u202Egpm.\u0085\n", "a_gpm.__"},
-      {QString(QChar(0xD83D)) + "%41", "_A"},
-      {"..", "_"},
-      {" . . ", "_"},
-      {QString(), "_"},
-      {" .hidden. ", ".hidden"},
-      {"c:x", "c_x"},
-      {"CON", "_CON"},
-      {"nul .tar.gz", "_nul .tar.gz"},
-      {"Com9.txt", "_Com9.txt"},
-      {"COM0", "COM0"},
-      {"console", "console"},
-      {"NUL" + Repeated(" ", 300) + QLatin1Char('x'), "_NUL"},
-      {Repeated("a", 300) + ".mp3", Repeated("a", 251) + ".mp3"},
-      {Repeated("日", 100) + ".mp3", Repeated("日", 83) + ".mp3"},
-      {Repeated("😀", 100), Repeated("😀", 63)},
-      {"a." + Repeated("x", 300), "a." + Repeated("x", 253)},
-  };
-  for (const auto& [name, clean] : cases)
+  for (const auto& [name, clean] : {Case("a b.mp3", "a b.mp3"),
+                                    Case("%E6%97%A5%e6%9c%ac.mp3", "日本.mp3"),
+                                    Case("%93%fa.mp3", "%93%fa.mp3"),
+                                    Case("100%.mp3%4", "100%.mp3%4"),
+                                    Case("%252e%252e", "%2e%2e"),
+                                    Case("%2e%2e%2fetc%5Cx%00", ".._etc_x_"),
+                                    Case("a/b\\c", "a_b_c"),
+                                    Case("a\u202Egpm.\u0085\n", "a_gpm.__"),
+                                    Case(QString(QChar(0xD83D)) + "%41", "_A"),
+                                    Case("..", "_"),
+                                    Case(" . . ", "_"),
+                                    Case(QString(), "_"),
+                                    Case(" .hidden. ", ".hidden"),
+                                    Case("c:x", "c_x"),
+                                    Case("CON", "_CON"),
+                                    Case("nul .tar.gz", "_nul .tar.gz"),
+                                    Case("Com9.txt", "_Com9.txt"),
+                                    Case("COM0", "COM0"),
+                                    Case("console", "console"),
+                                    Case("NUL" + Repeated(" ", 300) + QLatin1Char('x'), "_NUL"),
+                                    Case(Repeated("a", 300) + ".mp3", Repeated("a", 251) + ".mp3"),
+                                    Case(Repeated("日", 100) + ".mp3", Repeated("日", 83) + ".mp3"),
+                                    Case(Repeated("😀", 100), Repeated("😀", 63)),
+                                    Case("a." + Repeated("x", 300), "a." + Repeated("x", 253))})
     EXPECT_EQ(CleanFileName(name), clean) << name.toStdString();
 }
 
@@ -91,27 +88,13 @@ TEST(FileNames, ALinkThatLeadsOutOrDanglesDoesNotStayInside) {
   link("nowhere", "save/dangling");
   link("loop", "save/loop");
   link("save", "alias");
-  using Place = std::tuple<const char*, bool>;
-  const std::vector<Place> places = {
-      {"", true},
-      {"/sub/a", true},
-      {"/new/deep/er", true},
-      {"/in/b", true},
-      {"/file", true},
-      {"/out/a", false},
-      {"/out", false},
-      {"/dangling", false},
-      {"/loop/a", false},
-      {"/dangling/a", false},
-      {"/../saved/a", false},
-      {"d/a", false},
-      {"/new/../../saved", false},
-      {"/sub/a/b", false},
-  };
   for (const char* folder : {"save", "alias"}) {
     const QString root = dir.Path(folder);
-    for (const auto& [place, inside] : places)
-      EXPECT_EQ(StaysInside(root, root + place), inside) << folder << place;
+    for (const char* inside : {"", "/sub/a", "/new/deep/er", "/in/b", "/file"})
+      EXPECT_TRUE(StaysInside(root, root + inside)) << folder << inside;
+    for (const char* outside : {"/out/a", "/out", "/dangling", "/loop/a", "/dangling/a",
+                                "/../saved/a", "d/a", "/new/../../saved", "/sub/a/b"})
+      EXPECT_FALSE(StaysInside(root, root + outside)) << folder << outside;
   }
   EXPECT_TRUE(StaysInside("/", dir.Path()));
   EXPECT_TRUE(StaysInside(dir.Path("none"), dir.Path("none/a")));

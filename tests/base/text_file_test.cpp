@@ -5,8 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <csignal>
-#include <tuple>
-#include <vector>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -43,24 +42,27 @@ void ExpectFailure(const FileOutcome& outcome, RunTimeError error, const QString
   EXPECT_TRUE(outcome.message.contains(EscapeForDisplay(path))) << outcome.message.toStdString();
 }
 
-TEST(TextFile, RefusesWhatCannotBeReadAndLeavesTheBytesAlone) {
+TEST(TextFile, RefusesWhatCannotBeReadOrWrittenAndLeavesItAlone) {
   const test::TempDir dir;
   const QString fifo = dir.Path("pipe");
+  const QString dangling = dir.Path("dangling");
+  const QString loop = dir.Path("loop");
   ASSERT_EQ(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+  ASSERT_TRUE(QFile::link("nowhere/a.txt", dangling) && QFile::link("loop", loop));
   const QString file = dir.Write("a.txt", "12345");
-  using Case = std::tuple<QString, RunTimeError>;
-  const std::vector<Case> cases = {
-      {dir.Path("none"), RunTimeError::PathMissing},
-      {file + "/below", RunTimeError::PathMissing},
-      {dir.Path(), RunTimeError::PathAccess},
-      {fifo, RunTimeError::PathAccess},
-      {"/dev/zero", RunTimeError::PathAccess},
-      {dir.Path(QString(300, QLatin1Char('a'))), RunTimeError::BadFileName},
-      {file + QChar(QChar::Null), RunTimeError::BadFileName},
-      {file, RunTimeError::Other},  // longer than allowed
-  };
   QByteArray bytes("before");
-  for (const auto& [path, error] : cases) ExpectFailure(ReadWholeFile(path, 4, bytes), error, path);
+  using Case = std::pair<QString, RunTimeError>;
+  for (const auto& [path, error] :
+       {Case(dir.Path("none/a.txt"), RunTimeError::PathMissing),
+        Case(file + "/below", RunTimeError::PathMissing), Case(dangling, RunTimeError::PathMissing),
+        Case(dir.Path(), RunTimeError::PathAccess), Case(fifo, RunTimeError::PathAccess),
+        Case(loop, RunTimeError::PathAccess), Case("/dev/zero", RunTimeError::PathAccess),
+        Case(dir.Path(QString(300, u'a')), RunTimeError::BadFileName),
+        Case(file + QChar(QChar::Null), RunTimeError::BadFileName)}) {
+    ExpectFailure(ReadWholeFile(path, 4, bytes), error, path);
+    ExpectFailure(WriteWholeFile(path, "new"), error, path);
+  }
+  ExpectFailure(ReadWholeFile(file, 4, bytes), RunTimeError::Other, file);
   EXPECT_EQ(bytes, "before");
   EXPECT_TRUE(ReadWholeFile(file, 5, bytes).Ok());
   EXPECT_EQ(bytes, "12345");
@@ -78,25 +80,6 @@ TEST(TextFile, ReplacesTheFileThatALinkLeadsTo) {
   const FileOutcome dangling = WriteWholeFile(link, "again");
   EXPECT_TRUE(dangling.Ok()) << dangling.message.toStdString();
   EXPECT_EQ(dir.Read("real/a.txt"), "again");
-}
-
-TEST(TextFile, RefusesPlacesThatCannotBeWritten) {
-  const test::TempDir dir;
-  const QString file = dir.Write("a.txt", "old");
-  const QString dangling = dir.Path("dangling");
-  const QString loop = dir.Path("loop");
-  ASSERT_TRUE(QFile::link("nowhere/a.txt", dangling));
-  ASSERT_TRUE(QFile::link("loop", loop));
-  using Case = std::tuple<QString, RunTimeError>;
-  for (const auto& [path, error] :
-       {Case(dir.Path(), RunTimeError::PathAccess), Case("/dev/null", RunTimeError::PathAccess),
-        Case(dir.Path("none/a.txt"), RunTimeError::PathMissing),
-        Case(file + "/below", RunTimeError::PathMissing), Case(dangling, RunTimeError::PathMissing),
-        Case(loop, RunTimeError::PathAccess),
-        Case(dir.Path(QString(300, QLatin1Char('a'))), RunTimeError::BadFileName),
-        Case(file + QChar(QChar::Null), RunTimeError::BadFileName)})
-    ExpectFailure(WriteWholeFile(path, "new"), error, path);
-  EXPECT_EQ(dir.Read("a.txt"), "old");
 }
 
 TEST(TextFile, AWriteThatFailsMidwayKeepsTheOldFileAndLeavesNoOther) {

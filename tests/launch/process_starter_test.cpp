@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "launch/process_starter.h"
 
-#include <QEventLoop>
+#include <QDeadlineTimer>
 #include <QFile>
-#include <QProcess>
-#include <QTimer>
 #include <csignal>
 #include <optional>
 
+#include <QCoro/QCoroTimer>
 #include <gtest/gtest.h>
 
 #include "base/drives.h"
@@ -28,17 +27,9 @@ constexpr ProcessStarter::Times kTimes{
 // Runs the event loop until `done` holds; false when that takes half a minute.
 template <typename Condition>
 bool RunUntil(Condition done) {
-  QEventLoop loop;
-  QTimer poll;
-  QTimer limit;
-  QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-    if (done()) loop.exit(1);
-  });
-  limit.setSingleShot(true);
-  QObject::connect(&limit, &QTimer::timeout, &loop, [&] { loop.exit(0); });
-  poll.start(2);
-  limit.start(30000);
-  return loop.exec() == 1;
+  const QDeadlineTimer limit(30'000);
+  while (!done() && !limit.hasExpired()) QCoro::waitFor(QCoro::sleepFor(milliseconds(2)));
+  return done();
 }
 
 class ProcessStarterTest : public testing::Test {

@@ -12,33 +12,28 @@
 namespace zentorin {
 namespace {
 
-using Table = std::vector<std::tuple<const char*, const char*, const char*>>;
+using Pair = std::pair<const char*, const char*>;
+using Case = std::tuple<const char*, const char*, const char*>;
 
-TEST(ApiWeb, TheDirectoryOfAnAddress) {
-  using Case = std::tuple<const char*, const char*, const char*>;
-  for (const auto& [first, second, expected] :
-       {Case("http://host/a/b.html?x=1", "", "http://host/a"),
-        Case("http://host/a/", "", "http://host/a"), Case("http://host", "", "http://host"),
-        Case("http://h.test", "", "http://h.test"), Case("http://h.test/", "", "http://h.test"),
-        Case("http://host/a/rel.2/page", "", "http://host/a/rel.2/page"),
-        Case("http://host/a.html?u=/x.y?z", "", "http://host/a.html?u="), Case("file.html", "", ""),
-        Case("folder", "", "folder"), Case("a/b/c.mp3", "", "a/b"), Case("", "", ""),
-        Case("http://", "", "http:/")}) {
-    EXPECT_EQ(API_Web::DirectoryOf(first), expected) << first;
+TEST(ApiWeb, TheDirectoryOfAnAddressAndItsSiteRoot) {
+  for (const auto& [address, directory] :
+       {Pair("http://host/a/b.html?x=1", "http://host/a"), Pair("http://host/a/", "http://host/a"),
+        Pair("http://host", "http://host"), Pair("http://h.test", "http://h.test"),
+        Pair("http://h.test/", "http://h.test"),
+        Pair("http://host/a/rel.2/page", "http://host/a/rel.2/page"),
+        Pair("http://host/a.html?u=/x.y?z", "http://host/a.html?u="), Pair("file.html", ""),
+        Pair("folder", "folder"), Pair("a/b/c.mp3", "a/b"), Pair("", ""),
+        Pair("http://", "http:/")}) {
+    EXPECT_EQ(API_Web::DirectoryOf(address), directory) << address;
   }
-}
-
-TEST(ApiWeb, TheSiteRoot) {
-  using Case = std::tuple<const char*, const char*, const char*>;
-  for (const auto& [first, second, expected] :
-       {Case("http://host/a/b", "", "http://host"), Case("https://host:81", "", "https://host:81"),
-        Case("host/a", "", ""), Case("http:///a", "", "http://")}) {
-    EXPECT_EQ(API_Web::SiteRootOf(first), expected) << first;
+  for (const auto& [address, root] :
+       {Pair("http://host/a/b", "http://host"), Pair("https://host:81", "https://host:81"),
+        Pair("host/a", ""), Pair("http:///a", "http://")}) {
+    EXPECT_EQ(API_Web::SiteRootOf(address), root) << address;
   }
 }
 
 TEST(ApiWeb, ALinkBecomesAnAbsoluteAddress) {
-  using Case = std::tuple<const char*, const char*, const char*>;
   for (const auto& [first, second, expected] :
        {Case("http://host/d", "http://other/x", "http://other/x"),
         Case("http://host/d", "https://other/a/../b/./c", "https://other/b/c"),
@@ -61,7 +56,6 @@ TEST(ApiWeb, ALinkBecomesAnAbsoluteAddress) {
 }
 
 TEST(ApiWeb, ALocalPathIsJoinedToItsFolder) {
-  using Case = std::tuple<const char*, const char*, const char*>;
   for (const auto& [first, second, expected] :
        {Case("C:\\save", "sub\\a.mp3", "C:\\save\\sub\\a.mp3"),
         Case("C:\\save\\", "\\a.mp3", "C:\\save\\a.mp3"),
@@ -76,17 +70,14 @@ TEST(ApiWeb, ALocalPathIsJoinedToItsFolder) {
 }
 
 TEST(ApiWeb, ThePathBelowARootOrItsAlternative) {
-  const auto under = [](const char* full, const char* root, const char* alternative) {
-    return API_Web::PathUnder(full, root, alternative);
-  };
-  EXPECT_EQ(under("http://h/a/b/c.mp3", "http://h/a/index.html", "http://x/"), u"/b");
-  EXPECT_EQ(under("http://h/a/b/c.mp3", "http://x/y/", "http://h/"), u"/a/b");
-  EXPECT_EQ(under("http://h/a/c.mp3", "http://h/A/", "http://x/"), u"");
-  EXPECT_EQ(under("http://h/abc/c.mp3", "http://h/a/", ""), u"bc") << "text, not components";
+  EXPECT_EQ(API_Web::PathUnder("http://h/a/b/c.mp3", "http://h/a/index.html", "http://x/"), u"/b");
+  EXPECT_EQ(API_Web::PathUnder("http://h/a/b/c.mp3", "http://x/y/", "http://h/"), u"/a/b");
+  EXPECT_EQ(API_Web::PathUnder("http://h/a/c.mp3", "http://h/A/", "http://x/"), u"");
+  EXPECT_EQ(API_Web::PathUnder("http://h/abc/c.mp3", "http://h/a/", ""), u"bc")
+      << "text, not components";
 }
 
 TEST(ApiWeb, QuotesAreStrippedUnlessADoubleQuoteStandsBetweenThem) {
-  using Case = std::tuple<const char*, const char*, const char*>;
   for (const auto& [first, second, expected] :
        {Case(" \"a\" ", "a", "a"), Case("\"a\"b\"", "\"a\"b\"", "\"a\"b\""),
         Case("'a'b'", "a'b", "a'b"), Case("'a\"b'", "'a\"b'", "'a\"b'"), Case("''a''", "'a'", "a"),
@@ -99,7 +90,6 @@ TEST(ApiWeb, QuotesAreStrippedUnlessADoubleQuoteStandsBetweenThem) {
 }
 
 TEST(ApiWeb, TheFirstMatch) {
-  using Case = std::tuple<const char*, const char*, const char*>;
   for (const auto& [first, second, expected] :
        {Case("abc", "", "abc"), Case("xAb1", "ab", "Ab"), Case("xAb1", "a(b)(1)", "b"),
         Case("abc", "z", ""), Case("abc", "(", ""), Case("a\nb", "^b$", "b"),

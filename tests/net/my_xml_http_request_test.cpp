@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "net/my_xml_http_request.h"
 
-#include <array>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -34,15 +34,11 @@ class PageFetchTest : public testing::Test {
 };
 
 TEST(PageAddress, HostAndPathAreSplitAsText) {
-  const QList<std::array<const char*, 3>> rows = {
-      {"http://x.test/a/b?c", "x.test", "/a/b?c"},
-      {"http://x.test", "x.test", "/"},
-      {"http://x.test:81/", "x.test:81", "/"},
-      {"x.test/a", "", ""},
-      {"a://b://c/d", "b:", "//c/d"},
-      {"http://", "", "/"},
-  };
-  for (const auto& [text, host, path] : rows) {
+  using Case = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [text, host, path] :
+       {Case("http://x.test/a/b?c", "x.test", "/a/b?c"), Case("http://x.test", "x.test", "/"),
+        Case("http://x.test:81/", "x.test:81", "/"), Case("x.test/a", "", ""),
+        Case("a://b://c/d", "b:", "//c/d"), Case("http://", "", "/")}) {
     EXPECT_EQ(HostOf(text), host) << text;
     EXPECT_EQ(PathOf(text), path) << text;
   }
@@ -51,26 +47,19 @@ TEST(PageAddress, HostAndPathAreSplitAsText) {
 TEST_F(PageFetchTest, HeaderThenMarkThenDeclarationThenJudgeNameTheCharset) {
   const QByteArray meta = "<meta http-equiv=x content='text/html; charset=";
   const QByteArray html = "text/html";
-  const QString text = "日本";
-  struct Row {
-    QByteArray type;
-    QByteArray body;
-  };
-  const QList<Row> rows = {
-      {"text/html; Charset=\"Shift_JIS\"", meta + "utf-8'>" + kSjis},
-      {"text/html;charset=euc-jp", meta + "utf-8'>" + kEuc},
-      {html, "\xEF\xBB\xBF" + meta + "shift_jis'>" + kUtf8},
-      {html, meta + "euc-jp'>" + kEuc},
-      {html, meta + "Shift_JIS'>" + kSjis},
-      {html, meta + "Shift_JIS'><script charset=utf-8>" + kSjis},
-      {html, QByteArray("<p>\x1b$B") + "F|K\\" + "\x1b(B"},
-      {html, QByteArray("<p>") + QByteArray(kUtf8).repeated(20)},
-  };
-  for (const Row& row : rows) {
-    server.Route("/p", Answer::Text(row.body, row.type));
+  using Case = std::pair<QByteArray, QByteArray>;
+  for (const auto& [type, body] :
+       {Case("text/html; Charset=\"Shift_JIS\"", meta + "utf-8'>" + kSjis),
+        Case("text/html;charset=euc-jp", meta + "utf-8'>" + kEuc),
+        Case(html, "\xEF\xBB\xBF" + meta + "shift_jis'>" + kUtf8),
+        Case(html, meta + "euc-jp'>" + kEuc), Case(html, meta + "Shift_JIS'>" + kSjis),
+        Case(html, meta + "Shift_JIS'><script charset=utf-8>" + kSjis),
+        Case(html, QByteArray("<p>\x1b$B") + "F|K\\" + "\x1b(B"),
+        Case(html, QByteArray("<p>") + QByteArray(kUtf8).repeated(20))}) {
+    server.Route("/p", Answer::Text(body, type));
     const FetchedPage page = Fetch(url);
     EXPECT_EQ(page.status, 0);
-    EXPECT_TRUE(page.text.contains(text)) << row.type.constData() << row.body.constData();
+    EXPECT_TRUE(page.text.contains("日本")) << type.constData() << body.constData();
     EXPECT_EQ(page.finalUrl, url);
   }
 }
