@@ -4,6 +4,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <csignal>
+#include <iostream>
 #include <utility>
 #include <vector>
 
@@ -46,7 +47,8 @@ QString LogWithoutDates(const TempDir& home) {
 class ProgramRun {
  public:
   ProgramRun(const TempDir& home, const LoopbackServer& server) {
-    for (const char* const name : {"DISPLAY", "WAYLAND_DISPLAY", "ZENTORIN_POWER"}) {
+    for (const char* const name :
+         {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "ZENTORIN_POWER"}) {
       environment.remove(name);
     }
     for (const char* const bus : {"DBUS_SYSTEM_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"}) {
@@ -129,6 +131,9 @@ class ProgramTest : public testing::Test {
                  Answer::Generated(1'000'000).Ends(Answer::Ending::Stall, 500'000));
   }
 
+  void TearDown() override {
+    if (HasFailure()) std::cerr << program.Errors().toStdString();
+  }
   QStringList FilesBelow(const QString& folder) const {
     return QDir(home.Path(folder)).entryList(QDir::Files);
   }
@@ -140,7 +145,7 @@ class ProgramTest : public testing::Test {
 
 TEST_F(ProgramTest, DoesTheJobsOfAListAndWritesThemDown) {
   home.Write(kList, ListFile({Mp3Job("一番", "one"), Mp3Job("two", "two")}));
-  EXPECT_EQ(program.Run({"-auto", "-f", kList}), 0) << program.Errors().toStdString();
+  EXPECT_EQ(program.Run({"-auto", "-f", kList}), 0);
   EXPECT_EQ(home.Read("one/a.mp3"), "first song");
   EXPECT_EQ(home.Read("one/b.mp3"), "second song");
   EXPECT_EQ(home.Read("two/c.mp3"), "third song");
@@ -223,11 +228,10 @@ TEST_F(ProgramTest, SilentBusesAndADeadDisplayHoldNothingUp) {
     each->environment.insert("DISPLAY", ":54321");
   }
   EXPECT_EQ(program.Run({"-a", "-q", "-f", kList}), 0);
-  EXPECT_TRUE(program.Errors().startsWith(unreachable)) << program.Errors().toStdString();
+  EXPECT_TRUE(program.Errors().startsWith(unreachable));
   EXPECT_EQ(home.Read("one/a.mp3"), "first song");
   EXPECT_EQ(windowed.Run({}), 1) << "a window was asked for";
-  EXPECT_TRUE(windowed.Errors().startsWith(unreachable + "ウィンドウを表示できません。"))
-      << windowed.Errors().toStdString();
+  EXPECT_TRUE(windowed.Errors().startsWith(unreachable + "ウィンドウを表示できません。"));
 }
 
 // A run on the song that never ends, stopped by signals.
@@ -250,7 +254,7 @@ TEST_F(ProgramCancelTest, ASignalInATransferLeavesNoPartialFileButLogAndSettings
   // One request asks for the header, the second one for the body.
   WaitForRequest("/four/long.mp3", 2);
   program.Send(SIGINT);
-  EXPECT_EQ(program.WaitForEnd(), 130) << program.Errors().toStdString();
+  EXPECT_EQ(program.WaitForEnd(), 130);
   EXPECT_TRUE(QDir(home.Path("four")).isEmpty());
   EXPECT_TRUE(LogWithoutDates(home).contains("  - Cancel    http://site.test/four/long.mp3"));
   EXPECT_FALSE(home.Read("Conf.txt").isNull());
@@ -303,7 +307,7 @@ TEST_F(ProgramPowerTest, ABatchWithoutADisplayEndsWithItsPowerActionAndItsExitSt
     services.WaitForCall(hold);
     return Answer::Text("third song", "audio/mpeg");
   });
-  EXPECT_EQ(RunAndThen("shutdown"), 0) << program.Errors().toStdString();
+  EXPECT_EQ(RunAndThen("shutdown"), 0);
   const QStringList& calls = services.calls;
   EXPECT_EQ(calls.value(0), hold);
   // These two travel by different ways.
@@ -314,24 +318,21 @@ TEST_F(ProgramPowerTest, ABatchWithoutADisplayEndsWithItsPowerActionAndItsExitSt
                      "ファイル 完了 1・失敗 0・スキップ 1、10 バイト,,,-1)"))
       << calls.join(u' ').toStdString();
   EXPECT_EQ(calls.mid(3), QStringList({"CanPowerOff()", "PowerOffWithFlags(16)"}));
-  EXPECT_TRUE(Says("「シャットダウン」を要求し、受け付けられました。"))
-      << program.Errors().toStdString();
+  EXPECT_TRUE(Says("「シャットダウン」を要求し、受け付けられました。"));
 }
 
 TEST_F(ProgramPowerTest, ARefusalIsToldOnceAndChangesNoExitStatus) {
   services.answers["CanHibernate"] = "na";
   EXPECT_EQ(RunAndThen("h"), 0);
   EXPECT_FALSE(services.calls.join(u' ').contains("HibernateWithFlags"));
-  EXPECT_TRUE(Says("「休止」を実行できません。このコンピュータは対応していません。"))
-      << program.Errors().toStdString();
+  EXPECT_TRUE(Says("「休止」を実行できません。このコンピュータは対応していません。"));
 }
 
 TEST_F(ProgramPowerTest, ARunInAWindowTellsItsPowerActionOnStandardErrorToo) {
   program.environment.insert("QT_QPA_PLATFORM", "offscreen");
   services.answers["CanReboot"] = "challenge";
   EXPECT_EQ(RunAndThen("r"), 0);
-  EXPECT_TRUE(Says("「再起動」を実行できません。管理者の認証が必要です。"))
-      << program.Errors().toStdString();
+  EXPECT_TRUE(Says("「再起動」を実行できません。管理者の認証が必要です。"));
   EXPECT_EQ(services.calls.last(), "CanReboot()");
 }
 
@@ -341,8 +342,7 @@ TEST_F(ProgramPowerTest, ADryRunTouchesNoService) {
   EXPECT_EQ(services.calls, QStringList());
   EXPECT_TRUE(
       Says("「ログオフ」は試行のため実行しません（呼び出し: "
-           "TerminateSession(自分のセッション)）。"))
-      << program.Errors().toStdString();
+           "TerminateSession(自分のセッション)）。"));
 }
 
 TEST_F(ProgramPowerTest, TheNoticeArrivesThoughTheProgramEndsAtOnce) {

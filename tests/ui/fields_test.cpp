@@ -48,7 +48,13 @@ TEST_F(FieldsTest, AListThatIsTypedInSavedAndOpenedAgainShowsTheSameFields) {
             "ChkModify frModify frDepth cmdGo_All_0");
   // Neither loading nor walking through the fields is an edit.
   for (int i = 0; i < 40; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-  EXPECT_EQ(Tag(), QString());
+  EXPECT_EQ(Tag(), "");
+  // Opening neither asks nor touches the mark.
+  w->Type("txtDescription", "x");
+  QTest::keyClick(&w->window, Qt::Key_O, Qt::ControlModifier);
+  EXPECT_EQ(w->EditText("txtDescription"), "my job");
+  EXPECT_EQ(Tag(), "Dirty");
+  EXPECT_EQ(w->messages.Texts(), QStringList());
 }
 
 TEST_F(FieldsTest, KeysThatAFieldCannotHoldAreSwallowed) {

@@ -105,6 +105,9 @@ class MainWindowTest : public testing::Test {
   bool WaitForRest() {
     return QTest::qWaitFor([this] { return !w->workspace.driver.IsRunning(); }, 20'000);
   }
+  bool WaitForExit() {
+    return QTest::qWaitFor([this] { return w->exitStatus >= 0; }, 20'000);
+  }
 
   TempDir home;
   TempDir runtime;

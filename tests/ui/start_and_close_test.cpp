@@ -6,12 +6,7 @@
 namespace zentorin::test {
 namespace {
 
-class StartAndCloseTest : public MainWindowTest {
- protected:
-  bool WaitForExit() {
-    return QTest::qWaitFor([this] { return w->exitStatus >= 0; }, 20'000);
-  }
-};
+using StartAndCloseTest = MainWindowTest;
 
 TEST_F(StartAndCloseTest, ASecondStartOnTheSameListBringsTheFirstWindowForward) {
   StartWithJob();

@@ -39,6 +39,15 @@ class WorkTest : public MainWindowTest, public testing::WithParamInterface<Phase
                                 20'000));
     QTest::qWait(20);
   }
+  void EnterPowerCountdown() {
+    StartWithJob();
+    w->workspace.driver.SetCountdownStep(std::chrono::milliseconds(50));
+    w->Click("cmdAllDownload_1");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return w->Find("ChkStandby")->isVisible(); }));
+    w->Click("ChkStandby");
+    ASSERT_TRUE(
+        QTest::qWaitFor([this] { return w->Text("lblStatus") == "スタンバイ します。"; }, 20'000));
+  }
 };
 
 TEST_F(WorkTest, AListIsGeneratedAndDownloadedByTwoClicksAndInABatch) {
@@ -119,7 +128,7 @@ TEST_P(WorkTest, EscapeCancels) {
 TEST_P(WorkTest, ClosingUnwindsAndEndsTheProgram) {
   Enter(GetParam());
   w->Click("cmdClose");
-  ASSERT_TRUE(QTest::qWaitFor([this] { return w->exitStatus >= 0; }, 20'000));
+  ASSERT_TRUE(WaitForExit());
   EXPECT_EQ(w->exitStatus, 0);
   EXPECT_FALSE(w->window.isVisible());
   EXPECT_FALSE(w->workspace.driver.IsRunning());
@@ -135,18 +144,32 @@ INSTANTIATE_TEST_SUITE_P(Phases, WorkTest,
                                          Phase{"BatchFile", "/a.mp3", false, "cmdAllDownload_1"}),
                          [](const auto& phase) { return phase.param.name; });
 
-TEST_F(WorkTest, ACountdownThatIsUncheckedOrCancelledKeepsTheProgram) {
-  StartWithJob();
-  w->workspace.driver.SetCountdownStep(std::chrono::milliseconds(50));
-  w->Click("cmdAllDownload_1");
-  ASSERT_TRUE(QTest::qWaitFor([this] { return w->Find("ChkStandby")->isVisible(); }));
-  w->Click("ChkStandby");
-  ASSERT_TRUE(
-      QTest::qWaitFor([this] { return w->Text("lblStatus") == "スタンバイ します。"; }, 20'000));
+TEST_F(WorkTest, ACountdownThatIsCancelledKeepsTheProgram) {
+  EnterPowerCountdown();
   w->Click("cmdCancel");
   ASSERT_TRUE(WaitForRest());
   EXPECT_EQ(w->power.performed, QStringList());
-  EXPECT_EQ(w->Text("lblStatus"), QString());
+  EXPECT_EQ(w->Text("lblStatus"), "");
+  EXPECT_TRUE(w->window.isVisible());
+}
+
+TEST_F(WorkTest, ClosingInACountdownOrWhileAPageSourceComesEndsTheProgramToo) {
+  const std::function<void()> phases[] = {
+      [this] { EnterPowerCountdown(); }, [this] { StartOnList({"-a", "23:59", "-q", "s"}); },
+      [this] {
+        StartWithJob();
+        server.Route("/", Answer().Ends(Answer::Ending::Silent));
+        w->Find<QAction>("mnuContext_TargetUrl_OpenSource")->trigger();
+      }};
+  for (const auto& enter : phases) {
+    Restart();
+    enter();
+    w->Click("cmdClose");
+    ASSERT_TRUE(WaitForExit());
+    EXPECT_FALSE(w->window.isVisible());
+    EXPECT_EQ(w->power.performed, QStringList());
+    EXPECT_EQ(w->messages.Texts().filter("このＵＲＬ"), QStringList());
+  }
 }
 
 TEST_F(WorkTest, AHundredThousandRowsLeaveTheUserWhereHeIs) {
