@@ -69,12 +69,14 @@ void FileListBinding::ShowCurrentRow(int row) {
   const QScopedValueRollback<bool> guard(following_, true);
   const QModelIndex before = files_.index(followed_, 0);
   followed_ = row;
-  const bool inSight =
-      !before.isValid() || view_.viewport()->rect().intersects(view_.visualRect(before));
+  // A user who looks elsewhere keeps the place, for the keys too.
+  const bool elsewhere =
+      before.isValid() && !view_.viewport()->rect().intersects(view_.visualRect(before));
+  if (elsewhere && view_.currentIndex().isValid()) return;
   view_.setAutoScroll(false);
   view_.selectionModel()->setCurrentIndex(files_.index(row, 0), QItemSelectionModel::NoUpdate);
   view_.setAutoScroll(true);
-  if (inSight && row >= 0) view_.scrollTo(files_.index(row, 0));
+  if (!elsewhere && row >= 0) view_.scrollTo(files_.index(row, 0));
 }
 
 void FileListBinding::TakeSelection(const QItemSelection& selected,
