@@ -104,7 +104,8 @@ class FieldCombo : public QComboBox {
  private:
   // Makes the entry that reads like the text the current one; false when there is none.
   bool StandOnEntry() {
-    const QString text = currentText();
+    // A date that was stored is padded.
+    const QString text = currentText().trimmed();
     const int entry = text.isEmpty() ? -1 : findText(text, Qt::MatchExactly);
     if (entry < 0) return false;
     const QSignalBlocker blocker(this);

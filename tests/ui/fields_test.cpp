@@ -125,13 +125,27 @@ TEST_F(FieldsTest, AChoiceFromAPatternListLeavesOnlyItsExpression) {
   EXPECT_EQ(Tag(), "Dirty");
 }
 
-TEST_F(FieldsTest, TheWheelOverABoxThatIsNotInUseEditsNothing) {
+TEST_F(FieldsTest, WheelAndKeysStepThroughTheEntriesOnlyFromOneOfThem) {
   StartWithJob();
-  auto* combo = w->Find("cmbDepth");
-  QWheelEvent wheel({5, 5}, combo->mapToGlobal(QPoint(5, 5)), {}, {0, -120}, Qt::NoButton, {},
-                    Qt::NoScrollPhase, false);
-  QApplication::sendEvent(combo, &wheel);
-  EXPECT_EQ(w->EditText("cmbDepth"), "1");
+  const auto turn = [this](const char* name) {
+    auto* combo = w->Find(name);
+    QWheelEvent wheel({5, 5}, combo->mapToGlobal(QPoint(5, 5)), {}, {0, -120}, Qt::NoButton, {},
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(combo, &wheel);
+    return w->EditText(name);
+  };
+  EXPECT_EQ(turn("cmbDepth"), "1") << "not in use";
+  w->Find("cmbDepth")->setFocus();
+  EXPECT_EQ(turn("cmbDepth"), "2");
+  QTest::keyClick(w->Find("cmbDepth"), Qt::Key_Down);
+  EXPECT_EQ(w->workspace.job[TargetUrlItem::Depth], "3");
+  const QString expression = w->EditText("cmbFilePattern");
+  auto* combo = w->Find<QComboBox>("cmbFilePattern");
+  combo->setFocus();
+  EXPECT_EQ(turn("cmbFilePattern"), expression);
+  QTest::keyClick(combo, Qt::Key_Up);
+  EXPECT_TRUE(combo->view()->isVisible());
+  EXPECT_EQ(combo->currentText(), expression);
 }
 
 TEST_F(FieldsTest, TheSaveFolderIsPickedAndOpened) {
@@ -143,7 +157,8 @@ TEST_F(FieldsTest, TheSaveFolderIsPickedAndOpened) {
   EXPECT_EQ(w->EditText("txtSavePath"), "sub\\dir");
   EXPECT_EQ(Tag(), "Dirty");
   QTest::mouseDClick(w->Find("lblSavePath"), Qt::LeftButton);
-  EXPECT_EQ(w->opener.opened, QStringList{"folder:" + home.Path("sub/dir")});
+  QTest::keyClick(w->Find("lblSavePath"), Qt::Key_Return);
+  EXPECT_EQ(w->opener.opened, QStringList(2, "folder:" + home.Path("sub/dir")));
   w->dialogs.answer.clear();
   w->Click("cmdSavePath");
   EXPECT_EQ(w->EditText("txtSavePath"), "sub\\dir");

@@ -165,6 +165,9 @@ TEST_F(StartAndCloseTest, TheSettingsDialogTakesOverWhenItIsClosed) {
   QTest::keyClicks(in("txtAddDateFormat"), "\\x");
   EXPECT_EQ(w->workspace.settings.download.addDateFormat, "yyyymmddhh_x");
   EXPECT_EQ(w->messages.boxes.back().text, "[/:*?\"|<>\\] の各文字は使用不可");
+  in("cmbGmtDiff")->setFocus();
+  qobject_cast<QComboBox*>(in("cmbGmtDiff"))->lineEdit()->selectAll();
+  QTest::keyClicks(in("cmbGmtDiff"), "-1");
   QTest::mouseClick(in("ChkGMTDate"), Qt::LeftButton, {}, {8, 8});
   QTest::mouseClick(in("OptStreaming_1"), Qt::LeftButton, {}, {8, 8});
   EXPECT_FALSE(w->workspace.settings.clock.useGmt);
@@ -172,7 +175,8 @@ TEST_F(StartAndCloseTest, TheSettingsDialogTakesOverWhenItIsClosed) {
   EXPECT_FALSE(dialog->isVisible());
   EXPECT_EQ(w->workspace.settings.download.streamingTool, 1);
   EXPECT_EQ(w->workspace.settings.defaultSavePath, "save");
-  EXPECT_EQ(w->Text("lblTimeLbl") + u' ' + w->Text("lblTime"), "GMT 2024/05/01 14:30:05");
+  EXPECT_EQ(w->workspace.settings.clock.gmtDiffHours, -1);
+  EXPECT_EQ(w->Text("lblTimeLbl") + u' ' + w->Text("lblTime"), "GMT 2024/05/02 00:30:05");
 }
 
 TEST_F(StartAndCloseTest, ABoxThatNobodyAnswersInAnArmedRunAnswersItself) {
@@ -181,11 +185,11 @@ TEST_F(StartAndCloseTest, ABoxThatNobodyAnswersInAnArmedRunAnswersItself) {
   boxes.Attach(&w->window, &w->autoRun);
   MessageBox question{.title = {},
                       .text = "一行目\r\n二行目",
-                      .buttons = MessageBox::Buttons::YesNo,
-                      .defaultAnswer = MessageBox::Answer::No};
-  EXPECT_EQ(QCoro::waitFor(boxes.Ask(question)), MessageBox::Answer::No);
+                      .buttons = MessageBox::Buttons::YesNoCancel,
+                      .defaultAnswer = MessageBox::Answer::Yes};
+  EXPECT_EQ(QCoro::waitFor(boxes.Ask(question)), MessageBox::Answer::Yes);
 
-  // With nobody away, the button that is pressed is the answer.
+  // With nobody away, the button that is pressed is the answer; a box that is closed does nothing.
   w->workspace.driver.CancelCommand();
   EXPECT_TRUE(
       QTest::qWaitFor([this] { return w->autoRun.CurrentPhase() == AutoRun::Phase::Idle; }));
@@ -194,9 +198,11 @@ TEST_F(StartAndCloseTest, ABoxThatNobodyAnswersInAnArmedRunAnswersItself) {
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->text(), "一行目\n二行目");
     EXPECT_EQ(box->windowTitle(), "Zentorin");
-    QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
+    QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton);
   });
-  EXPECT_EQ(QCoro::waitFor(boxes.Ask(question)), MessageBox::Answer::Yes);
+  EXPECT_EQ(QCoro::waitFor(boxes.Ask(question)), MessageBox::Answer::No);
+  QTimer::singleShot(50, &w->window, [] { QApplication::activeModalWidget()->close(); });
+  EXPECT_EQ(QCoro::waitFor(boxes.Ask(question)), MessageBox::Answer::Cancel);
 }
 
 }  // namespace

@@ -111,6 +111,12 @@ TEST_F(WorkTest, WorkLocksTheEditingSurfaceAndGivesTheFocusBack) {
     EXPECT_EQ(enabled(live), live);
   }
   EXPECT_EQ(QApplication::focusWidget(), w->Find("txtDescription"));
+  // What a command misses is where the user goes on.
+  w->workspace.job.Edit(TargetUrlItem::Root, {});
+  w->Click("cmdGo_All_1");
+  ASSERT_TRUE(WaitForRest());
+  EXPECT_EQ(w->messages.boxes.back().text, "URL が空白です！");
+  EXPECT_EQ(QApplication::focusWidget(), w->Find("txtUrl_Root"));
 }
 
 TEST_P(WorkTest, EscapeCancels) {
@@ -179,7 +185,7 @@ TEST_F(WorkTest, AHundredThousandRowsLeaveTheUserWhereHeIs) {
     for (int i = 0; i < count; ++i) {
       FileListRow row;
       row.Set(FileListRow::Link, QString::number(files.Count()));
-      files.Append(row);
+      files.Append(row, true);
     }
     files.Flush();
   };
