@@ -134,11 +134,9 @@ QCoro::Task<int> RowDownload::CaptureStream(QString address, RowOutcome& outcome
   }
   QString name = LocalName({}, stream);
   if (name.isEmpty()) co_return static_cast<int>(RunTimeError::BadFileName);
-  // A program that does not convert records the sound as it comes, under the stream's name. As
-  // ".mp3" it would be looked for in vain, and the recording that is there written over each time.
-  const QString converted = WithMp3Suffix(name);
-  const bool wanted = context_.options.wmaToMp3 && converted != name;
-  if (wanted && context_.capture.ConvertsSound(context_)) name = converted;
+  // Whichever program records: this program's rule. StreamGet does not convert, so its sound is
+  // missed under this name.
+  if (context_.options.wmaToMp3) name = WithMp3Suffix(name);
   const QString path = outcome.folder + QLatin1Char('/') + name;
   outcome.path = path;
   const int refused = MayWrite(path);

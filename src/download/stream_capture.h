@@ -22,8 +22,6 @@ class StreamCapture {
   // `url` is the row's address, `path` a path of this system. Result: a ResultCode. `context`
   // outlives the task.
   virtual QCoro::Task<int> Capture(const DownloadContext& context, QString url, QString path) = 0;
-  // Whether the program that would record now can turn sound into MP3 on the way.
-  virtual bool ConvertsSound(const DownloadContext& /*context*/) { return true; }
   // Shows the program's window minimised, or hides it, when one is open.
   virtual void ShowToolWindow(bool /*shown*/) {}
   // Asks the program's window to close when one is still open as this program ends. True when there

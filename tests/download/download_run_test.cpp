@@ -195,12 +195,7 @@ TEST_F(DownloadRunTest, TheFirstStreamOfAnAsxFileIsTakenWhateverItsForm) {
   EXPECT_TRUE(LogText().contains("? Skip - None"));
 }
 
-TEST_F(DownloadRunTest, AStreamIsNamedByWhatItsToolMakesOfItAndGoesWithACancel) {
-  capture.converts = false;
-  server.Route("/a.asx", Answer::Text("<ref href=\"mms://m.test/song.wma\">"));
-  MarkOf("http://s.test/a.asx");
-  EXPECT_TRUE(capture.captured[0].endsWith("/song.wma"));
-
+TEST_F(DownloadRunTest, AStreamGoesWithACancel) {
   capture.result = -3;
   capture.during = [this](const QString& path) {
     home.Write("save/" + QFileInfo(path).fileName(), "x");

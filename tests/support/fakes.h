@@ -67,10 +67,8 @@ class FakeStreamCapture : public StreamCapture {
     if (during) during(path);
     co_return result;
   }
-  bool ConvertsSound(const DownloadContext& /*context*/) override { return converts; }
 
   int result = 0;
-  bool converts = true;
   std::function<void(const QString& path)> during;
   int lookUps = 0;
   QStringList captured;

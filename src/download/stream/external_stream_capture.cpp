@@ -51,19 +51,10 @@ void ExternalStreamCapture::FindTool() {
   found_ = lookup_.FindAny();
 }
 
-std::optional<FoundTool> ExternalStreamCapture::ToolFor(const DownloadContext& context) {
-  if (auto chosen = lookup_.Find(context.options.streamingTool)) found_ = chosen;
-  return found_;
-}
-
-bool ExternalStreamCapture::ConvertsSound(const DownloadContext& context) {
-  const auto found = ToolFor(context);
-  return !found || found->kind == FoundTool::Kind::Vlc;
-}
-
 QCoro::Task<int> ExternalStreamCapture::Capture(const DownloadContext& context, QString url,
                                                 QString path) {
-  const std::optional<FoundTool> found = ToolFor(context);
+  if (auto chosen = lookup_.Find(context.options.streamingTool)) found_ = chosen;
+  const std::optional<FoundTool> found = found_;
   if (!found) {
     co_await OfferDownloadPage(context);
     co_return static_cast<int>(kToolNotInstalled);

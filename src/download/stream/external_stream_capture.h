@@ -26,7 +26,6 @@ class ExternalStreamCapture : public StreamCapture {
 
   void FindTool() override;
   QCoro::Task<int> Capture(const DownloadContext& context, QString url, QString path) override;
-  bool ConvertsSound(const DownloadContext& context) override;
   void ShowToolWindow(bool shown) override;
   bool AskToolToClose() override;
 
@@ -35,7 +34,6 @@ class ExternalStreamCapture : public StreamCapture {
 
  private:
   QCoro::Task<void> OfferDownloadPage(const DownloadContext& context);
-  std::optional<FoundTool> ToolFor(const DownloadContext& context);
   QCoro::Task<int> Record(const DownloadContext& context, FoundTool found, QString address,
                           QString path);
   QCoro::Task<int> RunTool(const DownloadContext& context, RecordingFile& file);

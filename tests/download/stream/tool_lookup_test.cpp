@@ -44,17 +44,6 @@ TEST_F(ToolLookupTest, StreamGetIsFoundThroughTheEntryThatStartsIt) {
   EXPECT_TRUE(lookup.FindAny().has_value());
 }
 
-TEST_F(ToolLookupTest, OnlyVlcConvertsAndItStandsInForTheOtherTool) {
-  options.streamingTool = ToolLookup::kStreamGet;
-  Program("bin/vlc");
-  capture.FindTool();
-  EXPECT_TRUE(capture.ConvertsSound(context));
-  InstallStreamGet(Program("bin/wine"));
-  EXPECT_FALSE(capture.ConvertsSound(context));
-  options.streamingTool = ToolLookup::kVlc;
-  EXPECT_TRUE(capture.ConvertsSound(context));
-}
-
 TEST_F(ToolLookupTest, OnlyAWindowThatIsStillTheToolsOwnIsAskedToClose) {
   InstallStreamGet(Program("bin/wine"));
   ToolWindow own;
