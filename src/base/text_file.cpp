@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <cerrno>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/descriptor.h"
 #include "base/file_names.h"
 
 namespace zentorin {
@@ -27,26 +27,6 @@ FileOutcome ReadFailure(const QString& path, RunTimeError error, const QString& 
   return Failure(QStringLiteral("読み込めません"), path, error,
                  reason.isEmpty() ? DescribeRunTimeError(error) : reason);
 }
-
-FileOutcome WriteFailure(const QString& path, RunTimeError error) {
-  return Failure(QStringLiteral("書き込めません"), path, error, DescribeRunTimeError(error));
-}
-
-// An open file of the system, closed with its object.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-
-  int Number() const { return number_; }
-
- private:
-  int number_;
-};
 
 // Reads at most `size` bytes, fewer only at the end of the file; false with errno set.
 bool ReadUpTo(const Descriptor& file, qint64 size, QByteArray& bytes) {
@@ -93,11 +73,13 @@ RunTimeError ErrorOf(const QSaveFile& file, int systemError) {
 
 }  // namespace
 
+FileOutcome WriteFailure(const QString& path, RunTimeError error) {
+  return Failure(QStringLiteral("書き込めません"), path, error, DescribeRunTimeError(error));
+}
+
 FileOutcome ReadWholeFile(const QString& path, qint64 maxBytes, QByteArray& bytes) {
   if (path.contains(QChar(QChar::Null))) return ReadFailure(path, RunTimeError::BadFileName);
-  // Without O_NONBLOCK a pipe that nobody writes to would hold the program here.
-  const Descriptor file(
-      open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  const Descriptor file(path, O_RDONLY);
   if (file.Number() < 0) return ReadFailure(path, RunTimeErrorFromErrno(errno));
   struct stat status{};
   if (fstat(file.Number(), &status) != 0) return ReadFailure(path, RunTimeErrorFromErrno(errno));

@@ -25,4 +25,7 @@ FileOutcome ReadWholeFile(const QString& path, qint64 maxBytes, QByteArray& byte
 // leave half a file, is never tried instead.
 FileOutcome WriteWholeFile(const QString& path, const QByteArray& bytes);
 
+// What to say of a file that cannot be written for that reason.
+FileOutcome WriteFailure(const QString& path, RunTimeError error);
+
 }  // namespace zentorin

@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "jobs/log_file.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <cerrno>
 #include <utility>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "base/ansi_text.h"
 #include "base/clock.h"
+#include "base/descriptor.h"
 #include "jobs/date_format.h"
 
 namespace zentorin {
@@ -19,36 +18,10 @@ namespace zentorin {
 namespace {
 
 constexpr qint64 kMaxLogBytes = 64LL * 1024 * 1024;
-constexpr int kOpenFlags = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;  // never waits for a pipe's reader
 
-FileOutcome WriteFailure(const QString& path, RunTimeError error) {
-  const int number = static_cast<int>(error);
-  return {.error = number,
-          .message = QStringLiteral("ファイル「%1」を書き込めません。%2（エラー %3）。")
-                         .arg(path, DescribeRunTimeError(error), QString::number(number))};
-}
-
-FileOutcome WriteFailure(const QString& path) {
+FileOutcome SystemFailure(const QString& path) {
   return WriteFailure(path, RunTimeErrorFromErrno(errno));
 }
-
-// An open file or folder of the system, closed with its object.
-class Descriptor {
- public:
-  Descriptor(const QString& path, int flags)
-      : number_(open(QFile::encodeName(path).constData(), flags | kOpenFlags, 0666)) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-
-  // Negative when opening failed, with errno set.
-  int Number() const { return number_; }
-
- private:
-  int number_;
-};
 
 bool IsPlain(QChar c) {
   return c == u'\r' || c == u'\n' || c == u'\t' || (c.unicode() >= 0x20 && c.unicode() < 0x7F);
@@ -120,7 +93,7 @@ FileOutcome LogFile::Append(const QString& text, bool startNew) {
   const QFileInfo there(path_);
   if (there.exists() && !there.isFile()) return WriteFailure(path_, RunTimeError::PathAccess);
   const Descriptor file(path_, O_WRONLY | O_CREAT | O_APPEND);
-  if (file.Number() < 0 || !AppendWhole(file, entry)) return WriteFailure(path_);
+  if (file.Number() < 0 || !AppendWhole(file, entry)) return SystemFailure(path_);
   written_ = true;
   return {};
 }
@@ -130,7 +103,7 @@ FileOutcome LogFile::Sync() const {
   // The folder holds the file's name: without it a new file may be missing after a power cut.
   for (const QString& path : {path_, QFileInfo(path_).path()}) {
     const Descriptor place(path, O_RDONLY);
-    if (place.Number() < 0 || fsync(place.Number()) != 0) return WriteFailure(path);
+    if (place.Number() < 0 || fsync(place.Number()) != 0) return SystemFailure(path);
   }
   return {};
 }

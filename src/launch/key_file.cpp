@@ -9,35 +9,16 @@ namespace {
 constexpr qint64 kMaxBytes = qint64{4} << 20;
 
 QString WithoutEscapes(const QString& raw) {
+  const QString codes = QStringLiteral("sntr\\");
+  const QString meanings = QStringLiteral(" \n\t\r\\");
   QString text;
   text.reserve(raw.size());
   for (qsizetype i = 0; i < raw.size(); ++i) {
     const bool escape = raw[i] == u'\\' && i + 1 < raw.size();
-    if (!escape) {
-      text += raw[i];
-      continue;
-    }
-    switch (raw[++i].unicode()) {
-      case u's':
-        text += u' ';
-        break;
-      case u'n':
-        text += u'\n';
-        break;
-      case u't':
-        text += u'\t';
-        break;
-      case u'r':
-        text += u'\r';
-        break;
-      case u'\\':
-        text += u'\\';
-        break;
-      // No escape of this form, so both characters stay.
-      default:
-        text += u'\\';
-        text += raw[i];
-    }
+    const qsizetype code = escape ? codes.indexOf(raw[i + 1]) : -1;
+    // What is no escape of this form stays as it is, both characters.
+    text += code < 0 ? raw[i] : meanings[code];
+    if (code >= 0) ++i;
   }
   return text;
 }
