@@ -15,10 +15,6 @@ namespace {
 using Field = TargetUrlItem::Field;
 using test::TempDir;
 
-QString FieldValue(int field) {
-  return QStringLiteral("v%1").arg(field);
-}
-
 const QByteArray kSample =
     "1 description = v1\r\n1 skip = v10\r\n1 over_write = v11\r\n1 only_under_root = v12\r\n"
     "1 root = v2\r\n1 sub_pattern = v3\r\n1 depth = v14\r\n1 file_pattern = v4\r\n"
@@ -28,7 +24,7 @@ const QByteArray kSample =
 TEST(UrlListFile, WritesAndReadsEveryKeyOfAJobToTheByte) {
   TargetUrlItem item;
   for (int field = 1; field < TargetUrlItem::kFieldCount; ++field) {
-    item.Set(static_cast<Field>(field), FieldValue(field));
+    item.Set(static_cast<Field>(field), QStringLiteral("v%1").arg(field));
   }
   item.Set(Field::Date, {});
   item.Set(Field::Before, ",");
@@ -48,27 +44,19 @@ TEST(UrlListFile, WritesAndReadsEveryKeyOfAJobToTheByte) {
 }
 
 TEST(UrlListFile, ReadsWhatOtherHandsWrote) {
-  struct Case {
-    const char* bytes;
-    const char* lines;  // joined by "|", tabs shown as "/", those at the end left out
-  };
-  const Case cases[] = {
-      {"", ""},
-      {"3 root = c\r\n1 root = a\n",
-       " 1//a||"
-       " 3//c"},
-      {"1 root = a\r\n1 future_key = x\r\n2 other = y", " 1//a| 2"},
-      {"1 root = a = b\r\n1 description = d\r\n", " 1/d"},
-      {"1 root = = b\r\n", " 1//= b"},
-      {"1 root =   a  \r\n1 format =\r\n", " 1//a  "},
-      {"  1   root  = a\r\n1 root x = b\r\nno separator\r\n", " 1//b"},
-      {"1 root = a\tb\rc\r\n1 save_path = C:\\\x95\x5c\r\n", " 1//a b c///C:\\表"},
-      {"12 root = \r\n", "|||||||||||12"},
-  };
   const TempDir dir;
-  for (const Case& c : cases) {
+  // The lines are joined by "|", tabs shown as "/", those at the end left out.
+  using Case = std::pair<const char*, const char*>;
+  for (const auto& [bytes, expected] :
+       {Case("", ""), Case("3 root = c\r\n1 root = a\n", " 1//a|| 3//c"),
+        Case("1 root = a\r\n1 future_key = x\r\n2 other = y", " 1//a| 2"),
+        Case("1 root = a = b\r\n1 description = d\r\n", " 1/d"),
+        Case("1 root = = b\r\n", " 1//= b"), Case("1 root =   a  \r\n1 format =\r\n", " 1//a  "),
+        Case("  1   root  = a\r\n1 root x = b\r\nno separator\r\n", " 1//b"),
+        Case("1 root = a\tb\rc\r\n1 save_path = C:\\\x95\x5c\r\n", " 1//a b c///C:\\表"),
+        Case("12 root = \r\n", "|||||||||||12")}) {
     UrlList list;
-    const FileOutcome outcome = ReadUrlListFile(dir.Write("a.dat", c.bytes), list);
+    const FileOutcome outcome = ReadUrlListFile(dir.Write("a.dat", bytes), list);
     ASSERT_TRUE(outcome.Ok()) << outcome.message.toStdString();
     QStringList lines;
     for (int row = 0; row < list.Count(); ++row) {
@@ -76,26 +64,22 @@ TEST(UrlListFile, ReadsWhatOtherHandsWrote) {
       while (line.endsWith(u'\t')) line.chop(1);
       lines += line.replace(u'\t', u'/');
     }
-    EXPECT_EQ(lines.join(u'|').toStdString(), c.lines) << c.bytes;
+    EXPECT_EQ(lines.join(u'|').toStdString(), expected) << bytes;
   }
 }
 
 TEST(UrlListFile, KeepsTheListWhenAFileIsBadAndNamesTheLine) {
-  const std::pair<QByteArray, const char*> cases[] = {
-      {"1 root = a\r\n0 root = b\r\n", "2 行目"},
-      {"-1 root = b\r\n", "ジョブ番号「-1」"},
-      {"1000000000 root = b\r\n", "1 行目"},
-      {"10001 root = b\r\n", "10001"},
-      {"1e99 root = b\r\n", "1e99"},
-      {"\r\n\r\nx root = b\r\n", "3 行目"},
-      {" = b\r\n", "ジョブ番号「」"},
-      {"1 root = a\r\n1 description = \x82\xA0\x82\r\n", "2 行目"},
-      {"1 root = a\r\n1 description = あい\r\n", "UTF-8"},
-      {"\xEF\xBB\xBF\x31 root = a\r\n", "UTF-8"},
-      {QByteArray("1 root = a\r\n\xFF\xFE\0=\0", 18), "2 行目"},
-  };
   const TempDir dir;
-  for (const auto& [bytes, named] : cases) {
+  using Case = std::pair<QByteArray, const char*>;
+  for (const auto& [bytes, named] :
+       {Case("1 root = a\r\n0 root = b\r\n", "2 行目"), Case("-1 root = b\r\n", "ジョブ番号「-1」"),
+        Case("1000000000 root = b\r\n", "1 行目"), Case("10001 root = b\r\n", "10001"),
+        Case("1e99 root = b\r\n", "1e99"), Case("\r\n\r\nx root = b\r\n", "3 行目"),
+        Case(" = b\r\n", "ジョブ番号「」"),
+        Case("1 root = a\r\n1 description = \x82\xA0\x82\r\n", "2 行目"),
+        Case("1 root = a\r\n1 description = あい\r\n", "UTF-8"),
+        Case("\xEF\xBB\xBF\x31 root = a\r\n", "UTF-8"),
+        Case(QByteArray("1 root = a\r\n\xFF\xFE\0=\0", 18), "2 行目")}) {
     UrlList list;
     list.ReplaceAll({"kept"});
     list.Select(0);

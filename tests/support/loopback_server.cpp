@@ -14,13 +14,6 @@ constexpr qsizetype kChunkBytes = 65'536;
 constexpr qint64 kMaxWaitingBytes = 262'144;
 constexpr int kPatternPeriod = 251;
 
-QByteArray FindHeader(const QList<QPair<QByteArray, QByteArray>>& headers, const QByteArray& name) {
-  for (const auto& [key, value] : headers) {
-    if (key.compare(name, Qt::CaseInsensitive) == 0) return value;
-  }
-  return {};
-}
-
 ReceivedRequest ParseHead(const QByteArray& head) {
   ReceivedRequest request;
   const QList<QByteArray> lines = head.split('\n');
@@ -36,46 +29,6 @@ ReceivedRequest ParseHead(const QByteArray& head) {
 }
 
 }  // namespace
-
-Answer Answer::Text(const QByteArray& body, const QByteArray& contentType) {
-  Answer answer;
-  answer.body = body;
-  answer.headers.append({"Content-Type", contentType});
-  return answer;
-}
-
-Answer Answer::Status(int status) {
-  Answer answer;
-  answer.status = status;
-  return answer;
-}
-
-Answer Answer::Redirect(const QByteArray& location, int status) {
-  return Status(status).With("Location", location);
-}
-
-Answer Answer::Generated(qint64 bytes) {
-  Answer answer;
-  answer.generatedBytes = bytes;
-  return answer;
-}
-
-Answer Answer::With(const QByteArray& name, const QByteArray& value) const {
-  Answer answer = *this;
-  answer.headers.append({name, value});
-  return answer;
-}
-
-Answer Answer::Ends(Ending how, qint64 after) const {
-  Answer answer = *this;
-  answer.ending = how;
-  answer.endAfter = after;
-  return answer;
-}
-
-QByteArray ReceivedRequest::Header(const QByteArray& name) const {
-  return FindHeader(headers, name);
-}
 
 // One accepted connection: reads a request, sends its answer, reads the next. Owns its socket and
 // dies with it.

@@ -28,24 +28,37 @@ struct Answer {
   };
 
   int status = 200;
-  QList<QPair<QByteArray, QByteArray>> headers;
-  QByteArray body;
-  qint64 generatedBytes = 0;                // further bytes after `body`, made while they are sent
-  std::optional<QByteArray> contentLength;  // sent instead of the true one; "" sends none
-  QByteArray raw;                           // when not empty: sent instead of head and body
+  QList<QPair<QByteArray, QByteArray>> headers = {};
+  QByteArray body = {};
+  qint64 generatedBytes = 0;  // further bytes after `body`, made while they are sent
+  std::optional<QByteArray> contentLength = {};  // sent instead of the true one; "" sends none
+  QByteArray raw = {};                           // when not empty: sent instead of head and body
   Ending ending = Ending::Whole;
   qint64 endAfter = 0;
   qsizetype pieceBytes = 0;  // when above 0: the body goes out in pieces of this size
   std::chrono::milliseconds pieceInterval{0};  // and so far apart
 
-  static Answer Text(const QByteArray& body, const QByteArray& contentType = "text/html");
-  static Answer Status(int status);
-  static Answer Redirect(const QByteArray& location, int status = 302);
-  static Answer Generated(qint64 bytes);
+  static Answer Text(const QByteArray& body, const QByteArray& contentType = "text/html") {
+    return {.headers = {{"Content-Type", contentType}}, .body = body};
+  }
+  static Answer Status(int status) { return {.status = status}; }
+  static Answer Redirect(const QByteArray& location) {
+    return Status(302).With("Location", location);
+  }
+  static Answer Generated(qint64 bytes) { return {.generatedBytes = bytes}; }
 
   // Also adds a header; for chains such as Answer::Text(…).With("Last-Modified", "…").
-  Answer With(const QByteArray& name, const QByteArray& value) const;
-  Answer Ends(Ending how, qint64 after = 0) const;
+  Answer With(const QByteArray& name, const QByteArray& value) const {
+    Answer answer = *this;
+    answer.headers.append({name, value});
+    return answer;
+  }
+  Answer Ends(Ending how, qint64 after = 0) const {
+    Answer answer = *this;
+    answer.ending = how;
+    answer.endAfter = after;
+    return answer;
+  }
 };
 
 // One request as the server read it.
@@ -56,7 +69,12 @@ struct ReceivedRequest {
   QList<QPair<QByteArray, QByteArray>> headers;
 
   // First header of that name, letter case ignored; null when there is none.
-  QByteArray Header(const QByteArray& name) const;
+  QByteArray Header(const QByteArray& name) const {
+    for (const auto& [key, value] : headers) {
+      if (key.compare(name, Qt::CaseInsensitive) == 0) return value;
+    }
+    return {};
+  }
 };
 
 // A scripted HTTP/1.1 server on 127.0.0.1 in the test's own event loop. Connections are kept alive;
