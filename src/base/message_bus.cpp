@@ -7,6 +7,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QFileInfo>
 #include <QPointer>
+#include <QSocketNotifier>
 #include <QUrl>
 #include <QUuid>
 #include <utility>
@@ -107,8 +108,8 @@ void MessageBus::Open() {
     EndGreeting();
     return;
   }
-  notifier_ = std::make_unique<QSocketNotifier>(greeting_->Descriptor(), QSocketNotifier::Read);
-  connect(notifier_.get(), &QSocketNotifier::activated, this, &MessageBus::GoOn);
+  notifier_ = new QSocketNotifier(greeting_->Descriptor(), QSocketNotifier::Read, this);
+  connect(notifier_, &QSocketNotifier::activated, this, &MessageBus::GoOn);
   bound_.start(answerTime_);
 }
 
@@ -121,9 +122,9 @@ void MessageBus::GoOn() {
 // of moments now: the bus has answered the same words just before.
 void MessageBus::EndGreeting() {
   bound_.stop();
-  if (notifier_) {
+  if (notifier_ != nullptr) {
     notifier_->setEnabled(false);
-    notifier_.release()->deleteLater();  // this may be its own signal
+    std::exchange(notifier_, nullptr)->deleteLater();  // this may be its own signal
   }
   if (const auto greeting = std::exchange(greeting_, nullptr);
       greeting && greeting->Current() == BusGreeting::State::Answered) {

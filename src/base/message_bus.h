@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QObject>
-#include <QSocketNotifier>
 #include <QString>
 #include <QTimer>
 #include <chrono>
@@ -15,6 +14,7 @@
 #include "base/bus_greeting.h"
 
 class QDBusMessage;
+class QSocketNotifier;
 
 namespace zentorin {
 
@@ -63,7 +63,7 @@ class MessageBus : public QObject {
   std::chrono::milliseconds answerTime_;
   std::vector<Waiting> waiting_;
   std::unique_ptr<BusGreeting> greeting_;
-  std::unique_ptr<QSocketNotifier> notifier_;
+  QSocketNotifier* notifier_ = nullptr;  // watches the greeting
   QTimer bound_;
   bool unconfirmed_ = false;  // something may still be on its way to the bus
 };
