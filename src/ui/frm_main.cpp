@@ -282,7 +282,8 @@ QCoro::Task<void> frmMain::PickSaveFolder() {
   dialog.title = QStringLiteral("保存フォルダの指定");
   dialog.folder = workspace.drives.ToSystemPath(before);
   const QString folder = co_await context_.dialogs.AskForFolder(dialog);
-  if (folder.isEmpty()) co_return;
+  // A run that began behind the dialog works on a job of its own.
+  if (folder.isEmpty() || workspace.driver.IsRunning()) co_return;
   workspace.job.Edit(TargetUrlItem::SavePath, workspace.drives.ToStoredPath(folder));
 }
 
