@@ -28,24 +28,34 @@ struct Answer {
   };
 
   int status = 200;
-  QList<QPair<QByteArray, QByteArray>> headers = {};
-  QByteArray body = {};
-  qint64 generatedBytes = 0;  // further bytes after `body`, made while they are sent
-  std::optional<QByteArray> contentLength = {};  // sent instead of the true one; "" sends none
-  QByteArray raw = {};                           // when not empty: sent instead of head and body
+  QList<QPair<QByteArray, QByteArray>> headers;
+  QByteArray body;
+  qint64 generatedBytes = 0;                // further bytes after `body`, made while they are sent
+  std::optional<QByteArray> contentLength;  // sent instead of the true one; "" sends none
+  QByteArray raw;                           // when not empty: sent instead of head and body
   Ending ending = Ending::Whole;
   qint64 endAfter = 0;
   qsizetype pieceBytes = 0;  // when above 0: the body goes out in pieces of this size
   std::chrono::milliseconds pieceInterval{0};  // and so far apart
 
   static Answer Text(const QByteArray& body, const QByteArray& contentType = "text/html") {
-    return {.headers = {{"Content-Type", contentType}}, .body = body};
+    Answer answer;
+    answer.body = body;
+    return answer.With("Content-Type", contentType);
   }
-  static Answer Status(int status) { return {.status = status}; }
+  static Answer Status(int status) {
+    Answer answer;
+    answer.status = status;
+    return answer;
+  }
   static Answer Redirect(const QByteArray& location) {
     return Status(302).With("Location", location);
   }
-  static Answer Generated(qint64 bytes) { return {.generatedBytes = bytes}; }
+  static Answer Generated(qint64 bytes) {
+    Answer answer;
+    answer.generatedBytes = bytes;
+    return answer;
+  }
 
   // Also adds a header; for chains such as Answer::Text(…).With("Last-Modified", "…").
   Answer With(const QByteArray& name, const QByteArray& value) const {
