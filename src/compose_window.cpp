@@ -42,10 +42,11 @@ int RunWindow(const QStringList& arguments, const QString& programFolder) {
   messages.Attach(&window, &autoRun);
   dialogs.Attach(&window);
   WindowProgram program(workspace, autoRun, window);
-  // The window may be gone with the session when somebody asks what became of a power action.
+  // The window may be gone when somebody asks what became of a power action or of the settings.
   Terminal terminal(STDERR_FILENO);
-  QObject::connect(&workspace.driver, &RunDriver::PowerAnswered, &program,
-                   [&terminal](const QString& text) { terminal.Line(text); });
+  const auto tell = [&terminal](const QString& text) { terminal.Line(text); };
+  QObject::connect(&workspace.driver, &RunDriver::PowerAnswered, &program, tell);
+  QObject::connect(&window, &frmMain::SettingsLost, &program, tell);
   QObject::connect(&composed.signals, &StopSignals::StopRequested, &program, &WindowProgram::Stop);
   QObject::connect(&program, &WindowProgram::Ended, QCoreApplication::instance(),
                    &QCoreApplication::exit, Qt::QueuedConnection);

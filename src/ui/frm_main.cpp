@@ -84,7 +84,8 @@ frmMain::frmMain(const WindowContext& context)
 frmMain::~frmMain() = default;
 
 void frmMain::PlaceBySettings() {
-  setGeometry(PlaceFromSettings(context_.workspace.settings));
+  const QSize menus(0, menuBar()->sizeHint().height());
+  setGeometry(PlaceFromSettings(context_.workspace.settings, layout_.RoomySize() + menus));
   subUrlChoice_->SetEntries(context_.workspace.patterns.SubUrl());
   fileChoice_->SetEntries(context_.workspace.patterns.File());
 }
@@ -264,11 +265,13 @@ QCoro::Task<void> frmMain::Close() {
   const bool mayClose = co_await context_.lists.MayClose();
   if (!mayClose) {
     closing_ = false;
+    Q_EMIT KeptOpen();
     co_return;
   }
   c_.central->setEnabled(false);
   menuBar()->setEnabled(false);
-  co_await CloseSteps(context_.workspace, context_.autoRun);
+  const FileOutcome written = co_await CloseSteps(context_.workspace, context_.autoRun);
+  if (!written.Ok()) Q_EMIT SettingsLost(written.message);
   closed_ = true;
   tray_->Remove();
   close();

@@ -60,6 +60,10 @@ class frmMain : public QMainWindow {
   void ComeForward();
 
  Q_SIGNALS:
+  // The person answered the closing question by staying.
+  void KeptOpen();
+  // The settings could not be written, which never keeps the window from closing.
+  void SettingsLost(const QString& message);
   // The closing steps are done and nothing works any more: the program may end.
   void Closed();
 

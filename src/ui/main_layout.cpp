@@ -24,6 +24,8 @@ constexpr int kEdge = 5;      // left edge of the frames, and of what lies in th
 constexpr int kGap = 6;       // between neighbours in a row
 constexpr int kLine = 3;      // between rows
 constexpr int kTopLines = 5;  // lines of the URL list that are seen
+constexpr int kFewRows = 6;   // of the file list, at the least in a roomy window
+constexpr int kShortBar = 60;
 
 int HintWidth(const QWidget* widget) {
   return widget->sizeHint().width();
@@ -91,6 +93,23 @@ void MainLayout::Apply(QSize inner) {
   PlaceSite(c_.frSite->width());
 }
 
+QSize MainLayout::RoomySize() {
+  // In an ample window nothing is cut, and what is left over beside the captions can be taken away.
+  const QSize ample(10000, 10000);
+  Apply(ample);
+  const auto spare = [](const QWidget* frame, const QWidget* last) {
+    return frame->width() - last->x() - last->width();
+  };
+  const int bar = c_.frProgress_0->width() - kShortBar;
+  const int width =
+      std::min({spare(c_.frReg, c_.lblRegHelp), spare(c_.frModify, c_.Label9),
+                spare(c_.frDateEnable, c_.lblDateEnable), spare(c_.frOpt_1, c_.lblBefore_0),
+                spare(c_.frOpt_1, c_.lblBefore_1), spare(c_.frOpt_1, c_.lblBefore_2),
+                c_.cmdCancel->isHidden() ? bar - CancelWidth() - kGap : bar});
+  const int rows = kFewRows * (c_.lstUrl_All->fontMetrics().height() + 2);
+  return ample - QSize(width, c_.lstUrl_All->height() - rows);
+}
+
 void MainLayout::PlaceTop(int width) {
   const int line =
       std::max(c_.Label7->sizeHint().height(), c_.lblTime->sizeHint().height()) + kLine;
@@ -138,15 +157,17 @@ void MainLayout::PlaceBottom(QSize inner) {
   Row commands(0, top, row);
   commands.Add(c_.cmdAllDownload_0).Add(c_.cmdAllDownload_1).Add(c_.cmdLog);
   if (!c_.cmdDebug->isHidden()) commands.Add(c_.cmdDebug);
-  const int cancel = HintWidth(c_.cmdCancel) +
-                     TextWidth(c_.cmdCancel, QStringLiteral("キャンセル処理中")) -
-                     TextWidth(c_.cmdCancel, c_.cmdCancel->text());
-  if (!c_.cmdCancel->isHidden()) commands.Add(c_.cmdCancel, cancel);
+  if (!c_.cmdCancel->isHidden()) commands.Add(c_.cmdCancel, CancelWidth());
   // frProgress_o stretches to 5 px before cmdClose, frProgress to the end of frProgress_o less the
   // same 5 px.
   const int left = commands.Left();
   Put(c_.frProgress_o, left, top, c_.cmdClose->x() - c_.frBottom->x() - 5 - left, row);
   PlaceProgressFrame();
+}
+
+int MainLayout::CancelWidth() const {
+  return HintWidth(c_.cmdCancel) + TextWidth(c_.cmdCancel, QStringLiteral("キャンセル処理中")) -
+         TextWidth(c_.cmdCancel, c_.cmdCancel->text());
 }
 
 void MainLayout::PlaceStatus() {

@@ -20,6 +20,9 @@ class MainLayout : public QObject {
 
   // Lays everything out for the inner size of the window.
   void Apply(QSize inner);
+  // The smallest inner size at which every caption is whole, a running download's too, and some
+  // rows of the file list are in sight. Lays out once for its measure: Apply() comes after it.
+  QSize RoomySize();
   // Puts the headers over the columns of the file list.
   void PlaceHeaders();
   // Shares the status line between its text and the file in hand.
@@ -41,6 +44,7 @@ class MainLayout : public QObject {
   int PlaceSave(int top);
   void PlaceFileList(int top);
   int RowHeight() const;
+  int CancelWidth() const;
 
   MainControls& c_;
   double fraction_ = 0;

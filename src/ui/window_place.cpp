@@ -25,16 +25,32 @@ int Distance(const QRect& window, const QRect& screen) {
   return (window.center() - screen.center()).manhattanLength();
 }
 
+QRect Rectangle(const AppSettings& settings) {
+  return {QPoint(settings.formLeft, settings.formTop),
+          QPoint(settings.formRight - 1, settings.formBottom - 1)};
+}
+
+// Moves a rectangle to the left and up until the screen holds it, or its upper left corner at
+// least.
+void MoveInto(const QRect& screen, QRect& place) {
+  place.moveRight(std::min(place.right(), screen.right()));
+  place.moveBottom(std::min(place.bottom(), screen.bottom()));
+  place.moveLeft(std::max(place.left(), screen.left()));
+  place.moveTop(std::max(place.top(), screen.top()));
+}
+
 }  // namespace
 
-QRect PlaceFromSettings(const AppSettings& settings) {
-  QRect place(QPoint(settings.formLeft, settings.formTop),
-              QPoint(settings.formRight - 1, settings.formBottom - 1));
-  if (!place.isValid()) {
-    const AppSettings first;
-    place.setSize({first.formRight - first.formLeft, first.formBottom - first.formTop});
-  }
+QRect PlaceFromSettings(const AppSettings& settings, QSize roomy) {
+  const QRect first = Rectangle(AppSettings());
+  QRect place = Rectangle(settings);
+  if (!place.isValid()) place.setSize(first.size());
   const QList<QScreen*> screens = QGuiApplication::screens();
+  if (place == first && !screens.isEmpty()) {
+    const QRect screen = screens.first()->availableGeometry();
+    place.setSize(place.size().expandedTo(roomy.boundedTo(screen.size())));
+    if (place != first) MoveInto(screen, place);
+  }
   const auto grabbable = [&place](const QScreen* screen) {
     return CanBeGrabbed(place, screen->availableGeometry());
   };

@@ -23,6 +23,7 @@ WindowProgram::WindowProgram(Workspace& workspace, AutoRun& autoRun, frmMain& wi
     if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
     window_.ComeForward();
   });
+  connect(&window, &frmMain::KeptOpen, this, [this] { exitStatus_ = kExitDone; });
   connect(&window, &frmMain::Closed, this, [this] { Q_EMIT Ended(exitStatus_); });
 }
 

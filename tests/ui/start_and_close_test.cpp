@@ -69,9 +69,19 @@ TEST_F(StartAndCloseTest, UnsavedChangesAreAskedAboutBeforeAnythingEnds) {
   EXPECT_FALSE(w->workspace.state.CancelRequested());
   EXPECT_TRUE(w->Find("txtDescription")->isEnabled());
 
+  w->messages.answers = {MessageBox::Answer::Cancel};
+  w->program.Stop();
+  // Settings that cannot be written hold nothing up, and the stop that came to nothing is
+  // forgotten.
+  QFile::remove(home.Path("Conf.txt"));
+  home.Write("Conf.txt/file", "");
+  QString lost;
+  QObject::connect(&w->window, &frmMain::SettingsLost, [&lost](const QString& why) { lost = why; });
   w->messages.answers = {MessageBox::Answer::Yes};
   QTest::keyClick(&w->window, Qt::Key_Q, Qt::ControlModifier);
   ASSERT_TRUE(WaitForExit());
+  EXPECT_EQ(w->exitStatus, 0);
+  EXPECT_TRUE(lost.contains("Conf.txt"));
   EXPECT_TRUE(home.Read("list.dat").contains("1 description = xjob\r\n"));
 }
 
@@ -107,13 +117,16 @@ TEST_F(StartAndCloseTest, ARectangleThatNobodyCanGrabIsBroughtBack) {
     settings.formTop = top;
     settings.formRight = right;
     settings.formBottom = bottom;
-    return PlaceFromSettings(settings);
+    return PlaceFromSettings(settings, {700, 500});
   };
   EXPECT_EQ(place(10, 10, 310, 210), QRect(10, 10, 300, 200));
   EXPECT_TRUE(screen.contains(place(5000, 5000, 5300, 5200)));
   EXPECT_TRUE(screen.contains(place(10, -150, 310, 50)));
   EXPECT_EQ(place(-99999, -99999, 99999, 99999).size(), screen.size());
   EXPECT_EQ(place(50, 50, 0, 0).size(), QSize(682, 600));
+  // Only the first rectangle grows with the font.
+  EXPECT_EQ(place(130, 100, 812, 700).size(), QSize(700, 600));
+  EXPECT_EQ(place(131, 100, 812, 700), QRect(131, 100, 681, 600));
 }
 
 TEST_F(StartAndCloseTest, AnArmedRunCountsDownInTheTitleAndCanBeGivenUp) {

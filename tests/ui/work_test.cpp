@@ -13,6 +13,11 @@ struct Phase {
   const char* pressed;  // button that starts it
 };
 
+// Makes the cases' names readable.
+void PrintTo(const Phase& phase, std::ostream* out) {
+  *out << phase.name;
+}
+
 class WorkTest : public MainWindowTest, public testing::WithParamInterface<Phase> {
  protected:
   WorkTest() {
