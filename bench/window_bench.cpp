@@ -10,7 +10,7 @@
 #include "app/list_commands.h"
 #include "tests/support/fake_workspace.h"
 #include "ui/frm_main.h"
-#include "ui/line_list_view.h"
+#include "ui/widgets/line_list_view.h"
 
 namespace zentorin::test {
 namespace {

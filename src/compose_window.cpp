@@ -11,11 +11,11 @@
 #include "compositions.h"
 #include "launch/desktop_opener.h"
 #include "launch/process_starter.h"
+#include "ui/dialogs/plain_text_windows.h"
+#include "ui/dialogs/window_file_dialogs.h"
+#include "ui/dialogs/window_messages.h"
 #include "ui/frm_main.h"
-#include "ui/plain_text_windows.h"
 #include "ui/standard_texts.h"
-#include "ui/window_file_dialogs.h"
-#include "ui/window_messages.h"
 #include "ui/window_program.h"
 
 namespace zentorin {

@@ -6,7 +6,7 @@
 #include <QScopedValueRollback>
 
 #include "crawl/file_list.h"
-#include "ui/line_list_view.h"
+#include "ui/widgets/line_list_view.h"
 
 namespace zentorin {
 

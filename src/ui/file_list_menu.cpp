@@ -7,11 +7,11 @@
 
 #include "app/workspace.h"
 #include "crawl/file_list_search.h"
-#include "ui/context_menu.h"
-#include "ui/frm_search.h"
-#include "ui/line_list_view.h"
-#include "ui/link_label.h"
+#include "ui/dialogs/frm_search.h"
 #include "ui/main_controls.h"
+#include "ui/widgets/context_menu.h"
+#include "ui/widgets/line_list_view.h"
+#include "ui/widgets/link_label.h"
 
 namespace zentorin {
 

@@ -6,9 +6,9 @@
 #include "app/program_title.h"
 #include "base/message_boxes.h"
 #include "launch/opener.h"
-#include "ui/frm_about.h"
-#include "ui/link_label.h"
+#include "ui/dialogs/frm_about.h"
 #include "ui/main_controls.h"
+#include "ui/widgets/link_label.h"
 
 namespace zentorin {
 

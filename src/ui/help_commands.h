@@ -3,7 +3,7 @@
 
 #include <QObject>
 
-#include "ui/help_pages.h"
+#include "ui/dialogs/help_pages.h"
 
 namespace zentorin {
 

@@ -4,7 +4,7 @@
 #include <QComboBox>
 
 #include "app/workspace.h"
-#include "ui/frm_input.h"
+#include "ui/dialogs/frm_input.h"
 #include "ui/main_controls.h"
 
 namespace zentorin {

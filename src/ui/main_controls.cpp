@@ -4,8 +4,6 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFontDatabase>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -13,13 +11,13 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSignalBlocker>
 #include <QToolButton>
-#include <QWheelEvent>
 #include <initializer_list>
 
-#include "ui/line_list_view.h"
-#include "ui/link_label.h"
+#include "ui/widgets/field_combo.h"
+#include "ui/widgets/fixed_pitch_font.h"
+#include "ui/widgets/line_list_view.h"
+#include "ui/widgets/link_label.h"
 
 // Makes the icons known: a resource in a static library has to be asked for, outside all
 // namespaces.
@@ -65,67 +63,11 @@ QLineEdit* MakeEdit(QWidget* parent, const char* name, const QString& accessible
   return edit;
 }
 
-// A combo box whose text is the user's own. Keys and wheel step through its entries only from one
-// of them, never away from a text that would be lost; and the wheel only while the box is in use,
-// so that a scroll that passes over it edits no job.
-class FieldCombo : public QComboBox {
- public:
-  using QComboBox::QComboBox;
-
-  void showPopup() override {
-    StandOnEntry();
-    QComboBox::showPopup();
-  }
-
- protected:
-  void wheelEvent(QWheelEvent* event) override {
-    if (hasFocus() && StandOnEntry()) {
-      QComboBox::wheelEvent(event);
-    } else {
-      event->ignore();
-    }
-  }
-
-  void keyPressEvent(QKeyEvent* event) override {
-    switch (event->key()) {
-      case Qt::Key_Up:
-      case Qt::Key_Down:
-      case Qt::Key_PageUp:
-      case Qt::Key_PageDown:
-        if (StandOnEntry()) break;
-        showPopup();
-        return;
-      default:
-        break;
-    }
-    QComboBox::keyPressEvent(event);
-  }
-
- private:
-  // Makes the entry that reads like the text the current one; false when there is none.
-  bool StandOnEntry() {
-    // A date that was stored is padded.
-    const QString text = currentText().trimmed();
-    const int entry = text.isEmpty() ? -1 : findText(text, Qt::MatchExactly);
-    if (entry < 0) return false;
-    const QSignalBlocker blocker(this);
-    setCurrentIndex(entry);
-    return true;
-  }
-};
-
 QComboBox* MakeCombo(QWidget* parent, const char* name, const QString& accessibleName,
                      const QString& toolTip = {}) {
   QComboBox* combo = Named(new FieldCombo(parent), name);
-  combo->setFocusPolicy(Qt::StrongFocus);
-  combo->setEditable(true);
-  combo->setInsertPolicy(QComboBox::NoInsert);
-  combo->setCompleter(nullptr);
-  combo->setFont(FixedPitchFont(combo->font()));
   combo->setAccessibleName(accessibleName);
   combo->setToolTip(toolTip);
-  combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  combo->setMinimumContentsLength(5);
   return combo;
 }
 
@@ -147,16 +89,6 @@ QComboBox* MakeDayCombo(QWidget* parent, const char* name, const QString& access
 }
 
 }  // namespace
-
-QFont FixedPitchFont(const QFont& base) {
-  QFont font(base);
-  font.setFamilies({QStringLiteral("Noto Sans Mono CJK JP"), QStringLiteral("IPAGothic"),
-                    QStringLiteral("TakaoGothic"), QStringLiteral("VL Gothic"),
-                    QFontDatabase::systemFont(QFontDatabase::FixedFont).family()});
-  font.setStyleHint(QFont::Monospace);
-  font.setFixedPitch(true);
-  return font;
-}
 
 MainControls::MainControls(QMainWindow& window) {
   InitIcons();

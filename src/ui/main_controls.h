@@ -6,7 +6,6 @@
 class QAction;
 class QCheckBox;
 class QComboBox;
-class QFont;
 class QFrame;
 class QLabel;
 class QLineEdit;
@@ -151,8 +150,5 @@ struct MainControls {
   void MakeMenus(QMainWindow& window);
   void SetTabOrder();
 };
-
-// The fixed-pitch Gothic face of lists and edit fields, at the size of `base`.
-QFont FixedPitchFont(const QFont& base);
 
 }  // namespace zentorin

@@ -12,9 +12,9 @@
 #include <algorithm>
 #include <initializer_list>
 
-#include "ui/line_list_view.h"
-#include "ui/link_label.h"
 #include "ui/main_controls.h"
+#include "ui/widgets/line_list_view.h"
+#include "ui/widgets/link_label.h"
 
 namespace zentorin {
 namespace {

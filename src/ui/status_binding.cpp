@@ -15,11 +15,11 @@
 #include "base/number_text.h"
 #include "base/status_board.h"
 #include "ui/job_binding.h"
-#include "ui/line_list_view.h"
-#include "ui/link_label.h"
 #include "ui/main_controls.h"
 #include "ui/main_layout.h"
-#include "ui/readable_colour.h"
+#include "ui/widgets/line_list_view.h"
+#include "ui/widgets/link_label.h"
+#include "ui/widgets/readable_colour.h"
 
 namespace zentorin {
 namespace {

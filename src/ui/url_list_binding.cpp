@@ -5,7 +5,7 @@
 #include <QScopedValueRollback>
 
 #include "jobs/url_list.h"
-#include "ui/line_list_view.h"
+#include "ui/widgets/line_list_view.h"
 
 namespace zentorin {
 

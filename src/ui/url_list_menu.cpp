@@ -5,8 +5,8 @@
 #include <QGuiApplication>
 
 #include "app/workspace.h"
-#include "ui/context_menu.h"
-#include "ui/line_list_view.h"
+#include "ui/widgets/context_menu.h"
+#include "ui/widgets/line_list_view.h"
 
 namespace zentorin {
 

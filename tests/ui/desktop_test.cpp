@@ -11,9 +11,9 @@
 
 #include "compositions.h"
 #include "tests/launch/xdg_tree.h"
+#include "ui/dialogs/help_pages.h"
 #include "ui/frm_main.h"
-#include "ui/help_pages.h"
-#include "ui/line_list_view.h"
+#include "ui/widgets/line_list_view.h"
 
 namespace zentorin::test {
 namespace {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/ui/main_window_test.h"
-#include "ui/frm_about.h"
-#include "ui/frm_input.h"
-#include "ui/plain_text_windows.h"
-#include "ui/text_window.h"
+#include "ui/dialogs/frm_about.h"
+#include "ui/dialogs/frm_input.h"
+#include "ui/dialogs/plain_text_windows.h"
+#include "ui/dialogs/text_window.h"
 
 namespace zentorin::test {
 namespace {

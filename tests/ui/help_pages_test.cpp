@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/help_pages.h"
+#include "ui/dialogs/help_pages.h"
 
 #include "tests/ui/main_window_test.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/status_board.h"
 #include "tests/ui/main_window_test.h"
-#include "ui/frm_input.h"
+#include "ui/dialogs/frm_input.h"
 
 namespace zentorin::test {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "crawl/file_list_search.h"
 #include "tests/ui/main_window_test.h"
-#include "ui/line_list_view.h"
+#include "ui/widgets/line_list_view.h"
 
 namespace zentorin::test {
 namespace {

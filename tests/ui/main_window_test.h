@@ -12,7 +12,7 @@
 #include "tests/support/fake_workspace.h"
 #include "tests/support/loopback_server.h"
 #include "ui/frm_main.h"
-#include "ui/line_list_view.h"
+#include "ui/widgets/line_list_view.h"
 #include "ui/window_program.h"
 
 namespace zentorin::test {

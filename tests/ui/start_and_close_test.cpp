@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/ui/main_window_test.h"
-#include "ui/window_messages.h"
+#include "ui/dialogs/window_messages.h"
 #include "ui/window_place.h"
 
 namespace zentorin::test {

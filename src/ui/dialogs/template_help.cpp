@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/template_help.h"
+#include "ui/dialogs/template_help.h"
 
 #include <QDateTime>
 #include <QStringList>

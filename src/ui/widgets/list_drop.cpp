@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/list_drop.h"
+#include "ui/widgets/list_drop.h"
 
 #include <QDropEvent>
 #include <QLineEdit>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/frm_search.h"
+#include "ui/dialogs/frm_search.h"
 
 #include "ui_frm_search.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/pattern_choice.h"
+#include "ui/widgets/pattern_choice.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>

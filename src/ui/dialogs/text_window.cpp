@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/text_window.h"
+#include "ui/dialogs/text_window.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -12,7 +12,7 @@
 #include <QStringTokenizer>
 #include <QVBoxLayout>
 
-#include "ui/main_controls.h"
+#include "ui/widgets/fixed_pitch_font.h"
 
 namespace zentorin {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/plain_text_windows.h"
+#include "ui/dialogs/plain_text_windows.h"
 
 #include <QDir>
 
@@ -7,7 +7,7 @@
 #include "base/file_names.h"
 #include "base/message_boxes.h"
 #include "base/text_file.h"
-#include "ui/text_window.h"
+#include "ui/dialogs/text_window.h"
 
 namespace zentorin {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/key_filter.h"
+#include "ui/widgets/key_filter.h"
 
 #include <QCoreApplication>
 #include <QInputMethodEvent>

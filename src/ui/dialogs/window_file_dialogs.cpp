@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/window_file_dialogs.h"
+#include "ui/dialogs/window_file_dialogs.h"
 
 #include <QDir>
 #include <QFileDialog>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/line_list_view.h"
+#include "ui/widgets/line_list_view.h"
 
 #include <QApplication>
 #include <QEvent>

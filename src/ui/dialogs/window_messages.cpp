@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/window_messages.h"
+#include "ui/dialogs/window_messages.h"
 
 #include <QAbstractButton>
 #include <QMessageBox>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/readable_colour.h"
+#include "ui/widgets/readable_colour.h"
 
 #include <QPalette>
 #include <algorithm>

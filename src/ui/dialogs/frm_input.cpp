@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/frm_input.h"
+#include "ui/dialogs/frm_input.h"
 
 #include <QFontDialog>
 #include <QGuiApplication>
@@ -13,7 +13,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "ui/main_controls.h"
+#include "ui/widgets/fixed_pitch_font.h"
 
 namespace zentorin {
 namespace {

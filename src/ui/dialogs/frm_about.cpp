@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/frm_about.h"
+#include "ui/dialogs/frm_about.h"
 
 #include <QIcon>
 

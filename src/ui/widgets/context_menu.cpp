@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/context_menu.h"
+#include "ui/widgets/context_menu.h"
 
 #include <QAbstractItemView>
 #include <QContextMenuEvent>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/link_label.h"
+#include "ui/widgets/link_label.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -7,7 +7,7 @@
 #include <QStyle>
 #include <QStyleOptionFocusRect>
 
-#include "ui/readable_colour.h"
+#include "ui/widgets/readable_colour.h"
 
 namespace zentorin {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/frm_setting.h"
+#include "ui/dialogs/frm_setting.h"
 
 #include <QDir>
 #include <utility>
@@ -8,7 +8,7 @@
 #include "app/file_dialogs.h"
 #include "base/message_boxes.h"
 #include "base/number_text.h"
-#include "ui/key_filter.h"
+#include "ui/widgets/key_filter.h"
 #include "ui_frm_setting.h"
 
 namespace zentorin {
