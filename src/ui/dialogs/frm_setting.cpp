@@ -41,8 +41,6 @@ void frmSetting::Fill() {
   for (int hours = kSmallestDiffHours; hours <= kLargestDiffHours; ++hours) {
     ui_->cmbGmtDiff->addItem(PadLeft(QString::number(hours), 3));
   }
-  // Nothing is completed while it is typed: "-1" is whole.
-  ui_->cmbGmtDiff->setCompleter(nullptr);
   ui_->cmbGmtDiff->setEditText(PadLeft(QString::number(settings.clock.gmtDiffHours), 3));
   ui_->ChkWmaToMp3->setChecked(settings.download.wmaToMp3);
   ui_->OptStreaming_0->setText(context_.toolCaptions.value(0));

@@ -2,6 +2,7 @@
 #include "ui/widgets/field_combo.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
@@ -14,6 +15,8 @@ FieldCombo::FieldCombo(QWidget* parent) : QComboBox(parent) {
   setEditable(true);
   setInsertPolicy(QComboBox::NoInsert);
   setCompleter(nullptr);
+  // A text that reads like an entry is no choice of it: leaving the box chooses nothing.
+  disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
   setFont(FixedPitchFont(font()));
   setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(5);
@@ -48,13 +51,15 @@ void FieldCombo::keyPressEvent(QKeyEvent* event) {
 }
 
 bool FieldCombo::StandOnEntry() {
-  // A date that was stored is padded.
+  // Numbers are padded, in the box or in the list.
   const QString text = currentText().trimmed();
-  const int entry = text.isEmpty() ? -1 : findText(text, Qt::MatchExactly);
-  if (entry < 0) return false;
-  const QSignalBlocker blocker(this);
-  setCurrentIndex(entry);
-  return true;
+  for (int entry = 0; entry < count() && !text.isEmpty(); ++entry) {
+    if (itemText(entry).trimmed() != text) continue;
+    const QSignalBlocker blocker(this);
+    setCurrentIndex(entry);
+    return true;
+  }
+  return false;
 }
 
 }  // namespace zentorin

@@ -56,7 +56,8 @@ bool PatternChoice::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FontChange) WidenList();
     return QObject::eventFilter(watched, event);
   }
-  if (event->type() == QEvent::MouseButtonDblClick) {
+  // Filters see the clicks on a disabled box, too.
+  if (event->type() == QEvent::MouseButtonDblClick && combo_.isEnabled()) {
     Q_EMIT DoubleClicked();
     return true;
   }
