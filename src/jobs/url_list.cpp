@@ -67,7 +67,6 @@ void UrlList::SetDirty(bool dirty) {
 }
 
 void UrlList::SetCurrentListFile(const QString& path) {
-  if (path == currentListFile_) return;
   currentListFile_ = path;
   Q_EMIT CurrentListFileChanged();
 }

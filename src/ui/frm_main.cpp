@@ -91,7 +91,7 @@ void frmMain::PlaceBySettings() {
 }
 
 void frmMain::FinishStartUp(bool debugMode) {
-  setWindowTitle(ProgramTitle(context_.workspace.urlList.CurrentListFile()));
+  ShowTitle(ProgramTitle(context_.workspace.urlList.CurrentListFile()));
   c_.cmdDebug->setVisible(debugMode);
   ScheduleLayout();
 }
@@ -182,7 +182,7 @@ void frmMain::ConnectState() {
   connect(&layoutTimer_, &QTimer::timeout, this, &frmMain::LayOut);
   Workspace& workspace = context_.workspace;
   connect(&workspace.urlList, &UrlList::CurrentListFileChanged, this,
-          [this] { setWindowTitle(ProgramTitle(context_.workspace.urlList.CurrentListFile())); });
+          [this] { ShowTitle(ProgramTitle(context_.workspace.urlList.CurrentListFile())); });
   connect(&workspace.board, &StatusBoard::FocusRequested, this, [this](FocusTarget target) {
     const std::array<QWidget*, 3> targets{c_.lstTargetUrl, c_.txtUrl_Root, c_.lstUrl_All};
     status_->Focus(targets.at(static_cast<size_t>(target)));
@@ -192,7 +192,7 @@ void frmMain::ConnectState() {
 
 void frmMain::ConnectTray() {
   AutoRun& autoRun = context_.autoRun;
-  connect(&autoRun, &AutoRun::TitleChanged, this, &QWidget::setWindowTitle);
+  connect(&autoRun, &AutoRun::TitleChanged, this, &frmMain::ShowTitle);
   connect(&autoRun, &AutoRun::TrayTipChanged, tray_.get(), &TrayIcon::SetTip);
   connect(&autoRun, &AutoRun::MoveToTrayRequested, this, &frmMain::MoveToTray);
   connect(&autoRun, &AutoRun::RestoreFromTrayRequested, this, &frmMain::RestoreFromTray);
@@ -214,6 +214,11 @@ void frmMain::ScheduleLayout() {
 
 void frmMain::LayOut() {
   layout_.Apply(c_.central->size());
+}
+
+void frmMain::ShowTitle(QString title) {
+  // Qt's place for a mark of its own; doubled it stands for itself.
+  setWindowTitle(title.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
 }
 
 void frmMain::ShowClock() {

@@ -82,6 +82,7 @@ class frmMain : public QMainWindow {
   void SetKeyFilters();
   void ScheduleLayout();
   void LayOut();
+  void ShowTitle(QString title);
   void ShowClock();
   void MoveToTray();
   void ShowDiagnostics();

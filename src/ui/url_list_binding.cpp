@@ -21,10 +21,9 @@ UrlListBinding::UrlListBinding(UrlList& list, LineListView& view, QObject* paren
           [this](const QModelIndex& current) {
             if (!following_ && current.isValid()) list_.Select(current.row());
           });
-  // A click on the selected job loads its fields again; one with Ctrl does not take the selection
-  // away.
+  // A click with Ctrl does not take the selection away.
   connect(&view, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
-    if (index.row() == list_.SelectedRow()) list_.Select(index.row());
+    if (index.row() == list_.SelectedRow()) ShowSelected(index.row());
   });
   ShowSelected(list.SelectedRow());
 }

@@ -13,8 +13,10 @@ namespace zentorin {
 UrlListMenu::UrlListMenu(Workspace& workspace, LineListView& view, QObject* parent)
     : QObject(parent), commands_(workspace) {
   auto* menu = new ContextMenu("mnuContext_TargetUrl", view);
-  connect(menu, &ContextMenu::AskedByMouse, this,
-          [&workspace](const QModelIndex& entry) { workspace.urlList.Select(entry.row()); });
+  UrlList& list = workspace.urlList;
+  connect(menu, &ContextMenu::AskedByMouse, this, [&list](const QModelIndex& entry) {
+    if (entry.row() != list.SelectedRow()) list.Select(entry.row());
+  });
   const auto on = [this](const QAction* action, auto command) {
     connect(action, &QAction::triggered, this, command);
   };

@@ -102,6 +102,14 @@ TEST_F(FieldsTest, TheModeDecidesWhatIsShown) {
   w->Type("cmbBefore_1", "1");
   EXPECT_EQ(w->Text("lblBeforeDate"), "2024/05/01～2024/04/30");
   EXPECT_EQ(w->Cell(1, FileListRow::Address), "http://h/20240501.mp3");
+  // A click on the job that is shown already leaves its list as the user has it.
+  auto* rows = w->Find<LineListView>("lstUrl_All");
+  rows->clearSelection();
+  QWidget* jobs = w->Find<LineListView>("lstTargetUrl")->viewport();
+  QTest::mouseClick(jobs, Qt::LeftButton, {}, {20, 8});
+  QTest::mouseClick(jobs, Qt::RightButton, {}, {20, 8});
+  QTest::keyClick(w->Find("mnuContext_TargetUrl"), Qt::Key_Escape);
+  EXPECT_FALSE(rows->selectionModel()->hasSelection());
   w->Click("Opt_0");
   EXPECT_TRUE(w->Find("ChkTreeFolder")->isEnabled());
   auto* sub = w->Find<QComboBox>("cmbUrl_SubPattern");
@@ -123,6 +131,17 @@ TEST_F(FieldsTest, AChoiceFromAPatternListLeavesOnlyItsExpression) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return combo->currentText() == expression; }));
   EXPECT_EQ(w->workspace.job[TargetUrlItem::FilePattern], expression);
   EXPECT_EQ(Tag(), "Dirty");
+  // A text that merely reads like an entry is no choice, and a locked box opens no editor.
+  const QString alike = "(?:a|b)\\.zip";
+  combo->addItem(alike);
+  w->workspace.job.Edit(TargetUrlItem::FilePattern, alike);
+  combo->setFocus();
+  QTest::keyClick(combo, Qt::Key_Tab);
+  QTest::qWait(30);
+  EXPECT_EQ(w->workspace.job[TargetUrlItem::FilePattern], alike);
+  w->workspace.board.SetBusy(true);
+  QTest::mouseDClick(combo->lineEdit(), Qt::LeftButton);
+  EXPECT_EQ(w->window.findChild<QWidget*>("frmInput"), nullptr);
 }
 
 TEST_F(FieldsTest, WheelAndKeysStepThroughTheEntriesOnlyFromOneOfThem) {

@@ -140,6 +140,10 @@ TEST_F(StartAndCloseTest, AnArmedRunCountsDownInTheTitleAndCanBeGivenUp) {
   QTest::keyClick(&w->window, Qt::Key_Escape);
   EXPECT_TRUE(QTest::qWaitFor([this] { return w->window.windowTitle() == "Zentorin 0.10"; }));
   EXPECT_FALSE(w->Find("cmdCancel")->isVisible());
+  // Opened again, the list stands in the title again.
+  w->dialogs.answer = home.Path("list.dat");
+  w->Find<QAction>("mnuOpen")->trigger();
+  EXPECT_EQ(w->window.windowTitle(), "Zentorin 0.10　-　list.dat");
 }
 
 TEST_F(StartAndCloseTest, AnArmedRunEndsTheProgramByItsPresetAction) {
@@ -179,6 +183,8 @@ TEST_F(StartAndCloseTest, TheSettingsDialogTakesOverWhenItIsClosed) {
   EXPECT_EQ(w->workspace.settings.download.addDateFormat, "yyyymmddhh_x");
   EXPECT_EQ(w->messages.boxes.back().text, "[/:*?\"|<>\\] の各文字は使用不可");
   in("cmbGmtDiff")->setFocus();
+  QTest::keyClick(in("cmbGmtDiff"), Qt::Key_Down);
+  EXPECT_EQ(in("cmbGmtDiff")->property("currentText").toString(), " 10");
   qobject_cast<QComboBox*>(in("cmbGmtDiff"))->lineEdit()->selectAll();
   QTest::keyClicks(in("cmbGmtDiff"), "-1");
   QTest::mouseClick(in("ChkGMTDate"), Qt::LeftButton, {}, {8, 8});
