@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
+#include <QTextDocument>
 
 #include "base/display_clock.h"
 #include "jobs/date_template.h"
@@ -139,7 +140,8 @@ void JobBinding::ShowFormatPreview() {
   const QString text = ExpandDateTemplates(job_[TargetUrlItem::Format], clock_.Now());
   if (c_.lblFileFormat->text() == text) return;
   c_.lblFileFormat->setText(text);
-  c_.lblFileFormat->setToolTip(text);
+  // Tool tips read marks as HTML, and the format comes from a file.
+  c_.lblFileFormat->setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text));
 }
 
 void JobBinding::ShowBeforeDate() {

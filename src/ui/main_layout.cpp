@@ -173,7 +173,9 @@ int MainLayout::CancelWidth() const {
 void MainLayout::PlaceStatus() {
   const int whole = c_.frStatus->width();
   const int row = c_.frStatus->height();
-  const int status = std::clamp(HintWidth(c_.lblStatus), whole / 3, whole);
+  // The file in hand keeps half of the line from a long status.
+  const int file = c_.lblFile->text().isEmpty() ? 0 : std::min(HintWidth(c_.lblFile), whole / 2);
+  const int status = std::clamp(HintWidth(c_.lblStatus), whole / 3, whole - file);
   Put(c_.lblStatus, 0, 0, status, row);
   Put(c_.lblFile, status + kGap, 0, whole - status - kGap, row);
 }
@@ -306,7 +308,7 @@ int MainLayout::PlaceSave(int top) {
   const int count = std::max(HintWidth(c_.lblUrl_All_Cnt),
                              TextWidth(c_.lblUrl_All_Cnt, QStringLiteral("0000000")));
   Put(c_.lblUrl_All_Cnt, c_.frSite->x() + c_.frSite->width() - count - 10, c_.frSite->y() + below,
-      count, row);
+      count, std::min(row, c_.frSite->height() - below));
   return below + row;
 }
 
@@ -315,7 +317,9 @@ void MainLayout::PlaceFileList(int top) {
   // The list ends 10 px short of the frame's right edge and fills it downwards.
   const int width = c_.frSite->width() - 10;
   const QPoint origin = c_.frSite->pos();
-  Put(c_.headerStrip, origin.x(), origin.y() + top, width, header);
+  // What lies over frSite ends where it would inside it.
+  Put(c_.headerStrip, origin.x(), origin.y() + top, width,
+      std::min(header, c_.frSite->height() - top));
   Put(c_.lstUrl_All, origin.x(), origin.y() + top + header, width,
       c_.frSite->height() - top - header);
   PlaceHeaders();

@@ -88,7 +88,7 @@ void StatusBinding::ShowStatusColour() {
 }
 
 void StatusBinding::ShowProgress() {
-  c_.lblFile->setText(board_.File());
+  if (SetCaption(c_.lblFile, board_.File())) layout_.PlaceStatus();
   c_.lblUrl_All_Cnt->setText(board_.FileCount());
   if (SetCaption(c_.lblProgress_o, board_.Counter())) layout_.PlaceProgressFrame();
   // The bar has two writers: the run's own progress, and the fraction of the file in hand whenever

@@ -12,14 +12,14 @@
 namespace zentorin {
 namespace {
 
-// "データファイル(*.dat)" is written without the blank that Qt wants before the bracket.
+// A filter as Qt reads it: its text, and behind it in brackets, which the dialog hides, the pattern
+// that the text names. Every file has to match "*.*", also one without a dot.
 QStringList QtFilters(const QStringList& filters) {
   QStringList result;
-  for (QString filter : filters) {
-    const qsizetype bracket = filter.lastIndexOf(QLatin1Char('('));
-    if (bracket > 0) filter.insert(bracket, QLatin1Char(' '));
-    // Every file has to match, also one without a dot.
-    result.append(filter.replace(QStringLiteral("(*.*)"), QStringLiteral("(*)")));
+  for (const QString& filter : filters) {
+    const QString pattern = filter.mid(filter.lastIndexOf(QLatin1Char('(')));
+    result.append(filter + QLatin1Char(' ') +
+                  (pattern == QLatin1String("(*.*)") ? QStringLiteral("(*)") : pattern));
   }
   return result;
 }
@@ -42,6 +42,7 @@ QString SuffixOf(const QStringList& filters) {
 QCoro::Task<QString> Choose(std::unique_ptr<QFileDialog> dialog, FileDialog request) {
   dialog->setWindowTitle(request.title);
   dialog->setDirectory(ExistingFolder(request.folder));
+  dialog->setOption(QFileDialog::HideNameFilterDetails);
   if (!request.filters.isEmpty()) dialog->setNameFilters(QtFilters(request.filters));
   if (!request.proposedFile.isEmpty()) dialog->selectFile(request.proposedFile);
   dialog->setWindowModality(Qt::ApplicationModal);
