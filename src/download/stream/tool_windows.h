@@ -41,8 +41,9 @@ class ToolWindows {
   // False without a display; then the list is empty.
   virtual bool Available() = 0;
   virtual std::vector<ToolWindow> List() = 0;
-  // The same window as it is now; nothing when it is gone.
-  std::optional<ToolWindow> Find(const ToolWindow& window);
+  // The same window as it is now; nothing when it is gone. It is asked for by its id: a list that
+  // is made while a window manager takes a window from one parent to another may lack it.
+  virtual std::optional<ToolWindow> Find(const ToolWindow& window) = 0;
 
   // Types one letter into a window.
   virtual void PressKey(quint32 window, char16_t letter) = 0;

@@ -86,7 +86,7 @@ class X11ToolWindows::Display {
     return questions;
   }
 
-  // Nothing for a window without a class.
+  // Nothing for a window without a class or one that is gone.
   std::optional<ToolWindow> Describe(const Questions& questions) const {
     std::array<QByteArray, 5> values;
     for (std::size_t i = 0; i < values.size(); ++i) values[i] = Property(questions.properties[i]);
@@ -94,14 +94,14 @@ class X11ToolWindows::Display {
         xcb_get_window_attributes_reply(connection_, questions.attributes, nullptr));
     const auto& [windowClass, fullTitle, plainTitle, processId, owner] = values;
     const QList<QByteArray> classes = windowClass.split('\0');
-    if (classes.size() < 2) return std::nullopt;
+    if (classes.size() < 2 || !attributes) return std::nullopt;
     return ToolWindow{.id = questions.window,
                       .instance = QString::fromLatin1(classes[0]),
                       .className = QString::fromLatin1(classes[1]),
                       .title = QString::fromUtf8(fullTitle.isEmpty() ? plainTitle : fullTitle),
                       .processId = Number(processId),
                       .owner = Number(owner),
-                      .visible = attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE};
+                      .visible = attributes->map_state == XCB_MAP_STATE_VIEWABLE};
   }
 
   // The key that a letter stands on; 0 when there is none.
@@ -220,6 +220,14 @@ std::vector<ToolWindow> X11ToolWindows::List() {
   }
   display->Finish();
   return found;
+}
+
+std::optional<ToolWindow> X11ToolWindows::Find(const ToolWindow& window) {
+  Display* display = Connected();
+  if (display == nullptr) return std::nullopt;
+  auto now = display->Describe(display->AskFor(window.id));
+  display->Finish();
+  return now && now->IsSameAs(window) ? now : std::nullopt;
 }
 
 // A key that is really pressed goes to the window that has the focus: only when that is the right

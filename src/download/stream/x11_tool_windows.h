@@ -18,6 +18,7 @@ class X11ToolWindows : public ToolWindows {
 
   bool Available() override;
   std::vector<ToolWindow> List() override;
+  std::optional<ToolWindow> Find(const ToolWindow& window) override;
   void PressKey(quint32 window, char16_t letter) override;
   void Show(quint32 window, bool shown) override;
   void Close(quint32 window) override;

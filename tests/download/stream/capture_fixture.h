@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QFile>
+#include <algorithm>
 
 #include "download/result_code.h"
 #include "download/stream/external_stream_capture.h"
@@ -16,6 +17,11 @@ class FakeToolWindows : public ToolWindows {
   bool Available() override { return !windows.empty(); }
   std::vector<ToolWindow> List() override {
     return looks++ == 0 ? std::vector<ToolWindow>() : windows;
+  }
+  std::optional<ToolWindow> Find(const ToolWindow& window) override {
+    const auto same = [&](const ToolWindow& other) { return other.IsSameAs(window); };
+    const auto found = std::ranges::find_if(windows, same);
+    return found == windows.end() ? std::nullopt : std::optional(*found);
   }
   void PressKey(quint32 /*window*/, char16_t /*letter*/) override {}
   void Show(quint32 /*window*/, bool /*shown*/) override {}

@@ -2,6 +2,9 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTimer>
+#include <cstdlib>
+
+#include <xcb/xcb.h>
 
 #include "base/wait.h"
 #include "download/stream/x11_tool_windows.h"
@@ -11,6 +14,20 @@ namespace zentorin::test {
 namespace {
 
 const QString kTool = ZENTORIN_FAKE_STREAM_GET;
+
+// Moves a window to where no list of windows looks, until this program ends.
+void PutDeepInside(xcb_window_t window) {
+  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+  xcb_window_t parent = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+  for (int depth = 0; depth < 10; ++depth) {
+    const xcb_window_t frame = xcb_generate_id(connection);
+    xcb_create_window(connection, 0, frame, parent, 0, 0, 9, 9, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, 0,
+                      0, nullptr);
+    parent = frame;
+  }
+  free(
+      xcb_request_check(connection, xcb_reparent_window_checked(connection, window, parent, 0, 0)));
+}
 
 // The program against a tool that behaves like StreamGet, on a display of its own.
 class StreamGetCaptureTest : public CaptureTest {
@@ -100,8 +117,11 @@ TEST_F(StreamGetCaptureTest, AWindowIsShownHiddenAndEnded) {
   EXPECT_FALSE(windows.List().front().visible);
   windows.Show(window.id, true);
   EXPECT_TRUE(windows.List().front().visible);
+  PutDeepInside(window.id);
+  EXPECT_TRUE(windows.Find(window)) << "wherever a window manager puts it";
   windows.EndProgram(window.id);
   EXPECT_TRUE(other.waitForFinished());
+  EXPECT_FALSE(windows.Find(window));
 }
 
 }  // namespace
