@@ -21,7 +21,7 @@ int readEnd = -1;
 std::atomic<bool> stopSeen = false;
 
 extern "C" void OnStop(int /*signal*/) {
-  if (stopSeen.exchange(true)) ::_exit(kExitCancelled);
+  if (writeEnd < 0 || stopSeen.exchange(true)) ::_exit(kExitCancelled);
   const int interrupted = errno;
   const char byte = 0;
   [[maybe_unused]] const ssize_t written = ::write(writeEnd, &byte, 1);
@@ -43,10 +43,6 @@ bool IsIgnored(int signal) {
 }  // namespace
 
 void StopSignals::Catch() {
-  std::array<int, 2> ends = {-1, -1};
-  if (readEnd >= 0 || ::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
-  readEnd = ends[0];
-  writeEnd = ends[1];
   Handle(SIGPIPE, SIG_IGN);
   Handle(SIGINT, OnStop);
   Handle(SIGTERM, OnStop);
@@ -55,7 +51,10 @@ void StopSignals::Catch() {
 
 StopSignals::StopSignals(QObject* parent) : QObject(parent) {
   Catch();
-  if (readEnd < 0) return;
+  std::array<int, 2> ends = {-1, -1};
+  if (readEnd >= 0 || ::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+  readEnd = ends[0];
+  writeEnd = ends[1];
   notifier_ = std::make_unique<QSocketNotifier>(readEnd, QSocketNotifier::Read);
   connect(notifier_.get(), &QSocketNotifier::activated, this, &StopSignals::Read);
 }

@@ -15,8 +15,8 @@ class StopSignals : public QObject {
   Q_OBJECT
 
  public:
-  // Catches them from now on, before there is an application; the first object reports what came
-  // until then. Without this call the object does it.
+  // Catches them from now on, before there is an application: nothing has been begun, so until
+  // there is an object the first one ends the process, too. Without this call the object does it.
   static void Catch();
 
   explicit StopSignals(QObject* parent = nullptr);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/display_server.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QLibraryInfo>
@@ -9,7 +10,9 @@
 #include <cerrno>
 #include <csignal>
 
+#include <fcntl.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
@@ -22,21 +25,30 @@ namespace {
 constexpr const char* kX11 = "DISPLAY";
 constexpr const char* kWayland = "WAYLAND_DISPLAY";
 
+// The process that asks. It holds nothing of its parent's open but the pipe, and ends with it.
+[[noreturn]] void AskX11(pid_t parent, int answer) {
+  const bool tied = prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && getppid() == parent;
+  for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (standard != answer) close(standard);
+  }
+  const char byte = 1;
+  const bool told = tied && xcb_connection_has_error(xcb_connect(nullptr, nullptr)) == 0 &&
+                    write(answer, &byte, 1) == 1;
+  _exit(told ? 0 : 1);
+}
+
 // Connecting waits for the server's answer without end, so a process of its own does it.
 bool X11Answers(std::chrono::milliseconds bound) {
   std::array<int, 2> ends = {-1, -1};
-  if (pipe(ends.data()) != 0) return false;
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) return false;
+  const QDeadlineTimer deadline(bound);
+  const pid_t self = getpid();
   const pid_t child = fork();
-  if (child == 0) {
-    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
-    const char byte = 1;
-    const bool told = xcb_connection_has_error(connection) == 0 && write(ends[1], &byte, 1) == 1;
-    _exit(told ? 0 : 1);
-  }
+  if (child == 0) AskX11(self, ends[1]);
   close(ends[1]);
   pollfd watched = {.fd = ends[0], .events = POLLIN, .revents = 0};
   int ready = -1;
-  do ready = poll(&watched, 1, static_cast<int>(bound.count()));
+  do ready = poll(&watched, 1, static_cast<int>(deadline.remainingTime()));
   while (ready < 0 && errno == EINTR);
   char byte = 0;
   const bool answers = ready > 0 && read(ends[0], &byte, 1) == 1;
