@@ -11,13 +11,15 @@ namespace zentorin {
 
 class RunState;
 
-// Ends a wait with the first of several events: its time is over, or a signal that was added. What
+// Ends a wait with the first of several events: its time is over, or a signal that was added; or
+// whoever emits Came(). Without a time only these count. What
 // comes after the first one goes away with the object; a wait on the signal itself, with a time of
 // its own, would be resumed a second time by it.
 class FirstEvent : public QObject {
   Q_OBJECT
 
  public:
+  FirstEvent() = default;
   explicit FirstEvent(std::chrono::milliseconds time);
 
   // `sender` outlives the object.

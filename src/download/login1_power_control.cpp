@@ -8,6 +8,8 @@
 #include <QDBusVariant>
 
 #include "base/message_bus.h"
+#include "base/run_state.h"
+#include "base/wait.h"
 #include "download/login1_names.h"
 #include "download/login1_sleep_hold.h"
 #include "download/power_action.h"
@@ -54,21 +56,49 @@ bool KnowsNoFlags(const QDBusMessage& reply) {
   return type == QDBusError::UnknownMethod || type == QDBusError::InvalidArgs;
 }
 
+// Older ones know no session "auto" and say that there is none of this name.
+bool IsNoSession(const QDBusMessage& reply) {
+  return reply.errorName() == QStringLiteral("org.freedesktop.login1.NoSessionForPID") ||
+         reply.errorName() == QStringLiteral("org.freedesktop.login1.NoSuchSession");
+}
+
+// A session's name as the service itself would give it.
+QDBusMessage NameOfSession(const QDBusMessage& call, const QString& name) {
+  return call.createReply(QVariant::fromValue(QDBusVariant(name)));
+}
+
 }  // namespace
 
-QCoro::Task<PowerOutcome> Login1PowerControl::Perform(QString action) {
+// One action on its way to the service.
+struct Login1PowerControl::Attempt {
+  const PowerAction& action;
+  const RunState& state;
+  bool isOut = false;  // a call that acts has been sent, and its answer has not come
+};
+
+QCoro::Task<PowerOutcome> Login1PowerControl::Perform(QString action, const RunState& state) {
   PowerOutcome outcome;
   const PowerAction* const wanted = FindPowerAction(action);
   if (wanted == nullptr) co_return outcome;
+  Attempt attempt{.action = *wanted, .state = state};
   QString fault;
   if (wanted->EndsSession()) {
-    fault = co_await EndSession(*wanted);
+    fault = co_await EndSession(attempt);
   } else {
-    fault = co_await ActOnComputer(*wanted);
+    fault = co_await ActOnComputer(attempt);
   }
   outcome.done = fault.isEmpty();
-  outcome.text = outcome.done ? QStringLiteral("「%1」を要求し、受け付けられました。").arg(action)
-                              : QStringLiteral("「%1」を実行できません。").arg(action) + fault;
+  if (outcome.done) {
+    outcome.text = QStringLiteral("「%1」を要求し、受け付けられました。").arg(action);
+  } else if (!state.CancelRequested()) {
+    outcome.text = QStringLiteral("「%1」を実行できません。").arg(action) + fault;
+  } else {
+    outcome.cancelled = true;
+    if (attempt.isOut) {
+      outcome.text =
+          QStringLiteral("「%1」は要求済みのため、取り消せないことがあります。").arg(action);
+    }
+  }
   co_return outcome;
 }
 
@@ -76,66 +106,88 @@ std::unique_ptr<SleepHold> Login1PowerControl::KeepAwake() {
   return std::make_unique<Login1SleepHold>(bus_);
 }
 
-QCoro::Task<QString> Login1PowerControl::ActOnComputer(const PowerAction& action) {
-  const QDBusMessage question = ManagerCall(action.question);
-  const QDBusMessage answer = co_await bus_.Call(question);
+QCoro::Task<QDBusMessage> Login1PowerControl::Ask(const Attempt& attempt, QDBusMessage call) {
+  QDBusMessage reply;
+  if (attempt.state.CancelRequested()) co_return reply;
+  FirstEvent end;
+  end.Add(attempt.state, &RunState::Cancelled);
+  bus_.Ask(call, &end, [&reply, &end](const QDBusMessage& message) {
+    reply = message;
+    Q_EMIT end.Came();
+  });
+  co_await end.Wait();
+  co_return reply;
+}
+
+QCoro::Task<QDBusMessage> Login1PowerControl::Act(Attempt& attempt, QDBusMessage call) {
+  attempt.isOut = !attempt.state.CancelRequested();
+  QDBusMessage reply = co_await Ask(attempt, call);
+  if (reply.type() != QDBusMessage::InvalidMessage) attempt.isOut = false;
+  co_return reply;
+}
+
+QCoro::Task<QString> Login1PowerControl::ActOnComputer(Attempt& attempt) {
+  const QDBusMessage question = ManagerCall(attempt.action.question);
+  const QDBusMessage answer = co_await Ask(attempt, question);
   QString fault = Fault(answer);
   if (fault.isEmpty()) fault = Objection(answer.arguments().value(0).toString());
   if (!fault.isEmpty()) co_return fault;
-  const QDBusMessage reply = co_await ForcedCall(action);
+  const QDBusMessage reply = co_await ForcedCall(attempt);
   fault = Fault(reply);
   co_return fault;
 }
 
 // The call without flags has no word for "forced": a login1 that knows no flags overrides the
 // inhibitors for whoever is allowed to.
-QCoro::Task<QDBusMessage> Login1PowerControl::ForcedCall(const PowerAction& action) {
+QCoro::Task<QDBusMessage> Login1PowerControl::ForcedCall(Attempt& attempt) {
+  const PowerAction& action = attempt.action;
   const QDBusMessage forced = ManagerCall(action.forced, {QVariant::fromValue(action.flags)});
-  QDBusMessage reply = co_await bus_.Call(forced);
+  QDBusMessage reply = co_await Act(attempt, forced);
   if (!IsError(reply) || !KnowsNoFlags(reply)) co_return reply;
   constexpr bool kInteractive = false;
   const QDBusMessage plain = ManagerCall(action.plain, {kInteractive});
-  reply = co_await bus_.Call(plain);
+  reply = co_await Act(attempt, plain);
   co_return reply;
 }
 
-QCoro::Task<QString> Login1PowerControl::EndSession(const PowerAction& action) {
-  const QDBusMessage session = co_await OwnSession();
+QCoro::Task<QString> Login1PowerControl::EndSession(Attempt& attempt) {
+  const QDBusMessage session = co_await OwnSession(attempt);
   QString fault = Fault(session);
   if (!fault.isEmpty()) co_return fault;
   const QString name = session.arguments().value(0).value<QDBusVariant>().variant().toString();
   if (name.isEmpty()) co_return QStringLiteral("ログインセッションがありません。");
-  const QDBusMessage call = ManagerCall(action.forced, {name});
-  const QDBusMessage reply = co_await bus_.Call(call);
+  const QDBusMessage call = ManagerCall(attempt.action.forced, {name});
+  const QDBusMessage reply = co_await Act(attempt, call);
   fault = Fault(reply);
   co_return fault;
 }
 
 // A program that the user's service manager has started belongs to no session by its process
-// number; then the environment names the session.
-QCoro::Task<QDBusMessage> Login1PowerControl::OwnSession() {
+// number. Then the environment names the session; else the user's display session is meant.
+QCoro::Task<QDBusMessage> Login1PowerControl::OwnSession(const Attempt& attempt) {
   const auto processId = static_cast<quint32>(QCoreApplication::applicationPid());
-  const QDBusMessage lookUp = ManagerCall(QLatin1String("GetSessionByPID"), {processId});
-  const QDBusMessage found = co_await bus_.Call(lookUp);
-  if (IsError(found)) {
-    const bool none = found.errorName() == QStringLiteral("org.freedesktop.login1.NoSessionForPID");
-    if (!none) co_return found;
-    const QVariant name = qEnvironmentVariable("XDG_SESSION_ID");
-    const QVariant answer = QVariant::fromValue(QDBusVariant(name));
-    QDBusMessage reply = lookUp.createReply(answer);
-    co_return reply;
+  const QDBusMessage byProcess = ManagerCall(QLatin1String("GetSessionByPID"), {processId});
+  QDBusMessage found = co_await Ask(attempt, byProcess);
+  if (IsNoSession(found)) {
+    const QString name = qEnvironmentVariable("XDG_SESSION_ID");
+    if (!name.isEmpty()) co_return NameOfSession(byProcess, name);
+    const QDBusMessage byUser = ManagerCall(QLatin1String("GetSession"), {QStringLiteral("auto")});
+    found = co_await Ask(attempt, byUser);
+    if (IsNoSession(found)) co_return NameOfSession(byUser, {});
   }
+  if (IsError(found)) co_return found;
   QDBusMessage property = QDBusMessage::createMethodCall(
       login1::Service(), found.arguments().value(0).value<QDBusObjectPath>().path(),
       QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
   property << QStringLiteral("org.freedesktop.login1.Session") << QStringLiteral("Id");
-  QDBusMessage reply = co_await bus_.Call(property);
+  QDBusMessage reply = co_await Ask(attempt, property);
   co_return reply;
 }
 
 // Why an error came instead of an answer; empty for a reply.
 QString Login1PowerControl::Fault(const QDBusMessage& reply) const {
   if (!IsError(reply)) return {};
+  if (reply.type() == QDBusMessage::InvalidMessage) return QStringLiteral("キャンセルされました。");
   if (reply.errorName() == login1::AuthorisationError()) return NeedsAuthorisation();
   switch (QDBusError(reply).type()) {
     case QDBusError::Disconnected:

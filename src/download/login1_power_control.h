@@ -18,16 +18,22 @@ class Login1PowerControl : public PowerControl {
   // `bus` is the system's and outlives the control.
   explicit Login1PowerControl(MessageBus& bus) : bus_(bus) {}
 
-  QCoro::Task<PowerOutcome> Perform(QString action) override;
+  QCoro::Task<PowerOutcome> Perform(QString action, const RunState& state) override;
   std::unique_ptr<SleepHold> KeepAwake() override;
 
  private:
-  // Each answers why the action cannot be performed; empty when it can, or was.
-  QCoro::Task<QString> ActOnComputer(const PowerAction& action);
-  QCoro::Task<QString> EndSession(const PowerAction& action);
-  QCoro::Task<QDBusMessage> ForcedCall(const PowerAction& action);
+  struct Attempt;
+
+  // Each answers why the action cannot be performed; empty when it was.
+  QCoro::Task<QString> ActOnComputer(Attempt& attempt);
+  QCoro::Task<QString> EndSession(Attempt& attempt);
+  // The reply or the error; an invalid message when a cancel came before it.
+  QCoro::Task<QDBusMessage> Ask(const Attempt& attempt, QDBusMessage call);
+  // The same for a call that acts.
+  QCoro::Task<QDBusMessage> Act(Attempt& attempt, QDBusMessage call);
+  QCoro::Task<QDBusMessage> ForcedCall(Attempt& attempt);
   // A reply that holds the session's name, or the error.
-  QCoro::Task<QDBusMessage> OwnSession();
+  QCoro::Task<QDBusMessage> OwnSession(const Attempt& attempt);
   QString Fault(const QDBusMessage& reply) const;
 
   MessageBus& bus_;

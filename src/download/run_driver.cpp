@@ -219,31 +219,41 @@ QCoro::Task<RunDriver::Unload> RunDriver::CountdownSteps() {
   if (standby.checked) {
     ShowCancel();
     context_.board.SetStatus(standby.caption + QStringLiteral(" します。"));
-    const bool over = co_await CountDown();
-    if (!over) {
+    bool goesOn = co_await CountDown();
+    if (goesOn) {
+      goesOn = co_await PerformAction(standby.caption);
+    } else {
       context_.board.SetStatus({});
+    }
+    if (!goesOn) {
       context_.board.SetFile({});
       if (context_.state.CancelRequested() && !endedByFatal_) wasCancelled_ = true;
       // Whoever stops the countdown is there and keeps the window; after a fatal error nobody is.
       const bool unload = endedByFatal_ && !afterBatchAction_.isEmpty();
       co_return unload ? Unload::Yes : Unload::No;
     }
-    co_await PerformAction(standby.caption);
     context_.board.SetCancelShown(false);
   }
   co_return afterBatchAction_.isEmpty() ? Unload::No : Unload::Yes;
 }
 
 // The log is on disk before the power may be gone; a disk that fails does not keep the power on. A
-// refused action changes nothing else.
-QCoro::Task<void> RunDriver::PerformAction(const QString& action) {
+// refused action changes nothing else. False when a cancel stopped it.
+QCoro::Task<bool> RunDriver::PerformAction(QString action) {
   StatusBoard& board = context_.board;
   const FileOutcome durable = context_.log.Sync();
   if (!durable.Ok()) board.SetStatus(durable.message, StatusBoard::kRed);
-  const PowerOutcome outcome = co_await power_.Perform(action);
-  if (outcome.text.isEmpty()) co_return;
-  board.SetStatus(outcome.text, outcome.done ? StatusBoard::kBlue : StatusBoard::kRed);
-  Q_EMIT PowerAnswered(outcome.text);
+  const PowerOutcome outcome = co_await power_.Perform(action, context_.state);
+  if (outcome.cancelled && outcome.text.isEmpty()) board.SetStatus({});
+  if (!outcome.text.isEmpty()) {
+    board.SetStatus(outcome.text, outcome.done ? StatusBoard::kBlue : StatusBoard::kRed);
+    Q_EMIT PowerAnswered(outcome.text);
+  }
+  if (outcome.tried) {
+    const FileOutcome logged = context_.log.Append(outcome.text);
+    if (!logged.Ok()) board.SetStatus(logged.message, StatusBoard::kRed);
+  }
+  co_return !outcome.cancelled;
 }
 
 // "4.9" down to "0.0". False when it was stopped: by a cancel, or by unchecking the box.

@@ -78,7 +78,7 @@ class RunDriver : public QObject {
   QCoro::Task<void> AllJobs();
   QCoro::Task<void> BatchJob();
   QCoro::Task<Unload> CountdownSteps();
-  QCoro::Task<void> PerformAction(const QString& action);
+  QCoro::Task<bool> PerformAction(QString action);
   QCoro::Task<bool> CountDown();
   QCoro::Task<void> RunDownload();
   void OfferStandby();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <QDir>
 #include <QLocalServer>
+#include <QLocalSocket>
 #include <QProcess>
 #include <QRegularExpression>
 #include <csignal>
@@ -271,6 +272,23 @@ TEST_F(ProgramCancelTest, ASignalWhileAPageIsFetchedEndsTheBatch) {
   EXPECT_EQ(server.Hits("/four/long.mp3"), 0);
 }
 
+TEST_F(ProgramCancelTest, ASignalWhileADisplayIsSilentEndsTheProgramAtOnce) {
+  QLocalServer display;
+  const QString number = QString::number(QCoreApplication::applicationPid());
+  display.setSocketOptions(QLocalServer::AbstractNamespaceOption);
+  ASSERT_TRUE(display.listen("/tmp/.X11-unix/X" + number));
+  program.environment.insert("DISPLAY", u':' + number);
+  program.Start(arguments);
+  ASSERT_TRUE(display.waitForNewConnection(30'000));
+  QLocalSocket* const asking = display.nextPendingConnection();
+  program.Send(SIGINT);
+  EXPECT_EQ(program.WaitForEnd(), 130);
+  EXPECT_EQ(program.Errors(), QString());
+  EXPECT_TRUE(asking->state() == QLocalSocket::UnconnectedState ||
+              asking->waitForDisconnected(30'000))
+      << "who asks the display has outlived the program";
+}
+
 TEST_F(ProgramCancelTest, ASignalEndsTheCountdown) {
   if (QTime::currentTime() >= QTime(23, 57)) GTEST_SKIP() << "no later start time is left today";
   arguments.insert(1, "23:59");
@@ -340,6 +358,9 @@ TEST_F(ProgramPowerTest, ADryRunTouchesNoService) {
   program.environment.insert("ZENTORIN_POWER", "dry-run");
   EXPECT_EQ(RunAndThen("l"), 0);
   EXPECT_EQ(services.calls, QStringList());
+  EXPECT_TRUE(
+      LogWithoutDates(home).endsWith("DATE\r\n「ログオフ」は試行のため実行しません（呼び出し: "
+                                     "TerminateSession(自分のセッション)）。\r\n\r\n\r\n"));
   EXPECT_TRUE(
       Says("「ログオフ」は試行のため実行しません（呼び出し: "
            "TerminateSession(自分のセッション)）。"));

@@ -22,7 +22,7 @@ class PowerControlTest : public test::DownloadTest {
  protected:
   PowerOutcome Perform(const QString& action) {
     services.calls.clear();
-    return QCoro::waitFor(login1.Perform(action));
+    return QCoro::waitFor(login1.Perform(action, state));
   }
   // The calls that an action makes, with the outcome's text where it was refused.
   QString CallsOf(const QString& action) {
@@ -94,16 +94,54 @@ TEST_F(PowerControlTest, ARefusalIsASentenceThatNamesTheAction) {
   }
 }
 
-TEST_F(PowerControlTest, ALogOffOutsideASessionTakesTheOneThatTheEnvironmentNames) {
+TEST_F(PowerControlTest, ALogOffOutsideASessionTakesThatOfTheEnvironmentOrOfTheDisplay) {
   const QString none = "org.freedesktop.login1.NoSessionForPID";
   const QByteArray before = qgetenv("XDG_SESSION_ID");
   qputenv("XDG_SESSION_ID", "c3");
-  services.errors["GetSessionByPID"] = {none, none};
+  services.errors["GetSessionByPID"] = {none, none, none};
   EXPECT_EQ(CallsOf(kLogOff), kAsked + " TerminateSession(c3)");
   qunsetenv("XDG_SESSION_ID");
+  const QString auto_ = kAsked + " GetSession(auto)";
   EXPECT_EQ(CallsOf(kLogOff),
-            kAsked + "|「ログオフ」を実行できません。ログインセッションがありません。");
+            auto_ + " Get(org.freedesktop.login1.Session,Id) TerminateSession(7)");
+  services.errors["GetSession"] = {"org.freedesktop.login1.NoSuchSession"};
+  EXPECT_EQ(CallsOf(kLogOff),
+            auto_ + "|「ログオフ」を実行できません。ログインセッションがありません。");
   if (!before.isNull()) qputenv("XDG_SESSION_ID", before);
+}
+
+TEST_F(PowerControlTest, ACancelEndsTheWaitForAnAnswerAndMakesNoFurtherCall) {
+  services.errors["PowerOffWithFlags"] = {kError + "UnknownMethod"};
+  const QString out = "「%1」は要求済みのため、取り消せないことがあります。";
+  const struct {
+    QString action;
+    QString method;  // stays without an answer
+    QString text;
+  } cases[] = {
+      {kSuspend, "CanSuspend", {}},
+      {kLogOff, "GetSessionByPID", {}},
+      {kLogOff, "Get", {}},
+      {kSuspend, "SuspendWithFlags", out.arg(kSuspend)},
+      {kPowerOff, "PowerOff", out.arg(kPowerOff)},
+      {kLogOff, "TerminateSession", out.arg(kLogOff)},
+  };
+  MessageBus patient(services.Address(), std::chrono::hours(1));
+  Login1PowerControl control(patient);
+  RunDriver driver{context, urlList, generator, control};
+  driver.SetCountdownStep(std::chrono::milliseconds(0));
+  QObject::connect(&services, &test::PrivateBus::Called, &driver, [&] {
+    if (services.silent.contains(services.calls.last().section(u'(', 0, 0))) driver.CancelCommand();
+  });
+  for (const auto& [action, method, text] : cases) {
+    services.silent = {method};
+    state.ClearCancel();
+    board.SetStandby({.visible = true, .checked = true, .caption = action, .toolTip = {}});
+    driver.SetAfterBatchAction(action);
+    QCoro::waitFor(driver.PowerActionCountdown());
+    EXPECT_TRUE(services.calls.last().startsWith(method + u'(')) << method.toStdString();
+    EXPECT_EQ(board.Status(), text);
+    EXPECT_TRUE(driver.WasCancelled());
+  }
 }
 
 TEST_F(PowerControlTest, AMissingOrSilentServiceIsReportedWithinItsBound) {
@@ -114,13 +152,13 @@ TEST_F(PowerControlTest, AMissingOrSilentServiceIsReportedWithinItsBound) {
     MessageBus noBus(address);
     Login1PowerControl control(noBus);
     const auto hold = control.KeepAwake();
-    EXPECT_EQ(QCoro::waitFor(control.Perform(kPowerOff)).text, missing);
+    EXPECT_EQ(QCoro::waitFor(control.Perform(kPowerOff, state)).text, missing);
   }
   MessageBus impatient(services.Address(), std::chrono::milliseconds(100));
   Login1PowerControl control(impatient);
   for (const char* method : {"PowerOffWithFlags", "CanPowerOff"}) {
     services.silent.insert(method);
-    EXPECT_EQ(QCoro::waitFor(control.Perform(kPowerOff)).text,
+    EXPECT_EQ(QCoro::waitFor(control.Perform(kPowerOff, state)).text,
               "「シャットダウン」を実行できません。電源管理サービス"
               "（org.freedesktop.login1）から 0.1 秒以内に応答がありません。");
   }
@@ -151,10 +189,10 @@ TEST_F(PowerControlTest, SleepIsHeldOffUntilTheHoldEnds) {
 
 TEST_F(PowerControlTest, ADryRunSaysWhatItWouldCall) {
   DryRunPowerControl dry;
-  EXPECT_EQ(QCoro::waitFor(dry.Perform(kPowerOff)).text,
+  EXPECT_EQ(QCoro::waitFor(dry.Perform(kPowerOff, state)).text,
             "「シャットダウン」は試行のため実行しません（呼び出し: "
             "PowerOffWithFlags(16)）。");
-  EXPECT_TRUE(QCoro::waitFor(dry.Perform("閉じる")).text.isEmpty());
+  EXPECT_TRUE(QCoro::waitFor(dry.Perform("閉じる", state)).text.isEmpty());
   EXPECT_EQ(dry.KeepAwake(), nullptr);
 }
 

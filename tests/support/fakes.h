@@ -77,7 +77,7 @@ class FakeStreamCapture : public StreamCapture {
 // Keeps the actions and answers `refusal` to each; counts the holds that live.
 class RecordingPowerControl : public PowerControl {
  public:
-  QCoro::Task<PowerOutcome> Perform(QString action) override {
+  QCoro::Task<PowerOutcome> Perform(QString action, const RunState& /*state*/) override {
     performed.append(action);
     PowerOutcome outcome;
     outcome.done = refusal.isEmpty();

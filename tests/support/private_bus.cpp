@@ -99,7 +99,7 @@ QVariant PrivateBus::AnswerTo(const QDBusMessage& message) {
   if (method.startsWith("Can")) return "yes";
   if (method == "Inhibit") return InhibitorLock();
   if (method == "Notify") return quint32{1};
-  if (method == "GetSessionByPID") {
+  if (method == "GetSessionByPID" || method == "GetSession") {
     return QVariant::fromValue(QDBusObjectPath("/org/freedesktop/login1/session/_37"));
   }
   if (method == "Get" && message.path().endsWith("/_37")) {
