@@ -30,7 +30,11 @@ QCoro::Task<int> CaptureWatch::Run() {
   co_await tool_.End(state_.CancelRequested());
   // What something else ended in the middle is not whole, whatever was written.
   int code = kImperfect;
-  if (!killed || !ran_) code = co_await Settle(appeared);
+  if (!tool_.Refusal().isEmpty()) {
+    code = kDownloadFailed;
+  } else if (!killed || !ran_) {
+    code = co_await Settle(appeared);
+  }
   // A broken recording is kept as well: its row says "imperfect", and there may be no second time
   // to record it. An empty one takes nothing's place.
   const bool kept = (code == kComplete || code == kImperfect) && file_.Bytes() > 0;

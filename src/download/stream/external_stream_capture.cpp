@@ -104,8 +104,9 @@ QCoro::Task<int> ExternalStreamCapture::RunTool(const DownloadContext& context,
   int code = kFatal;
   if (fault.isEmpty()) {
     code = co_await watch.Run();
-    if (code == kFatal) fault = tool_->WhyNeverSeen();
+    fault = code == kFatal ? tool_->WhyNeverSeen() : tool_->Refusal();
   }
+  if (!fault.isEmpty()) qCWarning(captureLog).noquote() << EscapeForDisplay(fault);
   if (!fault.isEmpty()) context.board.SetStatus(EscapeForDisplay(fault), StatusBoard::kRed);
   // What has just ended may still be on its way here.
   co_await YieldToEventLoop();

@@ -42,6 +42,8 @@ class StreamTool {
   virtual bool Running() { return process_.Running(); }
   // It has done its work although it never appeared: some recordings are over before they are seen.
   virtual bool RanUnseen() const = 0;
+  // A sentence on why its recording is not to be had; empty when it is.
+  virtual QString Refusal() const { return {}; }
   // Called every 500 ms; also answers what the tool asks.
   virtual ToolReading Read() = 0;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "download/stream/tool_process.h"
 
+#include <cerrno>
 #include <csignal>
 
 #include <sys/prctl.h>
@@ -22,6 +23,10 @@ ToolProcess::ToolProcess(QObject* parent) : QObject(parent) {
     if (::getppid() != parentId) ::_exit(1);
   });
   connect(&process_, &QProcess::started, this, [this] { session_ = process_.processId(); });
+  connect(&process_, &QProcess::readyReadStandardError, this,
+          [this] { Q_EMIT Said(process_.readAllStandardError()); });
+  connect(&process_, &QProcess::finished, this,
+          [this] { empty_ = ::kill(-static_cast<pid_t>(session_), 0) != 0 && errno == ESRCH; });
   // Queued: whoever waits for it may start the next one or delete this object.
   connect(&process_, &QProcess::finished, this, &ToolProcess::Ended, Qt::QueuedConnection);
   connect(
@@ -42,8 +47,9 @@ ToolProcess::~ToolProcess() {
 void ToolProcess::Start(const QStringList& words, const QString& folder) {
   killed_ = false;
   session_ = 0;
+  empty_ = false;
   if (!folder.isEmpty()) process_.setWorkingDirectory(folder);
-  process_.start(words.value(0), words.mid(1), QIODevice::NotOpen);
+  process_.start(words.value(0), words.mid(1), QIODevice::ReadOnly);
 }
 
 bool ToolProcess::EndedWell() const {
@@ -51,6 +57,7 @@ bool ToolProcess::EndedWell() const {
          process_.exitCode() == 0;
 }
 
+// A program that takes SIGTERM as a wish to quit ends well: it has finished its file.
 bool ToolProcess::WasKilled() const {
   return !Running() && session_ != 0 && !killed_ && process_.exitStatus() == QProcess::CrashExit;
 }
@@ -63,7 +70,7 @@ void ToolProcess::Kill() {
     process_.kill();
   }
   const auto session = static_cast<pid_t>(session_ != 0 ? session_ : process_.processId());
-  if (session > 1) ::kill(-session, SIGKILL);
+  if (session > 1 && !empty_) ::kill(-session, SIGKILL);
 }
 
 QCoro::Task<void> ToolProcess::Pause(RunState& state, std::chrono::milliseconds time) {

@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QStringList>
 #include <chrono>
 
@@ -25,6 +26,13 @@ class ToolProcess : public QObject {
   // `words`: the program's full path and its arguments. Whether it came up shows in Running().
   void Start(const QStringList& words, const QString& folder = {});
 
+  // Before the start: what the program says on its standard error comes as Said(), all of it before
+  // Ended(). Without this nobody listens.
+  void Listen() { process_.setStandardErrorFile({}); }
+  void SetEnvironment(const QProcessEnvironment& environment) {
+    process_.setProcessEnvironment(environment);
+  }
+
   bool Running() const { return process_.state() != QProcess::NotRunning; }
   // It ended as it should: not by a signal from elsewhere, and with status 0.
   bool EndedWell() const;
@@ -44,10 +52,12 @@ class ToolProcess : public QObject {
 
  Q_SIGNALS:
   void Ended();
+  void Said(const QByteArray& bytes);
 
  private:
   QProcess process_;
   qint64 session_ = 0;  // its process group; 0 before it came up
+  bool empty_ = false;  // nothing runs in that group any more: its number may be another's
   bool killed_ = false;
 };
 

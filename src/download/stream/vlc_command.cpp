@@ -84,7 +84,7 @@ QStringList VlcArguments(const VlcRecording& recording, const QString& socket, b
   // The user's own settings could add interfaces, windows and a running player that takes over.
   QStringList words = {QStringLiteral("--ignore-config"),    QStringLiteral("--no-one-instance"),
                        QStringLiteral("--no-dbus"),          QStringLiteral("--no-media-library"),
-                       QStringLiteral("--no-interact"),      QStringLiteral("--quiet"),
+                       QStringLiteral("--no-interact"),      QStringLiteral("--verbose=2"),
                        QStringLiteral("--play-and-exit"),    QStringLiteral("--rc-fake-tty"),
                        QStringLiteral("--rc-unix=") + socket};
   if (shown) {
@@ -92,6 +92,7 @@ QStringList VlcArguments(const VlcRecording& recording, const QString& socket, b
               QStringLiteral("--extraintf=oldrc"),
               QStringLiteral("--qt-start-minimized"),
               QStringLiteral("--no-qt-privacy-ask"),
+              QStringLiteral("--no-qt-recentplay"),
               QStringLiteral("--qt-notification=0"),
               QStringLiteral("--no-qt-error-dialogs")};
   } else {

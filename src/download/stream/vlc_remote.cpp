@@ -20,7 +20,14 @@ constexpr QByteArrayView kMark("zentorin-mark");
 }  // namespace
 
 VlcRemote::~VlcRemote() {
+  Disconnect();
+}
+
+void VlcRemote::Disconnect() {
   if (socket_ >= 0) ::close(socket_);
+  socket_ = -1;
+  buffer_.clear();
+  numbers_.clear();
 }
 
 // A local socket connects at once or not at all.

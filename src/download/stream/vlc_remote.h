@@ -24,6 +24,7 @@ class VlcRemote {
 
   // True once the player listens.
   bool Connect(const QString& path);
+  void Disconnect();
   void Ask();
   // The last whole answer since the last call.
   std::optional<Standing> Answer();

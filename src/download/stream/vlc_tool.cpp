@@ -19,6 +19,10 @@ constexpr std::chrono::milliseconds kKillTime(500);
 // The longest name of a folder in which a socket's path still fits.
 constexpr qsizetype kMaxFolderBytes = 80;
 
+// The first ones come every 10 ms, the others every 500 ms.
+constexpr int kLooksBeforeTheWatch = 200;
+constexpr int kMaxLooks = 220;
+
 // From a stream of unknown size, as live ones are, the player works out lengths of centuries.
 constexpr qint64 kMaxLengthSeconds = 100LL * 3600;
 
@@ -50,13 +54,24 @@ VlcTool::VlcTool(QStringList command, VlcRecording recording, ToolWindows& windo
     : command_(std::move(command)),
       recording_(std::move(recording)),
       windows_(windows),
-      shown_(shown) {}
+      shown_(shown && windows.Available()),
+      hidden_(!shown) {
+  process_.Listen();
+  QObject::connect(&process_, &ToolProcess::Said, &process_,
+                   [this](const QByteArray& log) { Hear(log); });
+}
 
 QString VlcTool::Start() {
   folder_ = std::make_unique<QTemporaryDir>(SocketFolderTemplate());
   if (!folder_->isValid()) {
     return QStringLiteral("一時フォルダを作成できません: ") + folder_->errorString();
   }
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  // This has the last word on how much is logged.
+  environment.insert(QStringLiteral("VLC_VERBOSE"), QStringLiteral("2"));
+  // Its window notes its size and place: not in the user's own settings.
+  environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder_->path());
+  process_.SetEnvironment(environment);
   if (StartWith(shown_)) return {};
   return QStringLiteral("録画できないアドレスです。: ") + recording_.address;
 }
@@ -71,22 +86,62 @@ QString VlcTool::WhyNeverSeen() const {
 bool VlcTool::StartWith(bool shown) {
   const QStringList arguments = VlcArguments(recording_, SocketPath(), shown);
   if (arguments.isEmpty()) return false;
+  log_ = {};
+  remote_.Disconnect();
+  connected_ = false;
   process_.Start(command_ + arguments);
   return true;
 }
 
+// What it opened without a right to it is not read on: every moment counts.
+void VlcTool::Hear(const QByteArray& log) {
+  log_.Take(log);
+  if (!log_.Refused().isEmpty()) process_.Kill();
+}
+
+bool VlcTool::HasRecorded() const {
+  return QFileInfo(recording_.file).size() > 0;
+}
+
+QString VlcTool::Refusal() const {
+  if (!log_.Refused().isEmpty()) {
+    return QStringLiteral("録画できないアドレスに誘導されました。: ") + recording_.address +
+           QStringLiteral(" → ") + log_.Refused();
+  }
+  if (log_.HasTold() || !HasRecorded()) return {};
+  return QStringLiteral("VLC が何を録画したか確認できません。: ") + recording_.address;
+}
+
 bool VlcTool::Appeared() {
-  if (remote_.Connect(SocketPath())) {
-    remote_.Ask();
-    return true;
-  }
-  // VLC without its window plugin refuses the options of the window, and one that finds no display
-  // gives up: it records as well without.
-  if (shown_ && !process_.Running() && !process_.EndedWell()) {
-    shown_ = false;
-    StartWith(false);
-  }
-  return false;
+  if (!remote_.Connect(SocketPath())) return false;
+  if (!connected_) remote_.Ask();
+  connected_ = true;
+  // Its window comes later than its remote control.
+  return !shown_ || TakeWindow() || looks_ >= kLooksBeforeTheWatch;
+}
+
+// VLC without its window plugin refuses the options of the window, and one that finds no display
+// gives up, even after it has begun to listen: it records as well without.
+bool VlcTool::Running() {
+  if (process_.Running()) return true;
+  const bool gaveUp = !process_.EndedWell() && (!connected_ || !process_.WasKilled());
+  if (!shown_ || !gaveUp || HasRecorded() || !Refusal().isEmpty()) return false;
+  shown_ = false;
+  return StartWith(false) && process_.Running();
+}
+
+// A window that VLC is to start minimised opens in full: it is minimised as soon as it is there.
+bool VlcTool::TakeWindow() {
+  if (window_ || looks_ >= kMaxLooks) return window_.has_value();
+  ++looks_;
+  const auto windows = windows_.List();
+  const auto own = std::ranges::find_if(windows, [this](const ToolWindow& window) {
+    return window.visible && IsVlcWindow(window) && window.processId == process_.Id();
+  });
+  if (own == windows.end()) return false;
+  window_ = *own;
+  windows_.Show(window_->id, !hidden_);
+  return true;
 }
 
 // The player's state is no sign of progress: it says "playing" from the first byte of an answer on,
@@ -95,7 +150,9 @@ bool VlcTool::Appeared() {
 ToolReading VlcTool::Read() {
   if (const auto answer = remote_.Answer()) standing_ = *answer;
   if (standing_.length >= kMaxLengthSeconds) standing_.length = 0;
-  remote_.Ask();
+  // One that was started again is yet to be found.
+  if (remote_.Connect(SocketPath())) remote_.Ask();
+  if (shown_) TakeWindow();
   ToolReading reading;
   reading.lengthKnown = standing_.length > 0;
   reading.moved = standing_.position > 0 || reading.lengthKnown;
@@ -120,11 +177,8 @@ QCoro::Task<void> VlcTool::End(bool atOnce) {
 }
 
 void VlcTool::Show(bool shown) {
-  const auto windows = windows_.List();
-  const auto own = std::ranges::find_if(windows, [this](const ToolWindow& window) {
-    return IsVlcWindow(window) && window.processId == process_.Id();
-  });
-  if (own != windows.end()) windows_.Show(own->id, shown);
+  hidden_ = !shown;
+  if (window_ && windows_.Find(*window_)) windows_.Show(window_->id, shown);
 }
 
 }  // namespace zentorin

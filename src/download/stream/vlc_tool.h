@@ -7,6 +7,7 @@
 
 #include "download/stream/stream_tool.h"
 #include "download/stream/vlc_command.h"
+#include "download/stream/vlc_log.h"
 #include "download/stream/vlc_remote.h"
 
 namespace zentorin {
@@ -23,8 +24,11 @@ class VlcTool : public StreamTool {
 
   QString Start() override;
   QString WhyNeverSeen() const override;
+  QString Refusal() const override;
   bool Appeared() override;
   std::chrono::milliseconds AppearTime() const override { return std::chrono::seconds(5); }
+  // Starts VLC again, without a window, when it has given up for lack of one.
+  bool Running() override;
   bool RanUnseen() const override { return process_.EndedWell() || process_.WasKilled(); }
   ToolReading Read() override;
   QCoro::Task<void> End(bool atOnce) override;
@@ -33,13 +37,21 @@ class VlcTool : public StreamTool {
  private:
   QString SocketPath() const { return folder_->filePath(QStringLiteral("rc")); }
   bool StartWith(bool shown);
+  void Hear(const QByteArray& log);
+  bool HasRecorded() const;
+  bool TakeWindow();
 
   QStringList command_;
   VlcRecording recording_;
   ToolWindows& windows_;
-  bool shown_;
+  bool shown_;   // it was asked for a window
+  bool hidden_;  // the user wants none to be seen
+  int looks_ = 0;
+  std::optional<ToolWindow> window_;       // once it was there
   std::unique_ptr<QTemporaryDir> folder_;  // of the socket; for this user only
+  VlcLog log_;
   VlcRemote remote_;
+  bool connected_ = false;
   VlcRemote::Standing standing_;
 };
 

@@ -164,6 +164,33 @@ TEST_F(VlcCaptureTest, WhatIsNoStreamFailsAndCostsNoEarlierRecording) {
   }
 }
 
+TEST_F(VlcCaptureTest, NoServerLeadsThePlayerToWhatLiesOnThisMachine) {
+  const QByteArray own = "file://" + home.Path("own.wmv").toUtf8();
+  const QByteArray stream = Stream("own.wmv");
+  server.Route("/redirect.wmv", Answer::Redirect(own));
+  server.Route("/m3u.wmv", Answer::Text("#EXTM3U\n" + own + '\n', "audio/x-mpegurl"));
+  server.Route("/asx.php", Answer::Text("[Reference]\r\nRef1=" + own + "\r\n"));
+  server.Route("/camera.php", Answer::Text("#EXTM3U\nv4l2:///dev/video0\n", "audio/x-mpegurl"));
+  // A list that VLC's codec library reads.
+  server.Route("/list.php", Answer::Text("<?xml version=\"1.0\"?><MPD profiles=\"urn:mpeg:dash:"
+                                         "profile:isoff-live:2011\"><BaseURL>" +
+                                         own + "</BaseURL></MPD>"));
+  const QList<std::pair<QString, QByteArray>> cases = {{"/redirect.wmv", own},
+                                                       {"/m3u.wmv", own},
+                                                       {"/asx.php", own},
+                                                       {"/camera.php", "v4l2:///dev/video0"},
+                                                       {"/list.php", "dash"}};
+  for (const auto& [target, refused] : cases) {
+    EXPECT_EQ(Capture(target), kDownloadFailed) << target.toStdString();
+    EXPECT_EQ(home.Read("save/song.wmv"), "an old one") << target.toStdString();
+    EXPECT_TRUE(board.Status().endsWith(" → " + refused)) << board.Status().toStdString();
+  }
+  // To streams elsewhere it may be led.
+  server.Route("/a.wmv", Answer::Text(stream));
+  server.Route("/moved.wmv", Answer::Redirect(server.Url("/a.wmv").toUtf8()));
+  EXPECT_EQ(Capture("/moved.wmv"), kComplete);
+}
+
 TEST_F(VlcCaptureTest, ACancelEndsThePlayerWithinASecondAndLeavesNoFile) {
   RouteSlowly("/s.wmv");
   QElapsedTimer sinceCancel;

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace zentorin {
+
+// What VLC logs of the sources that it opens, before it opens each of them. A server may lead it
+// on, by a redirect or by an answer that lists addresses: also to files, cameras, sound inputs and
+// the screen of this machine, which no option of VLC 3 forbids.
+class VlcLog {
+ public:
+  // As it comes, in pieces of any size.
+  void Take(const QByteArray& bytes);
+
+  // The first source that is no stream elsewhere; empty when there was none.
+  const QString& Refused() const { return refused_; }
+  // False as long as the log has told of no source at all.
+  bool HasTold() const { return hasTold_; }
+
+ private:
+  void TakeLine(const QByteArray& line);
+  void TakeSource(const QByteArray& scheme, const QByteArray& source);
+
+  QByteArray buffer_;
+  QString refused_;
+  bool hasTold_ = false;
+};
+
+}  // namespace zentorin
