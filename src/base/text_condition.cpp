@@ -2,6 +2,7 @@
 #include "base/text_condition.h"
 
 #include <QStringView>
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -19,7 +20,7 @@ struct Token {
 constexpr std::array<QStringView, 11> kOperators{u"<=", u">=", u"<>", u"==", u"!=", u"&&",
                                                  u"||", u"<",  u">",  u"=",  u"^"};
 
-// Takes a condition apart. A name ends at a blank, a quote or an operator.
+// Takes a condition apart. A name ends at a blank, a quote, an operator or a bracket.
 class Splitter {
  public:
   Splitter(const QString& text, const QHash<QString, QString>& variables)
@@ -34,7 +35,7 @@ class Splitter {
       } else if (const QStringView found = OperatorHere(); !found.isEmpty()) {
         tokens_.push_back({Token::Kind::Operator, found.toString()});
         at_ += found.size();
-      } else if (text_[at_] == u'&' || text_[at_] == u'|') {
+      } else if (QStringView(u"&|()").contains(text_[at_])) {
         return std::nullopt;
       } else {
         TakeWord();
@@ -71,7 +72,7 @@ class Splitter {
   void TakeWord() {
     const qsizetype start = at_;
     while (at_ < text_.size() && !text_[at_].isSpace() &&
-           !QStringView(u"\"<>=!^&|").contains(text_[at_])) {
+           !QStringView(u"\"<>=!^&|()").contains(text_[at_])) {
       ++at_;
     }
     const QString word = text_.sliced(start, at_ - start).toString();
@@ -84,13 +85,21 @@ class Splitter {
   std::vector<Token> tokens_;
 };
 
+// Plain decimal ones only: "nan" and "inf" are words, and no number is too large to be told from
+// another one.
+std::optional<double> NumberOf(const QString& text) {
+  const bool plain =
+      std::ranges::all_of(text, [](QChar c) { return QStringView(u"+-.0123456789").contains(c); });
+  bool isNumber = false;
+  const double number = plain ? text.toDouble(&isNumber) : 0;
+  return isNumber ? std::optional(number) : std::nullopt;
+}
+
 int Order(const QString& left, const QString& right) {
-  bool leftIsNumber = false;
-  bool rightIsNumber = false;
-  const double leftNumber = left.toDouble(&leftIsNumber);
-  const double rightNumber = right.toDouble(&rightIsNumber);
-  if (!leftIsNumber || !rightIsNumber) return QString::compare(left, right);
-  return leftNumber < rightNumber ? -1 : static_cast<int>(leftNumber > rightNumber);
+  const auto leftNumber = NumberOf(left);
+  const auto rightNumber = NumberOf(right);
+  if (!leftNumber || !rightNumber) return QString::compare(left, right);
+  return *leftNumber < *rightNumber ? -1 : static_cast<int>(*leftNumber > *rightNumber);
 }
 
 std::optional<bool> Compare(const QString& left, const QString& name, const QString& right) {

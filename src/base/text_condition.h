@@ -16,10 +16,12 @@ namespace zentorin {
 //   !                        in front of a comparison or of a text: negates the whole of it
 //   == !=                    equal or not, to the letter
 //   = <>                     equal or not, letter case ignored
-//   < > <= >=                order: of numbers when both sides are numbers, else of characters
+//   < > <= >=                order: of numbers when both sides are decimal numbers ("-1.5"), else
+//   of
+//                            characters
 //   ^                        the left text contains the right one, letter case ignored
-// A text alone holds unless it is empty or "0". There are no brackets and no two comparisons in a
-// row ("a < b < c").
+// A text alone holds unless it is empty or "0". There are no two comparisons in a row ("a < b < c")
+// and no brackets: "(" and ")" stand in quotes only.
 //
 // A text stands in double quotes, in which a doubled quote is a quote, or is the name of a
 // variable. A word that names no variable stands for itself ("100", "確認").

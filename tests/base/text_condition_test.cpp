@@ -14,11 +14,29 @@ TEST(TextConditionTest, EveryOperatorDoesWhatItsTableSays) {
                                           {"size", "100"},
                                           {"none", QString()},
                                           {"trap", "\" || 1 == 1"}};
-  for (const char* holds :
-       {"title == 確認", R"(title=="確認")", R"(title != "注意")", R"(name = "vlc player")",
-        R"(name ^ "PLAY")", "name ^ none", "size >= 1e2", "size<=100", "b > a", "10x < 9x", "title",
-        "!none", "!title == 注意", "1 || 0 && 0", "0 && 0 || 1", "1 && !0 && 1",
-        R"("a""b" == "a""b")", R"("a && b" ^ "&&")"}) {
+  for (const char* holds : {"title == 確認",
+                            R"(title=="確認")",
+                            R"(title != "注意")",
+                            R"(name = "vlc player")",
+                            R"(name ^ "PLAY")",
+                            "name ^ none",
+                            "size >= +100.0",
+                            "size<=100",
+                            "1e1 < 9",
+                            "inf > 9",
+                            "nan > 5",
+                            "9 < nan",
+                            R"("(a" == "(a")",
+                            "b > a",
+                            "10x < 9x",
+                            "title",
+                            "!none",
+                            "!title == 注意",
+                            "1 || 0 && 0",
+                            "0 && 0 || 1",
+                            "1 && !0 && 1",
+                            R"("a""b" == "a""b")",
+                            R"("a && b" ^ "&&")"}) {
     EXPECT_EQ(EvaluateCondition(holds, variables), true) << holds;
   }
   for (const char* fails :
@@ -28,7 +46,7 @@ TEST(TextConditionTest, EveryOperatorDoesWhatItsTableSays) {
     EXPECT_EQ(EvaluateCondition(fails, variables), false) << fails;
   }
   for (const char* unreadable : {"", "a b", "a ==", "== a", "a == b == c", "a &&", "|| a", "a & b",
-                                 R"("open)", "!", "a ! b"}) {
+                                 R"("open)", "!", "a ! b", "(a = a)", "a(1) = b"}) {
     EXPECT_EQ(EvaluateCondition(unreadable, variables), std::nullopt) << unreadable;
   }
 }
