@@ -163,7 +163,8 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
 // Log, flags and status line. False when the run ends with this result.
 bool DownloadRun::Report(const RowOutcome& outcome, const QString& address) {
   const ResultReport report = ReportFor(outcome.code, context_.state.CancelRequested());
-  logText_ += LogTextFor(outcome.code, report, ShownAddress(address), outcome.folderPrefix);
+  logText_ +=
+      LogTextFor(outcome.code, report, ShownAddress(address), outcome.folderPrefix, outcome.reason);
   lastResult_ = outcome.code;
   lastStatusText_ = report.text;
   if (outcome.code == kComplete) ++completed_;

@@ -52,7 +52,7 @@ QString TextWithCode(int code, const ResultReport& report) {
 }
 
 QString LogTextFor(int code, const ResultReport& report, const QString& address,
-                   const QString& folderPrefix) {
+                   const QString& folderPrefix, const QString& reason) {
   constexpr int kFolderIndent = 38;
   const QString lineEnd = QStringLiteral("\r\n");
   const QString blanks = QStringLiteral("    ");
@@ -69,7 +69,8 @@ QString LogTextFor(int code, const ResultReport& report, const QString& address,
     case kSkip:
       return text + lineEnd + blanks + address + lineEnd + lineEnd + lineEnd;
     default:
-      return text + lineEnd + blanks + address + lineEnd + lineEnd;
+      return text + lineEnd + blanks + address + lineEnd +
+             (reason.isEmpty() ? reason : blanks + reason + lineEnd) + lineEnd;
   }
 }
 

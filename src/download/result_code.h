@@ -38,8 +38,8 @@ ResultReport ReportFor(int code, bool cancelRequested);
 QString TextWithCode(int code, const ResultReport& report);
 
 // What a row adds to the log. Every code ends its lines in its own way. `folderPrefix`: the local
-// folder with its trailing separator.
+// folder with its trailing separator. `reason`: what is known beyond the code of a row that failed.
 QString LogTextFor(int code, const ResultReport& report, const QString& address,
-                   const QString& folderPrefix);
+                   const QString& folderPrefix, const QString& reason);
 
 }  // namespace zentorin

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include "base/ansi_text.h"
 #include "tests/download/download_fixture.h"
 
 namespace zentorin {
@@ -193,6 +194,15 @@ TEST_F(DownloadRunTest, TheFirstStreamOfAnAsxFileIsTakenWhateverItsForm) {
   EXPECT_EQ(board.Status(), "ＵＲＬ無効");
   EXPECT_EQ(board.StatusColour(), StatusBoard::kRed);
   EXPECT_TRUE(LogText().contains("? Skip - None"));
+}
+
+TEST_F(DownloadRunTest, TheReasonOfAFailedRecordingIsLoggedBelowItsAddress) {
+  capture.result = -1;
+  capture.during = [this](const QString&) { board.SetStatus("応答がない", StatusBoard::kRed); };
+  MarkOf("http://s.test/a.wmv");
+  EXPECT_EQ(LogText(), EncodeAnsi(u"< daily >\r\n\r\n  x Error - fatal-1\r\n    "
+                                  "http://s.test/a.wmv\r\n    応答がない\r\n\r\n")
+                           .bytes);
 }
 
 TEST_F(DownloadRunTest, AStreamGoesWithACancel) {
