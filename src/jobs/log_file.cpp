@@ -80,6 +80,10 @@ bool LogFile::Exists() const {
   return QFileInfo::exists(path_);
 }
 
+bool LogFile::WasWritten() const {
+  return written_ && QFileInfo(path_).isFile();
+}
+
 FileOutcome LogFile::Append(const QString& text, bool startNew) {
   const QString time = FormatDate(clock_.LocalNow(), QStringLiteral("yyyy/mm/dd hh:nn:ss"));
   const QByteArray entry =

@@ -19,7 +19,7 @@ class LogFile {
   const QString& Path() const { return path_; }
   bool Exists() const;
   // Whether it holds an entry of this run.
-  bool WasWritten() const { return written_; }
+  bool WasWritten() const;
 
   // Adds an entry; with `startNew` the file is begun anew.
   FileOutcome Append(const QString& text, bool startNew = false);

@@ -31,6 +31,8 @@ TEST(LogFile, KeepsEveryEntryOfARunAndOnlyThat) {
   QString text;
   ASSERT_TRUE(log.Read(text).Ok());
   EXPECT_TRUE(text.contains("Start - 一括"));
+  QFile::remove(log.Path());
+  EXPECT_FALSE(log.WasWritten()) << "gone meanwhile";
 }
 
 TEST(LogFile, ReportsWhatItCannotWrite) {
