@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "app/command_line.h"
+#include "app/qt_messages.h"
 #include "app/terminal.h"
 #include "app/terminal_messages.h"
 #include "app/terminal_opener.h"
@@ -15,6 +16,7 @@ namespace zentorin {
 
 int RunUnattended(const QStringList& arguments, const QString& programFolder) {
   Terminal terminal(STDERR_FILENO);
+  const QtMessages qtMessages(terminal);
   TerminalMessages messages(terminal);
   TerminalOpener opener(terminal);
   ComposedWorkspace composed(messages, opener, programFolder);

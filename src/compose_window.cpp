@@ -5,6 +5,7 @@
 
 #include "app/auto_run.h"
 #include "app/list_commands.h"
+#include "app/qt_messages.h"
 #include "app/terminal.h"
 #include "base/drives.h"
 #include "composed_workspace.h"
@@ -21,6 +22,8 @@
 namespace zentorin {
 
 int RunWindow(const QStringList& arguments, const QString& programFolder) {
+  Terminal terminal(STDERR_FILENO);
+  const QtMessages qtMessages(terminal);
   QApplication::setQuitOnLastWindowClosed(false);
   ShowStandardTextsInJapanese();
   WindowMessages messages;
@@ -43,7 +46,6 @@ int RunWindow(const QStringList& arguments, const QString& programFolder) {
   dialogs.Attach(&window);
   WindowProgram program(workspace, autoRun, window);
   // The window may be gone when somebody asks what became of a power action or of the settings.
-  Terminal terminal(STDERR_FILENO);
   const auto tell = [&terminal](const QString& text) { terminal.Line(text); };
   QObject::connect(&workspace.driver, &RunDriver::PowerAnswered, &program, tell);
   QObject::connect(&window, &frmMain::SettingsLost, &program, tell);

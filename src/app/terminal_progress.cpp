@@ -25,12 +25,12 @@ TerminalProgress::TerminalProgress(Workspace& workspace, AutoRun& autoRun, Termi
   connect(&workspace_.driver, &RunDriver::PowerAnswered, this, &TerminalProgress::ShowPowerAnswer);
   connect(&workspace_.board, &StatusBoard::Changed, this, &TerminalProgress::ShowStatus);
   connect(&workspace_.board, &StatusBoard::Changed, &throttle_, &ChangeThrottle::Touch);
-  connect(&workspace_.board, &StatusBoard::ProgressChanged, &throttle_, &ChangeThrottle::Touch);
+  connect(&workspace_.board, &StatusBoard::ProgressChanged, this, &TerminalProgress::ShowProgress);
   connect(&throttle_, &ChangeThrottle::Due, this, &TerminalProgress::Draw);
 }
 
 void TerminalProgress::Close(ExitStatus status) {
-  disconnect(&throttle_, nullptr, this, nullptr);
+  disconnect(&throttle_, &ChangeThrottle::Due, this, nullptr);
   terminal_.EndRefresh();
   for (const QString& line : tally_.Summary(status)) terminal_.Line(line);
   if (workspace_.log.WasWritten()) {
@@ -77,7 +77,11 @@ void TerminalProgress::ShowRow(const FinishedRow& row) {
 void TerminalProgress::ShowStatus() {
   const StatusBoard& board = workspace_.board;
   const QString& status = board.Status();
-  if (board.StatusColour() != StatusBoard::kRed || status == lastFault_) return;
+  if (board.StatusColour() != StatusBoard::kRed) {
+    lastFault_.clear();  // the next row may fail in the same way
+    return;
+  }
+  if (status == lastFault_) return;
   lastFault_ = status;
   if (!status.isEmpty() && !lastRowText_.startsWith(status)) Print(status);
 }
@@ -85,6 +89,12 @@ void TerminalProgress::ShowStatus() {
 // A refusal is a fault and has been told as one.
 void TerminalProgress::ShowPowerAnswer(const QString& text) {
   if (text != lastFault_) Print(text);
+}
+
+// The board has held this back as long as it is to be.
+void TerminalProgress::ShowProgress() {
+  throttle_.Touch();
+  throttle_.Flush();
 }
 
 void TerminalProgress::Draw() {

@@ -15,9 +15,10 @@ class Terminal;
 class Workspace;
 struct FinishedRow;
 
-// Shows an unattended run on standard error. A terminal has one line that is drawn anew at most ten
-// times a second, and above it the jobs and whatever went wrong. A pipe gets a line for each job
-// and each finished row, and a sign of life now and then. Everything passed in outlives it.
+// Shows an unattended run on standard error. A terminal has one line that is drawn anew as often as
+// the board tells its progress and for any other change at most ten times a second, and above it
+// the jobs and whatever went wrong. A pipe gets a line for each job and each finished row, and a
+// sign of life now and then. Everything passed in outlives it.
 class TerminalProgress : public QObject {
   Q_OBJECT
 
@@ -34,6 +35,7 @@ class TerminalProgress : public QObject {
   void ShowRow(const FinishedRow& row);
   void ShowStatus();
   void ShowPowerAnswer(const QString& text);
+  void ShowProgress();
   void Draw();
   bool IsCrawling() const;
   QString WorkText() const;

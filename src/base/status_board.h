@@ -18,8 +18,8 @@ enum class FocusTarget {
 // Everything that the bottom of the main window shows, kept without a window: status line, current
 // file, progress, counters, busy state, the cancel button and the after-batch box. Commands write
 // here; a window or a terminal listens. Fast-changing values (progress, counter, current file) are
-// announced at most ten times a second through ProgressChanged(); all others at once through
-// Changed(). Reading always gives the newest value.
+// announced through ProgressChanged(), at most ten times a second unless AnnounceProgress() is
+// called; all others at once through Changed(). Reading always gives the newest value.
 class StatusBoard : public QObject {
   Q_OBJECT
 
@@ -87,6 +87,10 @@ class StatusBoard : public QObject {
 
   void SetStandby(const Standby& standby);
   const Standby& GetStandby() const { return standby_; }
+
+  // For a value that comes no faster than it is to be seen: a change of a fast-changing one is
+  // announced now.
+  void AnnounceProgress() { throttle_.Flush(); }
 
   // Puts the focus on a control; without a window nothing happens.
   void RequestFocus(FocusTarget target) { Q_EMIT FocusRequested(target); }

@@ -264,6 +264,7 @@ QCoro::Task<bool> RunDriver::CountDown() {
   for (int left = kStartMs - kStepMs; left >= 0; left -= kStepMs) {
     if (context_.state.CancelRequested()) co_return false;
     context_.board.SetFile(QString::number(left / kMsPerSecond, 'f', 1));
+    context_.board.AnnounceProgress();
     const bool undisturbed = co_await SleepUnlessCancelled(context_.state, countdownStep_);
     if (!undisturbed || !context_.board.GetStandby().checked) co_return false;
   }

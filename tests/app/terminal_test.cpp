@@ -1,20 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "app/terminal.h"
 
+#include <QCoreApplication>
 #include <array>
+#include <thread>
 #include <vector>
 
+#include <QCoro/QCoroSignal>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include "app/auto_run.h"
+#include "app/command_line.h"
+#include "app/qt_messages.h"
 #include "app/run_tally.h"
 #include "app/terminal_messages.h"
+#include "app/terminal_progress.h"
 #include "app/terminal_text.h"
 #include "download/finished_row.h"
 #include "download/result_code.h"
+#include "tests/support/fake_workspace.h"
 
 namespace zentorin::test {
 namespace {
@@ -102,6 +110,41 @@ TEST(TerminalMessages, ShowABoxAsOneLineAndAnswerItsDefault) {
                          .defaultAnswer = MessageBox::Answer::No};
   EXPECT_EQ(QCoro::waitFor(messages.Ask(asked)), MessageBox::Answer::No);
   EXPECT_EQ(ends.Take(), "接続しましょうか？ → いいえ\n");
+}
+
+TEST(QtMessages, StandOnLinesOfTheirOwn) {
+  const Ends ends(true);
+  Terminal terminal(ends.Writer());
+  const QtMessages messages(terminal);
+  terminal.Refresh("12%");
+  std::thread([] { qWarning("from elsewhere"); }).join();
+  QCoreApplication::sendPostedEvents();
+  qInfo("here");
+  const QString clear = "\r\x1b[K";
+  EXPECT_EQ(ends.Take(), clear + "12%" + clear + "from elsewhere\n12%" + clear + "here\n12%");
+}
+
+TEST(TerminalProgress, ShowsEveryStepOfTheCountdownAndTheFaultOfEveryRow) {
+  const TempDir home;
+  FakeWorkspace w(home);
+  const Ends ends(true);
+  Terminal terminal(ends.Writer());
+  AutoRun run(w.workspace);
+  const TerminalProgress progress(w.workspace, run, terminal);
+  for (int row = 0; row < 2; ++row) {
+    w.workspace.board.SetStatus("ダウンロード中");
+    w.workspace.board.SetStatus("無効", StatusBoard::kRed);
+    w.workspace.board.SetBusy(row == 0);
+  }
+  EXPECT_EQ(ends.Take(), "無効\n無効\n");
+  w.workspace.driver.SetCountdownStep(std::chrono::milliseconds(1));
+  ASSERT_TRUE(run.Arm(ParseCommandLine("-a -q h")));
+  QCoro::waitFor(qCoro(&run, &AutoRun::Finished));
+  const QString drawn = ends.Take();
+  for (int tenths = 49; tenths >= 0; --tenths) {
+    const QString step = QString::number(tenths / 10.0, 'f', 1);
+    EXPECT_TRUE(drawn.contains("休止 します。  " + step)) << step.toStdString();
+  }
 }
 
 TEST(RunTally, SumsUpRowsByWhatBecameOfThem) {

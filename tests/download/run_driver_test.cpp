@@ -155,13 +155,11 @@ TEST_F(RunDriverTest, ThePresetActionIsPerformedAfterTheCountdown) {
   job.EditFlag(TargetUrlItem::Skip, true);
   driver.SetAfterBatchAction("シャットダウン");
   QString toolTip;
-  QTimer watch;
   QStringList shown;
-  QObject::connect(&watch, &QTimer::timeout, [&] {
+  QObject::connect(&board, &StatusBoard::ProgressChanged, [&] {
     if (board.GetStandby().checked) toolTip = board.GetStandby().toolTip;
     if (!board.File().isEmpty() && !shown.contains(board.File())) shown.append(board.File());
   });
-  watch.start(0);
   power.refusal = "できません。";
   QCoro::waitFor(driver.DownloadCommand(true));
   EXPECT_EQ(power.performed, QStringList("シャットダウン"));
