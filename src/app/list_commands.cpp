@@ -33,6 +33,7 @@ ListCommands::ListCommands(Workspace& workspace, FileDialogs& dialogs)
     : workspace_(workspace), dialogs_(dialogs) {}
 
 QCoro::Task<void> ListCommands::New() {
+  if (workspace_.driver.RefuseWhileRunning()) co_return;
   UrlList& list = workspace_.urlList;
   if (list.IsDirty()) {
     const MessageBox question{
@@ -42,7 +43,9 @@ QCoro::Task<void> ListCommands::New() {
         .defaultAnswer = MessageBox::Answer::Cancel};
     const MessageBox::Answer answer = co_await workspace_.world.messages.Ask(question);
     // An unattended run may have begun behind the question; it walks the list by its rows.
-    if (answer != MessageBox::Answer::Ok || workspace_.driver.IsRunning()) co_return;
+    if (answer != MessageBox::Answer::Ok || workspace_.driver.RefuseWhileRunning()) {
+      co_return;
+    }
   }
   list.ReplaceAll({});
   list.InsertBelow(-1, NewJob(workspace_.settings.defaultSavePath));
@@ -52,6 +55,7 @@ QCoro::Task<void> ListCommands::New() {
 }
 
 QCoro::Task<void> ListCommands::Open() {
+  if (workspace_.driver.RefuseWhileRunning()) co_return;
   const FileDialog dialog{.title = QStringLiteral("ＵＲＬリストファイルの選択"),
                           .folder = workspace_.drives.ProgramFolder(),
                           .proposedFile = QString(),
@@ -62,7 +66,7 @@ QCoro::Task<void> ListCommands::Open() {
 }
 
 QCoro::Task<void> ListCommands::OpenFile(QString path) {
-  if (workspace_.driver.IsRunning()) co_return;
+  if (workspace_.driver.RefuseWhileRunning()) co_return;
   UrlList& list = workspace_.urlList;
   const FileOutcome outcome = ReadUrlListFile(path, list);
   if (!outcome.Ok()) {

@@ -50,8 +50,15 @@ void RunDriver::End() {
   Q_EMIT RunningChanged(false);
 }
 
+bool RunDriver::RefuseWhileRunning() {
+  if (running_) {
+    context_.board.SetStatus(QStringLiteral("処理中です。終了を待つか、キャンセルしてください。"));
+  }
+  return running_;
+}
+
 QCoro::Task<void> RunDriver::GenerateCommand(bool listOnly) {
-  if (!Begin()) co_return;
+  if (RefuseWhileRunning() || !Begin()) co_return;
   context_.state.ClearCancel();
   ShowCancel();
   co_await generator_.Generate(listOnly);
@@ -61,7 +68,7 @@ QCoro::Task<void> RunDriver::GenerateCommand(bool listOnly) {
 }
 
 QCoro::Task<void> RunDriver::DownloadCommand(bool batch) {
-  if (!Begin()) co_return;
+  if (RefuseWhileRunning() || !Begin()) co_return;
   context_.state.ClearCancel();
   StatusBoard& board = context_.board;
   StatusBoard::Standby standby = board.GetStandby();

@@ -32,6 +32,9 @@ class RunDriver : public QObject {
   const QString& AfterBatchAction() const { return afterBatchAction_; }
 
   bool IsRunning() const { return running_; }
+  // For commands that a run leaves enabled and that cannot go beside it: true while one runs, after
+  // a word on the status line.
+  bool RefuseWhileRunning();
 
   // `cmdGo_All`: clears a stale cancel, generates, restores the cancel button.
   QCoro::Task<void> GenerateCommand(bool listOnly);

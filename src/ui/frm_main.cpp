@@ -104,7 +104,7 @@ void frmMain::RestoreFromTray() {
 }
 
 void frmMain::OpenListFile(const QString& path) {
-  if (!closing_ && !context_.workspace.driver.IsRunning()) context_.lists.OpenFile(path);
+  if (!closing_) context_.lists.OpenFile(path);
 }
 
 void frmMain::ComeForward() {

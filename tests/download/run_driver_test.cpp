@@ -198,6 +198,7 @@ TEST_F(RunDriverTest, GeneratingClearsAStaleCancelAndHidesTheButton) {
   QCoro::Task<void> first = driver.GenerateCommand(false);
   QCoro::waitFor(driver.GenerateCommand(false));
   EXPECT_TRUE(driver.IsRunning()) << "a second command is refused";
+  EXPECT_EQ(board.Status(), "処理中です。終了を待つか、キャンセルしてください。");
   QCoro::waitFor(first);
   EXPECT_EQ(files.Count(), 1);
   EXPECT_EQ(board.FileCount(), "1");
