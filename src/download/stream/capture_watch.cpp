@@ -26,15 +26,9 @@ QCoro::Task<int> CaptureWatch::Run() {
   const bool appeared = co_await WaitForTool();
   if (appeared) co_await Watch();
   if (file_.Bytes() > 0) ran_ = true;
-  const bool killed = tool_.Process().WasKilled();
+  killed_ = tool_.Process().WasKilled();
   co_await tool_.End(state_.CancelRequested());
-  // What something else ended in the middle is not whole, whatever was written.
-  int code = kImperfect;
-  if (!tool_.Refusal().isEmpty()) {
-    code = kDownloadFailed;
-  } else if (!killed || !ran_) {
-    code = co_await Settle(appeared);
-  }
+  const int code = co_await Settle(appeared);
   // A broken recording is kept as well: its row says "imperfect", and there may be no second time
   // to record it. An empty one takes nothing's place.
   const bool kept = (code == kComplete || code == kImperfect) && file_.Bytes() > 0;
@@ -66,6 +60,7 @@ QCoro::Task<void> CaptureWatch::Watch() {
     const QString standing = reading.text + u' ' + QString::number(file_.Bytes());
     still = standing == last ? still + times_.poll : std::chrono::milliseconds(0);
     last = standing;
+    if (file_.DiskIsFull()) co_return;
     if (still >= (reading.lengthKnown ? times_.stallOnceLengthIsKnown : times_.stall)) co_return;
     co_await tool_.Process().Pause(state_, times_.poll);
   }
@@ -82,12 +77,18 @@ void CaptureWatch::NoteProgress(const ToolReading& reading) {
 }
 
 QCoro::Task<int> CaptureWatch::Settle(bool appeared) {
+  if (!tool_.Refusal().isEmpty()) co_return static_cast<int>(kDownloadFailed);
+  // While what was written is still there: its end would make room.
+  const bool cancelled = state_.CancelRequested();
+  if (!cancelled && file_.DiskIsFull()) co_return static_cast<int>(kOutOfDiskSpace);
+  // What something else ended in the middle is not whole, whatever was written.
+  if (killed_ && ran_) co_return static_cast<int>(kImperfect);
   if (fileExists_) co_return static_cast<int>(kSkip);
   if (ran_) {
     const bool whole = co_await WaitForFile();
     co_return whole ? static_cast<int>(kComplete) : static_cast<int>(kImperfect);
   }
-  if (state_.CancelRequested()) co_return static_cast<int>(kCancelled);
+  if (cancelled) co_return static_cast<int>(kCancelled);
   // A tool that did run found nothing to record.
   const bool seen = appeared || tool_.RanUnseen();
   co_return seen ? static_cast<int>(kDownloadFailed) : static_cast<int>(kFatal);

@@ -5,20 +5,22 @@
 
 #include <QCoro/QCoroTask>
 
+#include "download/stream/recording_file.h"
+
 namespace zentorin {
 
-class RecordingFile;
 class RunState;
 class StatusBoard;
 class StreamTool;
 struct ToolReading;
 
-// Bounds of a watch; tests shorten the stalls.
+// Bounds of a watch; tests shorten the stalls and fill the disk.
 struct WatchTimes {
   std::chrono::milliseconds poll{500};
   std::chrono::milliseconds stall{20'000};
   std::chrono::milliseconds stallOnceLengthIsKnown{10'000};
   std::chrono::milliseconds file{3'000};  // for the file to show up after the end
+  RecordingFile::FreeBytesCall freeBytes = &RecordingFile::FreeBytes;
 };
 
 // Watches one recording until it ends, stalls or is cancelled, ends the tool, settles the result
@@ -46,6 +48,7 @@ class CaptureWatch {
   WatchTimes times_;
   bool ran_ = false;  // progress was recorded
   bool fileExists_ = false;
+  bool killed_ = false;  // by something else, in the middle
 };
 
 }  // namespace zentorin

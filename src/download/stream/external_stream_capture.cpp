@@ -81,7 +81,7 @@ QCoro::Task<void> ExternalStreamCapture::OfferDownloadPage(const DownloadContext
 
 QCoro::Task<int> ExternalStreamCapture::Record(const DownloadContext& context, FoundTool found,
                                                QString address, QString path) {
-  RecordingFile file(path);
+  RecordingFile file(path, times_.freeBytes);
   // StreamGet is told a folder alone.
   const bool namesItself = found.kind == FoundTool::Kind::StreamGet;
   int code = namesItself ? file.PutOldAside() : file.MakePart();

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QStorageInfo>
 #include <cerrno>
 #include <cstdio>
 
@@ -76,6 +77,18 @@ int RecordingFile::PutOldAside() {
 
 qint64 RecordingFile::Bytes() const {
   return QFileInfo(written_).size();
+}
+
+qint64 RecordingFile::FreeBytes(const QString& folder) {
+  const QStorageInfo disk(folder);
+  // Some file systems over a network know of no size at all.
+  return disk.bytesTotal() > 0 ? disk.bytesAvailable() : -1;
+}
+
+bool RecordingFile::DiskIsFull() const {
+  constexpr qint64 kOneBlock = 4096;
+  const qint64 free = freeBytes_(QFileInfo(path_).path());
+  return free >= 0 && free < kOneBlock;
 }
 
 int RecordingFile::Keep() {

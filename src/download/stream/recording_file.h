@@ -9,8 +9,14 @@ namespace zentorin {
 // kept: one that fails costs no earlier one, and nothing of it stays behind.
 class RecordingFile {
  public:
+  // Asks for the free bytes of the disk under a folder, -1 when they are not known; or a test's
+  // stand-in.
+  using FreeBytesCall = qint64 (*)(const QString& folder);
+  static qint64 FreeBytes(const QString& folder);
+
   // `path`: where the row's file belongs.
-  explicit RecordingFile(QString path) : path_(std::move(path)) {}
+  explicit RecordingFile(QString path, FreeBytesCall freeBytes = &FreeBytes)
+      : path_(std::move(path)), freeBytes_(freeBytes) {}
   RecordingFile(const RecordingFile&) = delete;
   RecordingFile& operator=(const RecordingFile&) = delete;
   // To be destroyed after the tool has ended: its recording is deleted unless it was kept.
@@ -26,12 +32,15 @@ class RecordingFile {
   // What the tool writes.
   const QString& Written() const { return written_; }
   qint64 Bytes() const;
+  // No room is left for what the tool writes. Tools do not tell: they drop what finds no room.
+  bool DiskIsFull() const;
 
   // The recording takes the row's path. 0, or a run-time error number.
   int Keep();
 
  private:
   QString path_;
+  FreeBytesCall freeBytes_;
   QString written_;  // empty before the start and once it is kept
   QString old_;      // where the earlier file lies meanwhile; empty for none
 };

@@ -124,8 +124,7 @@ bool VlcTool::Appeared() {
 // gives up, even after it has begun to listen: it records as well without.
 bool VlcTool::Running() {
   if (process_.Running()) return true;
-  const bool gaveUp = !process_.EndedWell() && (!connected_ || !process_.WasKilled());
-  if (!shown_ || !gaveUp || HasRecorded() || !Refusal().isEmpty()) return false;
+  if (!shown_ || process_.EndedWell() || HasRecorded() || !Refusal().isEmpty()) return false;
   shown_ = false;
   return StartWith(false) && process_.Running();
 }

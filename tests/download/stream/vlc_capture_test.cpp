@@ -147,8 +147,9 @@ TEST_F(VlcCaptureTest, ARowIsRecordedAsItIs) {
 }
 
 TEST_F(VlcCaptureTest, SoundIsConvertedWhateverTheFileIsCalled) {
-  // Without a display there can be no window: it is recorded all the same.
+  // A display that VLC cannot use gives it no window: it records all the same.
   options.vlcShow = true;
+  windows.windows = {ToolWindow()};
   qunsetenv("DISPLAY");
   server.Route("/a.wma", Answer::Text(Stream("a.wma")));
   const QString name = "日本 \"}',x{=#$%d\\\\: :sout=.mp3";
@@ -243,6 +244,20 @@ TEST_F(VlcStallTest, AStreamThatStallsEndsAfterAWhile) {
   EXPECT_GT(home.Read("save/song.wmv").size(), 1000);
   EXPECT_EQ(WatchTimes().stall, 20s);
   EXPECT_EQ(WatchTimes().stallOnceLengthIsKnown, 10s);
+}
+
+class VlcDiskTest : public VlcCaptureTest {
+ protected:
+  VlcDiskTest() : VlcCaptureTest({.freeBytes = [](const QString&) { return qint64{4095}; }}) {}
+};
+
+TEST_F(VlcDiskTest, AFullDiskEndsTheRunAndKeepsTheEarlierRecording) {
+  job.EditFlag(TargetUrlItem::OverWrite, true);
+  RouteSlowly("/song.wmv");
+  RunRow("/song.wmv");
+  EXPECT_EQ(Marks(), "-");
+  EXPECT_TRUE(state.CancelRequested());
+  EXPECT_EQ(home.Read("save/song.wmv"), "an old one");
 }
 
 TEST(ToolProcessTest, AToolDoesNotOutliveTheProgramThatDies) {
