@@ -39,8 +39,8 @@ class CaptureTest : public DownloadTest {
  protected:
   CaptureTest() { home.Write("save/song.wmv", "an old one"); }
 
-  QString Program(const QString& name) const {
-    const QString path = home.Write(name, "#!/bin/sh\n");
+  QString Program(const QString& name, const QByteArray& text = "#!/bin/sh\n") const {
+    const QString path = home.Write(name, text);
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
   }

@@ -68,6 +68,32 @@ TEST_F(ToolLookupTest, OnlyAWindowThatIsStillTheToolsOwnIsAskedToClose) {
   }
 }
 
+TEST_F(ToolLookupTest, AVlcWhoseWindowFailsIsStartedAgainButOneThatTellsNothingIsNotTrusted) {
+  // It listens already when it finds that it can have no window.
+  Program("bin/vlc", R"(#!/usr/bin/env python3
+import socket, sys, time
+words = dict(word.split('=', 1) for word in sys.argv[1:] if '=' in word)
+if words['--intf'] == 'qt':
+    listener = socket.socket(socket.AF_UNIX)
+    listener.bind(words['--rc-unix'])
+    listener.listen()
+    time.sleep(0.1)
+    sys.exit(1)
+open(words['--sout'].split('dst="')[1].split('"')[0], 'w').write('recorded')
+if 'secret' not in sys.argv[-1]:
+    sys.stderr.write('[0] main stream debug: creating access: ' + sys.argv[-1] + '\n')
+)");
+  windows.windows = {ToolWindow()};
+  options.vlcShow = true;
+  ExternalStreamCapture patient(programs, windows);
+  EXPECT_EQ(Record(patient), kComplete);
+  EXPECT_EQ(home.Read("save/song.wmv"), "recorded");
+  const QString path = home.Path("save/b.wmv");
+  EXPECT_EQ(QCoro::waitFor(patient.Capture(context, "mms://m.test/secret", path)), kDownloadFailed);
+  EXPECT_TRUE(board.Status().contains("確認できません")) << board.Status().toStdString();
+  EXPECT_EQ(Saved(), "song.wmv");
+}
+
 TEST_F(ToolLookupTest, AMissingToolIsAskedForOnceARow) {
   messages.answers = {MessageBox::Answer::Yes};
   capture.FindTool();
