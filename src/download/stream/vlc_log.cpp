@@ -2,11 +2,13 @@
 #include "download/stream/vlc_log.h"
 
 #include <QByteArrayList>
+#include <algorithm>
 
 namespace zentorin {
 namespace {
 
 constexpr qsizetype kMaxLineBytes = 65'536;
+constexpr qsizetype kMaxShownAddress = 2048;
 
 // "attachment" is a picture inside the stream itself.
 bool IsElsewhere(const QByteArray& scheme) {
@@ -16,10 +18,12 @@ bool IsElsewhere(const QByteArray& scheme) {
 }
 
 // Formats that are lists of other addresses. Where VLC's codec library reads them, it opens those
-// by itself and nothing is logged of them; VLC's own readers of such lists come before it.
+// by itself and nothing is logged of them; VLC's own readers of such lists come before it. A format
+// may have several names: "hls,applehttp".
 bool IsListOfAddresses(const QByteArray& format) {
   static const QByteArrayList kFormats = {"hls", "dash", "concat", "imf"};
-  return kFormats.contains(format);
+  return std::ranges::any_of(format.split(','),
+                             [](const QByteArray& name) { return kFormats.contains(name); });
 }
 
 // What stands behind a text in a line; null when the text is not there.
@@ -49,15 +53,22 @@ void VlcLog::TakeLine(const QByteArray& line) {
   if (!reader.isNull()) {
     const QByteArray place = Behind(reader, "' location='");
     const QByteArray scheme = reader.left(reader.indexOf('\''));
-    TakeSource(scheme, scheme + "://" + place.left(place.lastIndexOf("' file='")));
+    const QByteArray location = place.left(place.lastIndexOf("' file='"));
+    // A reader over a stream that is open already, as for each segment of a list, names no place.
+    if (!scheme.isEmpty() || !location.isEmpty()) TakeSource(scheme, scheme + "://" + location);
   }
   const QByteArray format = Behind(line, "avformat demux debug: detected format: ").trimmed();
-  if (IsListOfAddresses(format) && refused_.isEmpty()) refused_ = QString::fromLatin1(format);
+  if (IsListOfAddresses(format)) Refuse(QStringLiteral("形式: ") + QString::fromUtf8(format));
 }
 
 void VlcLog::TakeSource(const QByteArray& scheme, const QByteArray& source) {
   hasTold_ = true;
-  if (!IsElsewhere(scheme) && refused_.isEmpty()) refused_ = QString::fromUtf8(source.trimmed());
+  if (!IsElsewhere(scheme)) Refuse(QString::fromUtf8(source.trimmed()));
+}
+
+void VlcLog::Refuse(const QString& what) {
+  if (!refused_.isEmpty()) return;
+  refused_ = what.size() <= kMaxShownAddress ? what : what.first(kMaxShownAddress) + u'…';
 }
 
 }  // namespace zentorin

@@ -76,10 +76,12 @@ class VlcCaptureTest : private Unprivileged, public CaptureTest {
   QByteArray Stream(const QString& name, double seconds = kSeconds) const {
     const char* picture =
         name.endsWith(".wmv") ? "-f lavfi -i testsrc=size=320x240:rate=10 -c:v wmv2" : "";
+    const char* sound = name.endsWith(".ts") ? "mp2" : "wmav2";
     EXPECT_EQ(
-        OutputOf("ffmpeg",
-                 QString("-v error -f lavfi -i sine %1 -c:a wmav2 -t %2").arg(picture).arg(seconds),
-                 home.Path(name)),
+        OutputOf(
+            "ffmpeg",
+            QString("-v error -f lavfi -i sine %1 -c:a %2 -t %3").arg(picture, sound).arg(seconds),
+            home.Path(name)),
         "");
     return home.Read(name);
   }
@@ -180,13 +182,25 @@ TEST_F(VlcCaptureTest, NoServerLeadsThePlayerToWhatLiesOnThisMachine) {
                                                        {"/m3u.wmv", own},
                                                        {"/asx.php", own},
                                                        {"/camera.php", "v4l2:///dev/video0"},
-                                                       {"/list.php", "dash"}};
+                                                       {"/list.php", "形式: dash"}};
   for (const auto& [target, refused] : cases) {
     EXPECT_EQ(Capture(target), kDownloadFailed) << target.toStdString();
     EXPECT_EQ(home.Read("save/song.wmv"), "an old one") << target.toStdString();
     EXPECT_TRUE(board.Status().endsWith(" → " + refused)) << board.Status().toStdString();
   }
+  const auto list = [](const QByteArray& segment) {
+    return Answer::Text(
+        "#EXTM3U\n#EXT-X-TARGETDURATION:5\n#EXTINF:5,\n" + segment + "\n#EXT-X-ENDLIST\n",
+        "application/x-mpegurl");
+  };
+  server.Route("/own.m3u8", list("file://" + home.Path("live.ts").toUtf8()));
+  server.Route("/live.ts", Answer::Text(Stream("live.ts"), "video/mp2t"));
+  server.Route("/live.m3u8", list("live.ts"));
+  EXPECT_EQ(Capture("/own.m3u8", "live.ts"), kDownloadFailed);
+  EXPECT_EQ(Saved(), "song.wmv");
   // To streams elsewhere it may be led.
+  EXPECT_EQ(Capture("/live.m3u8", "live.ts"), kComplete) << board.Status().toStdString();
+  EXPECT_GT(home.Read("save/live.ts").size(), 10'000);
   server.Route("/a.wmv", Answer::Text(stream));
   server.Route("/moved.wmv", Answer::Redirect(server.Url("/a.wmv").toUtf8()));
   EXPECT_EQ(Capture("/moved.wmv"), kComplete);

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "download/stream/vlc_log.h"
+
 namespace zentorin {
 namespace {
 
@@ -54,6 +56,24 @@ TEST(VlcCommandTest, OnlyStreamsElsewhereAreRecordedAndTheirAddressesAreSpelledO
   for (const auto& [address, word] : cases) {
     const QStringList words = Words(address, "/s/a.wmv");
     EXPECT_EQ(words.value(words.size() - 1), word) << address;
+  }
+}
+
+TEST(VlcLogTest, TheFirstSourceThatIsNoStreamElsewhereIsTold) {
+  const QByteArray reader = " main demux debug: creating demux: access='";
+  const QByteArray longAddress = "file:///" + QByteArray(3000, 'a');
+  const std::pair<QByteArray, QByteArray> cases[] = {
+      {reader + "http' demux='any' location='s.test/a' file='(null)'", ""},
+      {reader + "' demux='ts' location='' file='(null)'", ""},
+      {reader + "' demux='any' location='/dev/screen' file='(null)'", ":///dev/screen"},
+      {" avformat demux debug: detected format: mov,mp4", ""},
+      {" avformat demux debug: detected format: hls,applehttp", "形式: hls,applehttp"},
+      {" main stream debug: creating access: " + longAddress, longAddress.left(2048) + "…"},
+  };
+  for (const auto& [line, refused] : cases) {
+    VlcLog log;
+    log.Take(line + "\n main stream debug: creating access: http://s.test/b\n");
+    EXPECT_EQ(log.Refused(), QString(refused));
   }
 }
 
