@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "download/stream/capture_watch.h"
 
-#include <QDeadlineTimer>
-
 #include "base/run_state.h"
 #include "base/status_board.h"
 #include "base/wait.h"
@@ -36,14 +34,15 @@ QCoro::Task<int> CaptureWatch::Run() {
   co_return error != 0 ? error : code;
 }
 
-// A tool that has ended is not waited for: a short recording may be over before it was seen.
+// A tool that has ended is not waited for: a short recording may be over before it was seen. It is
+// asked once more when the time is over.
 QCoro::Task<bool> CaptureWatch::WaitForTool() {
-  for (const QDeadlineTimer end(tool_.AppearTime()); !end.hasExpired();) {
+  for (;;) {
+    const bool late = tool_.Process().SinceStart() >= tool_.AppearTime();
     if (tool_.Appeared()) co_return true;
-    if (!tool_.Running() || state_.CancelRequested()) co_return false;
+    if (late || state_.CancelRequested() || !tool_.Running()) co_return false;
     co_await tool_.Process().Pause(state_, kAppearPoll);
   }
-  co_return false;
 }
 
 QCoro::Task<void> CaptureWatch::Watch() {

@@ -35,7 +35,8 @@ class StreamTool {
   // A sentence for the user on a tool that never appeared.
   virtual QString WhyNeverSeen() const = 0;
 
-  // True once it can be watched, asked every 10 ms for at most AppearTime().
+  // True once it can be watched, asked every 10 ms until AppearTime() after the process's last
+  // start.
   virtual bool Appeared() = 0;
   virtual std::chrono::milliseconds AppearTime() const = 0;
 

@@ -48,6 +48,7 @@ void ToolProcess::Start(const QStringList& words, const QString& folder) {
   killed_ = false;
   session_ = 0;
   empty_ = false;
+  sinceStart_.start();
   if (!folder.isEmpty()) process_.setWorkingDirectory(folder);
   process_.start(words.value(0), words.mid(1), QIODevice::ReadOnly);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -40,6 +41,10 @@ class ToolProcess : public QObject {
   bool WasKilled() const;
 
   qint64 Id() const { return process_.processId(); }
+  // Since the last Start().
+  std::chrono::milliseconds SinceStart() const {
+    return std::chrono::milliseconds(sinceStart_.elapsed());
+  }
 
   // Ends the whole session at once. The end itself comes as Ended().
   void Kill();
@@ -56,6 +61,7 @@ class ToolProcess : public QObject {
 
  private:
   QProcess process_;
+  QElapsedTimer sinceStart_;
   qint64 session_ = 0;  // its process group; 0 before it came up
   bool empty_ = false;  // nothing runs in that group any more: its number may be another's
   bool killed_ = false;

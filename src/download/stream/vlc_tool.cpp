@@ -19,9 +19,9 @@ constexpr std::chrono::milliseconds kKillTime(500);
 // The longest name of a folder in which a socket's path still fits.
 constexpr qsizetype kMaxFolderBytes = 80;
 
-// The first ones come every 10 ms, the others every 500 ms.
-constexpr int kLooksBeforeTheWatch = 200;
-constexpr int kMaxLooks = 220;
+// Since VLC listens: how long the watch waits for its window, and how long it is looked for.
+constexpr std::chrono::milliseconds kWindowTime(1000);
+constexpr std::chrono::milliseconds kLookTime(12'000);
 
 // From a stream of unknown size, as live ones are, the player works out lengths of centuries.
 constexpr qint64 kMaxLengthSeconds = 100LL * 3600;
@@ -86,9 +86,12 @@ QString VlcTool::WhyNeverSeen() const {
 bool VlcTool::StartWith(bool shown) {
   const QStringList arguments = VlcArguments(recording_, SocketPath(), shown);
   if (arguments.isEmpty()) return false;
+  // Nothing of one that has given up is left.
   log_ = {};
   remote_.Disconnect();
-  connected_ = false;
+  sinceConnection_.invalidate();
+  standing_ = {};
+  window_.reset();
   process_.Start(command_ + arguments);
   return true;
 }
@@ -114,10 +117,17 @@ QString VlcTool::Refusal() const {
 
 bool VlcTool::Appeared() {
   if (!remote_.Connect(SocketPath())) return false;
-  if (!connected_) remote_.Ask();
-  connected_ = true;
-  // Its window comes later than its remote control.
-  return !shown_ || TakeWindow() || looks_ >= kLooksBeforeTheWatch;
+  if (!sinceConnection_.isValid()) {
+    remote_.Ask();
+    sinceConnection_.start();
+  }
+  // Its window comes later than its remote control, and is nothing that a recording is lost for.
+  return !shown_ || TakeWindow() || Connected(kWindowTime) || process_.SinceStart() >= AppearTime();
+}
+
+// For at least that time.
+bool VlcTool::Connected(std::chrono::milliseconds time) const {
+  return sinceConnection_.isValid() && sinceConnection_.hasExpired(time.count());
 }
 
 // VLC without its window plugin refuses the options of the window, and one that finds no display
@@ -131,8 +141,7 @@ bool VlcTool::Running() {
 
 // A window that VLC is to start minimised opens in full: it is minimised as soon as it is there.
 bool VlcTool::TakeWindow() {
-  if (window_ || looks_ >= kMaxLooks) return window_.has_value();
-  ++looks_;
+  if (window_) return true;
   const auto windows = windows_.List();
   const auto own = std::ranges::find_if(windows, [this](const ToolWindow& window) {
     return window.visible && IsVlcWindow(window) && window.processId == process_.Id();
@@ -151,7 +160,7 @@ ToolReading VlcTool::Read() {
   if (standing_.length >= kMaxLengthSeconds) standing_.length = 0;
   // One that was started again is yet to be found.
   if (remote_.Connect(SocketPath())) remote_.Ask();
-  if (shown_) TakeWindow();
+  if (shown_ && !Connected(kLookTime)) TakeWindow();
   ToolReading reading;
   reading.lengthKnown = standing_.length > 0;
   reading.moved = standing_.position > 0 || reading.lengthKnown;
@@ -177,7 +186,11 @@ QCoro::Task<void> VlcTool::End(bool atOnce) {
 
 void VlcTool::Show(bool shown) {
   hidden_ = !shown;
-  if (window_ && windows_.Find(*window_)) windows_.Show(window_->id, shown);
+  if (window_) {
+    if (windows_.Find(*window_)) windows_.Show(window_->id, shown);
+  } else if (shown_) {
+    TakeWindow();
+  }
 }
 
 }  // namespace zentorin

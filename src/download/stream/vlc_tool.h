@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QElapsedTimer>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <memory>
@@ -40,18 +41,18 @@ class VlcTool : public StreamTool {
   void Hear(const QByteArray& log);
   bool HasRecorded() const;
   bool TakeWindow();
+  bool Connected(std::chrono::milliseconds time) const;
 
   QStringList command_;
   VlcRecording recording_;
   ToolWindows& windows_;
-  bool shown_;   // it was asked for a window
-  bool hidden_;  // the user wants none to be seen
-  int looks_ = 0;
+  bool shown_;                             // it was asked for a window
+  bool hidden_;                            // the user wants none to be seen
   std::optional<ToolWindow> window_;       // once it was there
   std::unique_ptr<QTemporaryDir> folder_;  // of the socket; for this user only
   VlcLog log_;
   VlcRemote remote_;
-  bool connected_ = false;
+  QElapsedTimer sinceConnection_;  // invalid before it
   VlcRemote::Standing standing_;
 };
 

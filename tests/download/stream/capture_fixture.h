@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <algorithm>
+#include <thread>
 
 #include "download/result_code.h"
 #include "download/stream/external_stream_capture.h"
@@ -16,6 +17,7 @@ class FakeToolWindows : public ToolWindows {
  public:
   bool Available() override { return !windows.empty(); }
   std::vector<ToolWindow> List() override {
+    std::this_thread::sleep_for(lookTime);
     return looks++ == 0 ? std::vector<ToolWindow>() : windows;
   }
   std::optional<ToolWindow> Find(const ToolWindow& window) override {
@@ -24,12 +26,14 @@ class FakeToolWindows : public ToolWindows {
     return found == windows.end() ? std::nullopt : std::optional(*found);
   }
   void PressKey(quint32 /*window*/, char16_t /*letter*/) override {}
-  void Show(quint32 /*window*/, bool /*shown*/) override {}
+  void Show(quint32 window, bool /*shown*/) override { touched.push_back(window); }
   void Close(quint32 window) override { closed.push_back(window); }
   void EndProgram(quint32 /*window*/) override {}
 
   std::vector<ToolWindow> windows;
   int looks = 0;  // at the first one they are not there yet
+  std::chrono::milliseconds lookTime{0};
+  std::vector<quint32> touched;  // shown or hidden
   std::vector<quint32> closed;
 };
 

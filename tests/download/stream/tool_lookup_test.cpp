@@ -10,9 +10,36 @@ class ToolLookupTest : public CaptureTest {
  protected:
   FoundTool Found(int setting) const { return lookup.Find(setting).value_or(FoundTool()); }
 
+  // A VLC that is told to have a window listens already when it finds that it can have none; for
+  // "slow" it goes on for a long time.
+  void InstallVlc() {
+    Program("bin/vlc", R"(#!/usr/bin/env python3
+import os, socket, sys, time
+words = dict(word.split('=', 1) for word in sys.argv[1:] if '=' in word)
+slow = 'slow' in sys.argv[-1]
+if words['--intf'] == 'qt':
+    listener = socket.socket(socket.AF_UNIX)
+    listener.bind(words['--rc-unix'])
+    listener.listen()
+    if not slow:
+        time.sleep(0.1)
+        sys.exit(1)
+open(sys.argv[0] + '.id', 'w').write(str(os.getpid()))
+open(words['--sout'].split('dst="')[1].split('"')[0], 'w').write('recorded')
+if 'secret' not in sys.argv[-1]:
+    sys.stderr.write('[0] main stream debug: creating access: ' + sys.argv[-1] + '\n')
+    sys.stderr.flush()
+if slow:
+    time.sleep(60)
+)");
+    windows.windows = {ToolWindow()};
+    options.vlcShow = true;
+  }
+
   ToolLookup lookup{programs};
   FakeToolWindows windows;
   ExternalStreamCapture capture{programs, windows, {.stall = std::chrono::milliseconds(0)}};
+  ExternalStreamCapture patient{programs, windows};
 };
 
 TEST_F(ToolLookupTest, VlcIsItsEntrysFileOrTheCommandOfThePath) {
@@ -69,29 +96,32 @@ TEST_F(ToolLookupTest, OnlyAWindowThatIsStillTheToolsOwnIsAskedToClose) {
 }
 
 TEST_F(ToolLookupTest, AVlcWhoseWindowFailsIsStartedAgainButOneThatTellsNothingIsNotTrusted) {
-  // It listens already when it finds that it can have no window.
-  Program("bin/vlc", R"(#!/usr/bin/env python3
-import socket, sys, time
-words = dict(word.split('=', 1) for word in sys.argv[1:] if '=' in word)
-if words['--intf'] == 'qt':
-    listener = socket.socket(socket.AF_UNIX)
-    listener.bind(words['--rc-unix'])
-    listener.listen()
-    time.sleep(0.1)
-    sys.exit(1)
-open(words['--sout'].split('dst="')[1].split('"')[0], 'w').write('recorded')
-if 'secret' not in sys.argv[-1]:
-    sys.stderr.write('[0] main stream debug: creating access: ' + sys.argv[-1] + '\n')
-)");
-  windows.windows = {ToolWindow()};
-  options.vlcShow = true;
-  ExternalStreamCapture patient(programs, windows);
+  InstallVlc();
   EXPECT_EQ(Record(patient), kComplete);
   EXPECT_EQ(home.Read("save/song.wmv"), "recorded");
   const QString path = home.Path("save/b.wmv");
   EXPECT_EQ(QCoro::waitFor(patient.Capture(context, "mms://m.test/secret", path)), kDownloadFailed);
   EXPECT_TRUE(board.Status().contains("確認できません")) << board.Status().toStdString();
   EXPECT_EQ(Saved(), "song.wmv");
+}
+
+TEST_F(ToolLookupTest, AVlcWhoseWindowIsNotFoundIsWatchedAndItsWindowTakenLater) {
+  InstallVlc();
+  windows.lookTime = std::chrono::milliseconds(30);
+  QObject::connect(&board, &StatusBoard::ProgressChanged, &board, [&] {
+    if (board.FileBytes() == 0 || state.CancelRequested()) return;
+    ToolWindow own;
+    own.id = 7;
+    own.className = "vlc";
+    own.visible = true;
+    own.processId = home.Read("bin/vlc.id").toLongLong();
+    windows.windows = {own};
+    patient.ShowToolWindow(true);
+    EXPECT_EQ(windows.touched, std::vector<quint32>{7});
+    state.RequestCancel();
+  });
+  QCoro::waitFor(patient.Capture(context, "mms://m.test/slow", home.Path("save/b.wmv")));
+  EXPECT_TRUE(state.CancelRequested()) << "nobody watched it";
 }
 
 TEST_F(ToolLookupTest, AMissingToolIsAskedForOnceARow) {
