@@ -104,9 +104,7 @@ QCoro::Task<int> ExternalStreamCapture::RunTool(const DownloadContext& context,
   int code = kFatal;
   if (fault.isEmpty()) {
     code = co_await watch.Run();
-    const QString refusal = tool_->Refusal();
-    if (!refusal.isEmpty()) qCWarning(captureLog).noquote() << EscapeForDisplay(refusal);
-    fault = code == kFatal ? tool_->WhyNeverSeen() : refusal;
+    fault = code == kFatal ? tool_->WhyNeverSeen() : tool_->Refusal();
   }
   if (!fault.isEmpty()) context.board.SetStatus(EscapeForDisplay(fault), StatusBoard::kRed);
   // What has just ended may still be on its way here.
