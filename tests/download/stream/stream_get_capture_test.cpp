@@ -3,6 +3,7 @@
 #include <QStandardPaths>
 #include <QTimer>
 #include <cstdlib>
+#include <memory>
 
 #include <xcb/xcb.h>
 
@@ -15,9 +16,11 @@ namespace {
 
 const QString kTool = ZENTORIN_FAKE_STREAM_GET;
 
-// Moves a window to where no list of windows looks, until this program ends.
-void PutDeepInside(xcb_window_t window) {
-  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+// Moves a window to where no list of windows looks, as long as the connection that it answers is
+// open.
+std::shared_ptr<xcb_connection_t> PutDeepInside(xcb_window_t window) {
+  const std::shared_ptr<xcb_connection_t> owner(xcb_connect(nullptr, nullptr), xcb_disconnect);
+  xcb_connection_t* connection = owner.get();
   xcb_window_t parent = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
   for (int depth = 0; depth < 10; ++depth) {
     const xcb_window_t frame = xcb_generate_id(connection);
@@ -27,6 +30,7 @@ void PutDeepInside(xcb_window_t window) {
   }
   free(
       xcb_request_check(connection, xcb_reparent_window_checked(connection, window, parent, 0, 0)));
+  return owner;
 }
 
 // The program against a tool that behaves like StreamGet, on a display of its own.
@@ -117,7 +121,7 @@ TEST_F(StreamGetCaptureTest, AWindowIsShownHiddenAndEnded) {
   EXPECT_FALSE(windows.List().front().visible);
   windows.Show(window.id, true);
   EXPECT_TRUE(windows.List().front().visible);
-  PutDeepInside(window.id);
+  const auto inside = PutDeepInside(window.id);
   EXPECT_TRUE(windows.Find(window)) << "wherever a window manager puts it";
   windows.EndProgram(window.id);
   EXPECT_TRUE(other.waitForFinished());
