@@ -174,7 +174,8 @@ void MainLayout::PlaceStatus() {
   const int whole = c_.frStatus->width();
   const int row = c_.frStatus->height();
   // The file in hand keeps half of the line from a long status.
-  const int file = c_.lblFile->text().isEmpty() ? 0 : std::min(HintWidth(c_.lblFile), whole / 2);
+  const int file =
+      c_.lblFile->text().isEmpty() ? 0 : std::min(HintWidth(c_.lblFile) + kGap, whole / 2);
   const int status = std::clamp(HintWidth(c_.lblStatus), whole / 3, whole - file);
   Put(c_.lblStatus, 0, 0, status, row);
   Put(c_.lblFile, status + kGap, 0, whole - status - kGap, row);

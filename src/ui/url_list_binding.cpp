@@ -4,12 +4,14 @@
 #include <QItemSelectionModel>
 #include <QScopedValueRollback>
 
+#include "crawl/file_list.h"
 #include "jobs/url_list.h"
 #include "ui/widgets/line_list_view.h"
 
 namespace zentorin {
 
-UrlListBinding::UrlListBinding(UrlList& list, LineListView& view, QObject* parent)
+UrlListBinding::UrlListBinding(UrlList& list, const FileList& files, LineListView& view,
+                               QObject* parent)
     : QObject(parent), list_(list), view_(view) {
   view.setModel(&list);
   view.setSelectionMode(QAbstractItemView::SingleSelection);
@@ -21,9 +23,12 @@ UrlListBinding::UrlListBinding(UrlList& list, LineListView& view, QObject* paren
           [this](const QModelIndex& current) {
             if (!following_ && current.isValid()) list_.Select(current.row());
           });
-  // A click with Ctrl does not take the selection away.
-  connect(&view, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
-    if (index.row() == list_.SelectedRow()) ShowSelected(index.row());
+  // A click with Ctrl does not take the selection away. One on the job that is shown fills an empty
+  // file list again; in one that is not empty marks and selection would be lost.
+  connect(&view, &QAbstractItemView::clicked, this, [this, &files](const QModelIndex& index) {
+    if (index.row() != list_.SelectedRow()) return;
+    ShowSelected(index.row());
+    if (files.Count() == 0) list_.Select(index.row());
   });
   ShowSelected(list.SelectedRow());
 }

@@ -15,6 +15,9 @@ namespace {
 constexpr int kGripWidth = 60;
 constexpr int kGripHeight = 20;
 
+// What the title bar over a window may take, pixels.
+constexpr int kTitleBarHeight = 40;
+
 bool CanBeGrabbed(const QRect& window, const QRect& screen) {
   const QRect edge(window.topLeft(), QSize(window.width(), kGripHeight));
   const QRect seen = edge.intersected(screen);
@@ -47,7 +50,7 @@ QRect PlaceFromSettings(const AppSettings& settings, QSize roomy) {
   if (!place.isValid()) place.setSize(first.size());
   const QList<QScreen*> screens = QGuiApplication::screens();
   if (place == first && !screens.isEmpty()) {
-    const QRect screen = screens.first()->availableGeometry();
+    const QRect screen = screens.first()->availableGeometry().adjusted(0, kTitleBarHeight, 0, 0);
     place.setSize(place.size().expandedTo(roomy.boundedTo(screen.size())));
     if (place != first) MoveInto(screen, place);
   }

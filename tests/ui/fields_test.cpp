@@ -110,6 +110,9 @@ TEST_F(FieldsTest, TheModeDecidesWhatIsShown) {
   QTest::mouseClick(jobs, Qt::RightButton, {}, {20, 8});
   QTest::keyClick(w->Find("mnuContext_TargetUrl"), Qt::Key_Escape);
   EXPECT_FALSE(rows->selectionModel()->hasSelection());
+  w->workspace.files.ClearFileList();
+  QTest::mouseClick(jobs, Qt::LeftButton, {}, {20, 8});
+  EXPECT_EQ(rows->model()->rowCount(), 2);
   w->Click("Opt_0");
   EXPECT_TRUE(w->Find("ChkTreeFolder")->isEnabled());
   auto* sub = w->Find<QComboBox>("cmbUrl_SubPattern");

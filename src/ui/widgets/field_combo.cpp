@@ -9,6 +9,17 @@
 #include "ui/widgets/fixed_pitch_font.h"
 
 namespace zentorin {
+namespace {
+
+// Numbers may be padded, in the box or in the list.
+bool ReadAlike(const QString& one, const QString& other) {
+  bool isNumber = false;
+  bool isOtherNumber = false;
+  const bool same = one.toDouble(&isNumber) == other.toDouble(&isOtherNumber);
+  return one == other || (isNumber && isOtherNumber && same);
+}
+
+}  // namespace
 
 FieldCombo::FieldCombo(QWidget* parent) : QComboBox(parent) {
   setFocusPolicy(Qt::StrongFocus);
@@ -51,10 +62,8 @@ void FieldCombo::keyPressEvent(QKeyEvent* event) {
 }
 
 bool FieldCombo::StandOnEntry() {
-  // Numbers are padded, in the box or in the list.
-  const QString text = currentText().trimmed();
-  for (int entry = 0; entry < count() && !text.isEmpty(); ++entry) {
-    if (itemText(entry).trimmed() != text) continue;
+  for (int entry = 0; entry < count(); ++entry) {
+    if (!ReadAlike(itemText(entry), currentText())) continue;
     const QSignalBlocker blocker(this);
     setCurrentIndex(entry);
     return true;
