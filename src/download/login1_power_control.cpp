@@ -184,7 +184,8 @@ QCoro::Task<QDBusMessage> Login1PowerControl::OwnSession(const Attempt& attempt)
   co_return reply;
 }
 
-// Why an error came instead of an answer; empty for a reply.
+// Why an error came instead of an answer; empty for a reply. What stands for a cancel only has to
+// be something: the caller knows of the cancel.
 QString Login1PowerControl::Fault(const QDBusMessage& reply) const {
   if (!IsError(reply)) return {};
   if (reply.type() == QDBusMessage::InvalidMessage) return QStringLiteral("キャンセルされました。");

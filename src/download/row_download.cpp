@@ -147,7 +147,10 @@ QCoro::Task<int> RowDownload::CaptureStream(QString address, RowOutcome& outcome
     co_return static_cast<int>(RunTimeError::PathAccess);
   }
   const int code = co_await context_.capture.Capture(context_, address, path);
-  if (context_.board.StatusColour() == StatusBoard::kRed) outcome.reason = context_.board.Status();
+  // The other codes say by themselves what happened.
+  if (code == kFatal && context_.board.StatusColour() == StatusBoard::kRed) {
+    outcome.reason = context_.board.Status();
+  }
   // As with plain files, also one that was to be written over.
   if (context_.state.CancelRequested()) DeleteLocalFile(path);
   co_return code;

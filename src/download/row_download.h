@@ -28,7 +28,7 @@ struct RowOutcome {
   QString path;          // the local file, empty when it did not come so far
   int folderError = 0;   // with kFolderNotCreated: why, and for which path
   QString folderAtFault;
-  QString reason;  // why a recording failed, beyond the code; may be empty
+  QString reason;  // with kFatal: why, as far as it is known
 };
 
 // Takes one row's file to the disk: works out where it goes, and fetches or captures it. What

@@ -19,9 +19,8 @@ class StreamCapture {
 
   // Finds the recording program; called at the start of every run.
   virtual void FindTool() = 0;
-  // `url` is the row's address, `path` a path of this system. Result: a ResultCode; why
-  // it failed, when more is known, stands on the status line then, in red. `context` outlives the
-  // task.
+  // `url` is the row's address, `path` a path of this system. Result: a ResultCode; when more is
+  // known of a failure, the status line then says it in red. `context` outlives the task.
   virtual QCoro::Task<int> Capture(const DownloadContext& context, QString url, QString path) = 0;
   // Shows the program's window minimised, or hides it, when one is open.
   virtual void ShowToolWindow(bool /*shown*/) {}
