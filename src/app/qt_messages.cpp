@@ -1,37 +1,50 @@
 // SPDX-License-Identifier: MIT
 #include "app/qt_messages.h"
 
+#include <QThread>
 #include <atomic>
+#include <mutex>
 
 #include "app/terminal.h"
 
 namespace zentorin {
 namespace {
 
-std::atomic<QtMessages*> receiver = nullptr;
-QtMessageHandler handlerBefore = nullptr;
+// Held while a message is handed over, so that no thread meets an object that is gone.
+std::mutex handOver;
+QtMessages* receiver = nullptr;
+std::atomic<QtMessageHandler> handlerBefore = nullptr;
 
 }  // namespace
 
 QtMessages::QtMessages(Terminal& terminal) : terminal_(terminal) {
+  const std::lock_guard lock(handOver);
   receiver = this;
   handlerBefore = qInstallMessageHandler(&QtMessages::Take);
 }
 
 QtMessages::~QtMessages() {
   qInstallMessageHandler(handlerBefore);
+  const std::lock_guard lock(handOver);
   receiver = nullptr;
 }
 
 void QtMessages::Take(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-  QtMessages* const messages = receiver;
-  if (messages == nullptr || type == QtFatalMsg) {
-    handlerBefore(type, context, text);
+  if (type == QtFatalMsg) {
+    if (const QtMessageHandler before = handlerBefore) before(type, context, text);
     return;
   }
   const QString line = qFormatLogMessage(type, context, text);
-  // At once in the terminal's own thread.
-  QMetaObject::invokeMethod(messages, [messages, line] { messages->terminal_.Line(line); });
+  std::unique_lock lock(handOver);
+  QtMessages* const messages = receiver;
+  if (messages == nullptr) return;
+  if (messages->thread() != QThread::currentThread()) {
+    QMetaObject::invokeMethod(messages, [messages, line] { messages->terminal_.Line(line); });
+    return;
+  }
+  // The terminal's own thread also destroys the object.
+  lock.unlock();
+  messages->terminal_.Line(line);
 }
 
 }  // namespace zentorin

@@ -28,9 +28,9 @@ constexpr const char* kWayland = "WAYLAND_DISPLAY";
 // The process that asks. It holds nothing of its parent's open but the pipe, and ends with it.
 [[noreturn]] void AskX11(pid_t parent, int answer) {
   const bool tied = prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && getppid() == parent;
-  for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-    if (standard != answer) close(standard);
-  }
+  const auto kept = static_cast<unsigned>(answer);
+  if (kept > 0) close_range(0, kept - 1, 0);
+  close_range(kept + 1, ~0U, 0);
   const char byte = 1;
   const bool told = tied && xcb_connection_has_error(xcb_connect(nullptr, nullptr)) == 0 &&
                     write(answer, &byte, 1) == 1;

@@ -85,9 +85,9 @@ class Splitter {
   std::vector<Token> tokens_;
 };
 
-// Plain decimal ones only: "nan" and "inf" are words, and no number is too large to be told from
-// another one.
-std::optional<double> NumberOf(const QString& text) {
+// Plain decimal ones only: "nan" and "inf" are words.
+std::optional<double> NumberOf(const QString& padded) {
+  const QString text = padded.trimmed();
   const bool plain =
       std::ranges::all_of(text, [](QChar c) { return QStringView(u"+-.0123456789").contains(c); });
   bool isNumber = false;

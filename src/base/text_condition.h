@@ -16,9 +16,7 @@ namespace zentorin {
 //   !                        in front of a comparison or of a text: negates the whole of it
 //   == !=                    equal or not, to the letter
 //   = <>                     equal or not, letter case ignored
-//   < > <= >=                order: of numbers when both sides are decimal numbers ("-1.5"), else
-//   of
-//                            characters
+//   < > <= >=                order: of numbers if both sides are decimal ones, else of characters
 //   ^                        the left text contains the right one, letter case ignored
 // A text alone holds unless it is empty or "0". There are no two comparisons in a row ("a < b < c")
 // and no brackets: "(" and ")" stand in quotes only.

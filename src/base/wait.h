@@ -11,10 +11,10 @@ namespace zentorin {
 
 class RunState;
 
-// Ends a wait with the first of several events: its time is over, or a signal that was added; or
-// whoever emits Came(). Without a time only these count. What
-// comes after the first one goes away with the object; a wait on the signal itself, with a time of
-// its own, would be resumed a second time by it.
+// Ends a wait with the first of several events: its time is over, a signal that was added, or a
+// Came() that somebody emits. What comes after the first one goes away with the object; a wait on
+// the signal itself, with a time of its own, would be resumed a second time by it. What came before
+// Wait() is not seen by it: without a time it would then wait for ever.
 class FirstEvent : public QObject {
   Q_OBJECT
 
