@@ -195,4 +195,10 @@ QString EscapeForDisplay(const QString& text) {
   return shown;
 }
 
+QString CutForDisplay(const QString& text) {
+  constexpr qsizetype kMaxShown = 2048;
+  if (text.size() <= kMaxShown) return EscapeForDisplay(text);
+  return EscapeForDisplay(text.first(kMaxShown)) + QStringLiteral("…");
+}
+
 }  // namespace zentorin

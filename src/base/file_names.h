@@ -25,4 +25,8 @@ bool StaysInside(const QString& folder, const QString& path);
 // Shows text from outside harmlessly: control and bidirectional characters become "\\u{hex}".
 QString EscapeForDisplay(const QString& text);
 
+// The same for texts of any length, as addresses are, of which a page may hold one of megabytes:
+// cut to 2,048 characters, with "…" behind.
+QString CutForDisplay(const QString& text);
+
 }  // namespace zentorin

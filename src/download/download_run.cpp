@@ -26,19 +26,9 @@
 namespace zentorin {
 namespace {
 
-// Longer addresses are cut in the log and on the status line: a page may hold one of megabytes.
-constexpr qsizetype kMaxShown = 2048;
-
 const QString& LineEnd() {
   static const QString lineEnd = QStringLiteral("\r\n");
   return lineEnd;
-}
-
-// A text from outside, such as an address, as log and displays show it: cut, and harmless
-// characters only.
-QString Shown(const QString& text) {
-  if (text.size() <= kMaxShown) return EscapeForDisplay(text);
-  return EscapeForDisplay(text.first(kMaxShown)) + QStringLiteral("…");
 }
 
 bool IsFatal(int code) {
@@ -143,7 +133,7 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
   // An address without "/" leads nowhere: it is counted and leaves no trace.
   if (address.contains(QLatin1Char('/'))) {
     board.SetFileBytes(0);
-    board.SetFile(Shown(address));
+    board.SetFile(CutForDisplay(address));
     QCoro::Task<RowOutcome> fetch = download_->Fetch(address, row[FileListRow::Date]);
     const int next = rows.Peek();
     if (next >= 0) download_->Prepare(RowAddress(files.Row(next), root_));
@@ -164,8 +154,8 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
 // Log, flags and status line. False when the run ends with this result.
 bool DownloadRun::Report(const RowOutcome& outcome, const QString& address) {
   const ResultReport report = ReportFor(outcome.code, context_.state.CancelRequested());
-  logText_ +=
-      LogTextFor(outcome.code, report, Shown(address), outcome.folderPrefix, Shown(outcome.reason));
+  logText_ += LogTextFor(outcome.code, report, CutForDisplay(address), outcome.folderPrefix,
+                         CutForDisplay(outcome.reason));
   lastResult_ = outcome.code;
   lastStatusText_ = report.text;
   if (outcome.code == kComplete) ++completed_;
@@ -179,7 +169,7 @@ bool DownloadRun::Report(const RowOutcome& outcome, const QString& address) {
   const qint64 bytes = complete ? QFileInfo(outcome.path).size() : 0;
   Q_EMIT RowFinished({.code = outcome.code,
                       .text = TextWithCode(outcome.code, report),
-                      .address = Shown(address),
+                      .address = CutForDisplay(address),
                       .path = outcome.path,
                       .bytes = bytes});
   return outcome.code != kCancelled && !IsFatal(outcome.code);

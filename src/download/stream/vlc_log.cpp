@@ -4,11 +4,12 @@
 #include <QByteArrayList>
 #include <algorithm>
 
+#include "base/file_names.h"
+
 namespace zentorin {
 namespace {
 
 constexpr qsizetype kMaxLineBytes = 65'536;
-constexpr qsizetype kMaxShownAddress = 2048;
 
 // "attachment" is a picture inside the stream itself.
 bool IsElsewhere(const QByteArray& scheme) {
@@ -67,8 +68,7 @@ void VlcLog::TakeSource(const QByteArray& scheme, const QByteArray& source) {
 }
 
 void VlcLog::Refuse(const QString& what) {
-  if (!refused_.isEmpty()) return;
-  refused_ = what.size() <= kMaxShownAddress ? what : what.first(kMaxShownAddress) + u'…';
+  if (refused_.isEmpty()) refused_ = CutForDisplay(what);
 }
 
 }  // namespace zentorin

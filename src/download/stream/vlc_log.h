@@ -14,8 +14,8 @@ class VlcLog {
   // As it comes, in pieces of any size.
   void Take(const QByteArray& bytes);
 
-  // The first source that is no stream elsewhere, or the format that would open some unseen, cut to
-  // a length that can be shown; empty when there was none.
+  // The first source that is no stream elsewhere, or the format that would open some unseen, fit
+  // to be shown; empty when there was none.
   const QString& Refused() const { return refused_; }
   // False as long as the log has told of no source at all.
   bool HasTold() const { return hasTold_; }

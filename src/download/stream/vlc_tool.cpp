@@ -8,6 +8,7 @@
 
 #include <unistd.h>
 
+#include "base/file_names.h"
 #include "download/stream/tool_windows.h"
 
 namespace zentorin {
@@ -73,7 +74,7 @@ QString VlcTool::Start() {
   environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder_->path());
   process_.SetEnvironment(environment);
   if (StartWith(shown_)) return {};
-  return QStringLiteral("録画できないアドレスです。: ") + recording_.address;
+  return QStringLiteral("録画できないアドレスです。: ") + CutForDisplay(recording_.address);
 }
 
 QString VlcTool::WhyNeverSeen() const {
@@ -108,11 +109,12 @@ bool VlcTool::HasRecorded() const {
 
 QString VlcTool::Refusal() const {
   if (!log_.Refused().isEmpty()) {
-    return QStringLiteral("録画できないアドレスに誘導されました。: ") + recording_.address +
-           QStringLiteral(" → ") + log_.Refused();
+    return QStringLiteral("録画できないアドレスに誘導されました。: ") +
+           CutForDisplay(recording_.address) + QStringLiteral(" → ") + log_.Refused();
   }
   if (log_.HasTold() || !HasRecorded()) return {};
-  return QStringLiteral("VLC が何を録画したか確認できません。: ") + recording_.address;
+  return QStringLiteral("VLC が何を録画したか確認できません。: ") +
+         CutForDisplay(recording_.address);
 }
 
 bool VlcTool::Appeared() {
