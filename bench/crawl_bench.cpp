@@ -16,6 +16,9 @@
 #include "tests/support/fakes.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // A job and what it works on; its engine is never asked.
@@ -23,7 +26,7 @@ struct Bench {
   Bench() {
     urlList.ReplaceAll({TargetUrlItem().ToLine()});
     urlList.Select(0);
-    job.Edit(TargetUrlItem::Depth, QStringLiteral("1"));
+    job.Edit(TargetUrlItem::Depth, u"1"_s);
   }
 
   test::MemoryEngine engine{[](const QString&) { return QByteArray(); }};
@@ -43,19 +46,19 @@ struct Bench {
 FetchedPage PageOfLinks(qint64 count, const QString& ending) {
   FetchedPage page;
   page.status = 0;
-  page.finalUrl = QStringLiteral("http://h.test/index.html");
+  page.finalUrl = u"http://h.test/index.html"_s;
   for (qint64 i = 0; i < count; ++i) {
-    page.text += QStringLiteral("<li><a href=\"files/2024/item%1%2\">Item</a></li>\n")
-                     .arg(QString::number(i), ending);
+    page.text +=
+        u"<li><a href=\"files/2024/item%1%2\">Item</a></li>\n"_s.arg(QString::number(i), ending);
   }
   return page;
 }
 
 void ExtractLinks(benchmark::State& state) {
-  const FetchedPage page = PageOfLinks(state.range(0), QStringLiteral(".mp3"));
+  const FetchedPage page = PageOfLinks(state.range(0), u".mp3"_s);
   for (auto _ : state) {
     Bench bench;
-    Pattern files(QStringLiteral(R"re(<.+?(?:href|url)=["']?(.+?\.mp3)["' >])re"));
+    Pattern files(uR"re(<.+?(?:href|url)=["']?(.+?\.mp3)["' >])re"_s);
     PageExtractor extractor(bench.context, files, bench.clock.Now());
     QCoro::waitFor(extractor.Extract(page.finalUrl, page));
     if (bench.files.Count() != state.range(0)) state.SkipWithError("rows are missing");
@@ -65,9 +68,9 @@ BENCHMARK(ExtractLinks)->Arg(100'000)->Arg(200'000)->Unit(benchmark::kMillisecon
 
 // The same page taken again: every link is a known one.
 void ExtractKnownLinks(benchmark::State& state) {
-  const FetchedPage page = PageOfLinks(state.range(0), QStringLiteral(".mp3"));
+  const FetchedPage page = PageOfLinks(state.range(0), u".mp3"_s);
   Bench bench;
-  Pattern files(QStringLiteral(R"re(<.+?(?:href|url)=["']?(.+?\.mp3)["' >])re"));
+  Pattern files(uR"re(<.+?(?:href|url)=["']?(.+?\.mp3)["' >])re"_s);
   PageExtractor extractor(bench.context, files, bench.clock.Now());
   QCoro::waitFor(extractor.Extract(page.finalUrl, page));
   for (auto _ : state) QCoro::waitFor(extractor.Extract(page.finalUrl, page));
@@ -76,12 +79,12 @@ BENCHMARK(ExtractKnownLinks)->Arg(100'000)->Unit(benchmark::kMillisecond);
 
 void VisitPages(benchmark::State& state) {
   CrawlStart start;
-  start.page = PageOfLinks(state.range(0), QStringLiteral(".html"));
+  start.page = PageOfLinks(state.range(0), u".html"_s);
   start.startAddress = start.page.finalUrl;
   start.rootUrl = start.page.finalUrl;
   for (auto _ : state) {
     Bench bench;
-    Pattern subPages(QStringLiteral(R"re((?:href|url|src)=["']?(.+?)["' >])re"));
+    Pattern subPages(uR"re((?:href|url|src)=["']?(.+?)["' >])re"_s);
     Crawler crawler(bench.context, subPages, nullptr);
     QCoro::waitFor(crawler.Run(start));
     if (bench.files.Count() != state.range(0) + 1) state.SkipWithError("pages are missing");

@@ -15,6 +15,8 @@
 #include "base/run_state.h"
 #include "net/curl_http_engine.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using zentorin::HttpAnswer, zentorin::HttpFailure;
@@ -57,7 +59,7 @@ int main(int argc, char** argv) {
   request.idleTimeout = std::chrono::seconds(60);
   QElapsedTimer clock;
   clock.start();
-  const bool isFile = arguments.at(1) == QStringLiteral("file");
+  const bool isFile = arguments.at(1) == u"file"_s;
   const int count = arguments.at(3).toInt();
   const qint64 bytes = isFile ? QCoro::waitFor(Save(engine, request, arguments.at(3)))
                               : QCoro::waitFor(GetMany(engine, request, count));

@@ -13,6 +13,9 @@
 #include "ui/widgets/line_list_view.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kRows = 100'000;
@@ -26,19 +29,17 @@ struct OpenWindow {
     window.FinishStartUp(false);
     QCoreApplication::processEvents();
   }
-  LineListView& FileView() const {
-    return *window.findChild<LineListView*>(QStringLiteral("lstUrl_All"));
-  }
+  LineListView& FileView() const { return *window.findChild<LineListView*>(u"lstUrl_All"_s); }
   // As a crawl adds them, with the window drawing in between.
   void AppendRows() {
     for (int i = 0; i < kRows; ++i) {
       FileListRow row;
-      row.Set(FileListRow::Date, QStringLiteral("2024/05/01 23:30:05"));
-      row.Set(FileListRow::Size, QStringLiteral(" 1,234"));
-      row.Set(FileListRow::Link, QStringLiteral("files/%1.mp3").arg((i * 7919) % kRows));
-      row.Set(FileListRow::BaseDir, QStringLiteral("http://site.test/files"));
-      row.Set(FileListRow::Parent, QStringLiteral("http://site.test/files/index.html"));
-      row.Set(FileListRow::Address, QStringLiteral("http://site.test/files/%1.mp3").arg(i));
+      row.Set(FileListRow::Date, u"2024/05/01 23:30:05"_s);
+      row.Set(FileListRow::Size, u" 1,234"_s);
+      row.Set(FileListRow::Link, u"files/%1.mp3"_s.arg((i * 7919) % kRows));
+      row.Set(FileListRow::BaseDir, u"http://site.test/files"_s);
+      row.Set(FileListRow::Parent, u"http://site.test/files/index.html"_s);
+      row.Set(FileListRow::Address, u"http://site.test/files/%1.mp3"_s.arg(i));
       workspace.files.Append(row);
       if (i % kRowsAnAnnouncement != 0) continue;
       workspace.files.Flush();
@@ -98,7 +99,7 @@ void MarkARow(benchmark::State& state) {
   open.AppendRows();
   FileList& files = open.workspace.files;
   FileListRow row = files.Row(0);
-  row.Set(FileListRow::Mark, QStringLiteral("o"));
+  row.Set(FileListRow::Mark, u"o"_s);
   int next = 0;
   for (auto _ : state) {
     files.SetCurrentRow(next);
@@ -117,7 +118,7 @@ void OpenOnALongList(benchmark::State& state) {
     const QByteArray number = QByteArray::number(job);
     text += number + " description = job\r\n" + number + " root = http://site.test/\r\n";
   }
-  const QString path = folder.Write(QStringLiteral("long.dat"), text);
+  const QString path = folder.Write(u"long.dat"_s, text);
   for (auto _ : state) {
     OpenWindow open;
     open.window.OpenListFile(path);

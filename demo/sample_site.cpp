@@ -13,18 +13,21 @@
 #include <iconv.h>
 
 namespace zentorin::demo {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-const QRegularExpression kTemplate(QStringLiteral("\\{([ymd]+)\\}"));
+const QRegularExpression kTemplate(u"\\{([ymd]+)\\}"_s);
 
 // The expression that a file's name stands for: its templates match that many digits.
 QRegularExpression UrlOf(const QString& relativePath) {
   QString expression = QRegularExpression::escape(relativePath);
-  static const QRegularExpression kEscaped(QStringLiteral("\\\\\\{([ymd]+)\\\\\\}"));
+  static const QRegularExpression kEscaped(u"\\\\\\{([ymd]+)\\\\\\}"_s);
   QRegularExpressionMatch found;
   while ((found = kEscaped.match(expression)).hasMatch()) {
     expression.replace(found.capturedStart(), found.capturedLength(),
-                       QStringLiteral("\\d{%1}").arg(found.capturedLength(1)));
+                       u"\\d{%1}"_s.arg(found.capturedLength(1)));
   }
   return QRegularExpression(QRegularExpression::anchoredPattern(expression));
 }
@@ -58,9 +61,8 @@ QByteArray Encode(const QString& text, const QByteArray& charset) {
 
 QByteArray ContentType(const QString& file) {
   static const QHash<QString, QByteArray> kTypes{
-      {QStringLiteral("html"), "text/html"},      {QStringLiteral("csv"), "text/csv"},
-      {QStringLiteral("mp3"), "audio/mpeg"},      {QStringLiteral("jpg"), "image/jpeg"},
-      {QStringLiteral("pdf"), "application/pdf"}, {QStringLiteral("zip"), "application/zip"},
+      {u"html"_s, "text/html"}, {u"csv"_s, "text/csv"},        {u"mp3"_s, "audio/mpeg"},
+      {u"jpg"_s, "image/jpeg"}, {u"pdf"_s, "application/pdf"}, {u"zip"_s, "application/zip"},
   };
   return kTypes.value(QFileInfo(file).suffix(), "application/octet-stream");
 }
@@ -83,16 +85,16 @@ SampleSite::SampleSite(const QString& folder, QDateTime today) : today_(std::mov
     }
   }
   if (entries_.empty()) {
-    fault_ = QStringLiteral("%1: no hosts with files here").arg(folder);
+    fault_ = u"%1: no hosts with files here"_s.arg(folder);
     return;
   }
-  ReadTable(root.filePath(QStringLiteral("served-as.txt")));
+  ReadTable(root.filePath(u"served-as.txt"_s));
 }
 
 void SampleSite::ReadTable(const QString& path) {
   const std::optional<QByteArray> table = ReadAll(path);
   if (!table) {
-    fault_ = QStringLiteral("%1: cannot be read").arg(path);
+    fault_ = u"%1: cannot be read"_s.arg(path);
     return;
   }
   const QDir root = QFileInfo(path).dir();
@@ -103,12 +105,12 @@ void SampleSite::ReadTable(const QString& path) {
     const auto entry = std::ranges::find_if(
         entries_, [&](const Entry& candidate) { return candidate.file == file; });
     if (words.size() != 4 || entry == entries_.end()) {
-      fault_ = QStringLiteral("%1: a line that fits no file: %2").arg(path, line);
+      fault_ = u"%1: a line that fits no file: %2"_s.arg(path, line);
       return;
     }
-    if (words[1] != QLatin1String("-")) entry->charset = words[1].toLatin1();
+    if (words[1] != "-"_L1) entry->charset = words[1].toLatin1();
     entry->ageDays = words[2].toInt();
-    entry->charsetInHeader = words[3] == QLatin1String("header");
+    entry->charsetInHeader = words[3] == "header"_L1;
   }
 }
 

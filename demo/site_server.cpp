@@ -10,6 +10,8 @@
 #include "demo/sample_site.h"
 #include "tests/support/loopback_server.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 int main(int argc, char** argv) {
   using zentorin::test::Answer;
   using zentorin::test::ReceivedRequest;
@@ -26,8 +28,8 @@ int main(int argc, char** argv) {
   server.SetFallback([&site](const ReceivedRequest& request) {
     const auto file = site.Find(request.host, request.target);
     if (!file) return Answer::Status(404);
-    const QString date = QLocale::c().toString(file->lastModified.toUTC(),
-                                               QStringLiteral("ddd, dd MMM yyyy HH:mm:ss 'GMT'"));
+    const QString date =
+        QLocale::c().toString(file->lastModified.toUTC(), u"ddd, dd MMM yyyy HH:mm:ss 'GMT'"_s);
     return Answer::Text(file->body, file->contentType).With("Last-Modified", date.toLatin1());
   });
   std::printf("%s\n", qUtf8Printable(server.ConnectTo()));

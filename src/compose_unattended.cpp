@@ -4,13 +4,13 @@
 #include <unistd.h>
 
 #include "app/command_line.h"
-#include "app/qt_messages.h"
-#include "app/terminal.h"
-#include "app/terminal_messages.h"
-#include "app/terminal_opener.h"
-#include "app/unattended_run.h"
 #include "composed_workspace.h"
 #include "compositions.h"
+#include "terminal/qt_messages.h"
+#include "terminal/terminal.h"
+#include "terminal/terminal_messages.h"
+#include "terminal/terminal_opener.h"
+#include "terminal/unattended_run.h"
 
 namespace zentorin {
 

@@ -7,8 +7,8 @@
 #include "base/clock.h"
 #include "download/stream/external_stream_capture.h"
 #include "download/stream/x11_tool_windows.h"
-#include "download/system_services.h"
 #include "launch/installed_programs.h"
+#include "power/system_services.h"
 
 namespace zentorin {
 

@@ -7,13 +7,15 @@
 
 #include "app/exit_status.h"
 #include "app/stop_signals.h"
-#include "app/terminal.h"
 #include "app/usage.h"
 #include "base/bus_greeting.h"
 #include "base/display_server.h"
 #include "base/message_bus.h"
 #include "base/program_folder.h"
 #include "compositions.h"
+#include "terminal/terminal.h"
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -27,8 +29,7 @@ QStringList ArgumentsOf(int argc, char** argv) {
 // part of Qt that draws is started.
 bool FindDisplay() {
   for (const QString& display : zentorin::DropDeadDisplays()) {
-    zentorin::Terminal(STDERR_FILENO)
-        .Line(QStringLiteral("ディスプレイ「%1」に接続できません。").arg(display));
+    zentorin::Terminal(STDERR_FILENO).Line(u"ディスプレイ「%1」に接続できません。"_s.arg(display));
   }
   return zentorin::HasDisplay();
 }
@@ -48,8 +49,9 @@ QString ProgramFolder() {
   const QString folder = zentorin::FindProgramFolder(QCoreApplication::applicationDirPath());
   if (folder.isEmpty()) {
     zentorin::Terminal(STDERR_FILENO)
-        .Line(QStringLiteral("プログラムのフォルダを作成できません。環境変数 ZENTORIN_HOME で"
-                             "書き込めるフォルダを指定して下さい。"));
+        .Line(
+            u"プログラムのフォルダを作成できません。環境変数 ZENTORIN_HOME で"
+            "書き込めるフォルダを指定して下さい。"_s);
   }
   return folder;
 }

@@ -9,6 +9,9 @@
 #include "base/number_text.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr qint64 kMaxFileBytes = 64LL * 1024 * 1024;
@@ -28,20 +31,20 @@ struct Setting {
 std::vector<Setting> SettingsOf(AppSettings& settings) {
   DownloadOptions& download = settings.download;
   return {
-      {QStringLiteral("form left"), &settings.formLeft},
-      {QStringLiteral("form top"), &settings.formTop},
-      {QStringLiteral("form right"), &settings.formRight},
-      {QStringLiteral("form bottom"), &settings.formBottom},
-      {QStringLiteral("default save path"), &settings.defaultSavePath},
-      {QStringLiteral("open folder"), &download.openFolder},
-      {QStringLiteral("vlc show"), &download.vlcShow},
-      {QStringLiteral("GMT use"), &settings.clock.useGmt},
-      {QStringLiteral("GMT diff"), &settings.clock.gmtDiffHours},
-      {QStringLiteral("vlc wma to mp3"), &download.wmaToMp3},
-      {QStringLiteral("streaming tool"), &download.streamingTool},
-      {QStringLiteral("auto close"), &download.autoClose},
-      {QStringLiteral("add date"), &download.addDate},
-      {QStringLiteral("add date format"), &download.addDateFormat},
+      {u"form left"_s, &settings.formLeft},
+      {u"form top"_s, &settings.formTop},
+      {u"form right"_s, &settings.formRight},
+      {u"form bottom"_s, &settings.formBottom},
+      {u"default save path"_s, &settings.defaultSavePath},
+      {u"open folder"_s, &download.openFolder},
+      {u"vlc show"_s, &download.vlcShow},
+      {u"GMT use"_s, &settings.clock.useGmt},
+      {u"GMT diff"_s, &settings.clock.gmtDiffHours},
+      {u"vlc wma to mp3"_s, &download.wmaToMp3},
+      {u"streaming tool"_s, &download.streamingTool},
+      {u"auto close"_s, &download.autoClose},
+      {u"add date"_s, &download.addDate},
+      {u"add date format"_s, &download.addDateFormat},
   };
 }
 
@@ -58,7 +61,7 @@ void SetValue(const Setting& setting, const QString& value) {
 QString ValueOf(const Setting& setting) {
   if (auto* const* number = std::get_if<int*>(&setting.field)) return QString::number(**number);
   if (auto* const* flag = std::get_if<bool*>(&setting.field)) {
-    return **flag ? QStringLiteral("1") : QStringLiteral("0");
+    return **flag ? u"1"_s : u"0"_s;
   }
   return *std::get<QString*>(setting.field);
 }
@@ -73,7 +76,7 @@ FileOutcome AppSettings::Load(const QString& path) {
   if (!outcome.Ok()) return outcome;
   const std::vector<Setting> known = SettingsOf(*this);
   for (const QString& line : SplitLines(DecodeAnsi(bytes))) {
-    const QStringList parts = line.split(QStringLiteral(" = "));
+    const QStringList parts = line.split(u" = "_s);
     if (parts.size() != 2) continue;
     const QString key = TrimBlanks(parts[0]).toLower();
     for (const Setting& setting : known) {
@@ -87,13 +90,12 @@ FileOutcome AppSettings::Save(const QString& path) const {
   AppSettings copy = *this;
   QByteArray bytes;
   for (const Setting& setting : SettingsOf(copy)) {
-    const AnsiBytes line =
-        EncodeAnsi(setting.key + QStringLiteral(" = ") + ValueOf(setting) + QStringLiteral("\r\n"));
+    const AnsiBytes line = EncodeAnsi(setting.key + u" = "_s + ValueOf(setting) + u"\r\n"_s);
     if (line.fault) {
-      return {.error = static_cast<int>(RunTimeError::Other),
-              .message = QStringLiteral(
-                             "%1 に保存できません。「%2」の文字「%3」は Shift_JIS で表せません。")
-                             .arg(path, setting.key, line.fault->character)};
+      return {
+          .error = static_cast<int>(RunTimeError::Other),
+          .message = u"%1 に保存できません。「%2」の文字「%3」は Shift_JIS で表せません。"_s.arg(
+              path, setting.key, line.fault->character)};
     }
     bytes += line.bytes;
   }

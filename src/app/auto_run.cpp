@@ -9,6 +9,9 @@
 #include "jobs/date_text.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kSecondsPerHour = 3600;
@@ -18,15 +21,14 @@ int SecondOfDay(const QTime& time) {
 }
 
 QString CountdownText(int seconds) {
-  const QString format =
-      seconds >= kSecondsPerHour ? QStringLiteral("hh:mm:ss") : QStringLiteral("mm:ss");
-  return QTime(0, 0).addSecs(seconds).toString(format) + QStringLiteral(" - 開始までの時間");
+  const QString format = seconds >= kSecondsPerHour ? u"hh:mm:ss"_s : u"mm:ss"_s;
+  return QTime(0, 0).addSecs(seconds).toString(format) + u" - 開始までの時間"_s;
 }
 
 }  // namespace
 
 QString ListInUseText(const QString& listFile) {
-  return QStringLiteral("このＵＲＬリストは、他の自動実行で使用中です。\r\n\r\n") + listFile;
+  return u"このＵＲＬリストは、他の自動実行で使用中です。\r\n\r\n"_s + listFile;
 }
 
 AutoRun::AutoRun(Workspace& workspace, QObject* parent) : QObject(parent), workspace_(workspace) {
@@ -100,7 +102,7 @@ void AutoRun::Abandon() {
 void AutoRun::GiveUp() {
   if (!workspace_.driver.IsRunning()) {
     workspace_.board.SetCancelShown(false);
-    workspace_.board.SetCancelCaption(QStringLiteral("キャンセル"));
+    workspace_.board.SetCancelCaption(u"キャンセル"_s);
   }
   Reset();
   Q_EMIT TitleChanged(ProductTitle());
@@ -129,7 +131,7 @@ QCoro::Task<void> AutoRun::RunBatch() {
   StatusBoard::Standby standby = workspace_.board.GetStandby();
   standby.visible = true;
   workspace_.board.SetStandby(standby);
-  ShowText(QStringLiteral("ダウンロード実行中"));
+  ShowText(u"ダウンロード実行中"_s);
   // A press from before the run is no wish to stop it.
   workspace_.state.ClearCancel();
   co_await workspace_.driver.Drive(true);

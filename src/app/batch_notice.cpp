@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/batch_notice.h"
 
-#include "download/desktop_notices.h"
 #include "download/run_driver.h"
+#include "power/desktop_notices.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 ExitStatus OutcomeOf(const RunDriver& driver) {
@@ -24,7 +27,7 @@ BatchNotice::BatchNotice(RunDriver& driver, DesktopNotices& notices, QObject* pa
 }
 
 void BatchNotice::Show() {
-  notices_.Show(QStringLiteral("一括ダウンロード"), tally_.Summary(OutcomeOf(driver_)).first());
+  notices_.Show(u"一括ダウンロード"_s, tally_.Summary(OutcomeOf(driver_)).first());
 }
 
 }  // namespace zentorin

@@ -11,6 +11,9 @@
 #include "jobs/date_text.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kMinWords = 11;
@@ -45,7 +48,7 @@ QString Unprotect(QString text) {
 
 // Everything in the option's text after its first word, blanks inside kept as they are.
 QString RestOfOption(const QString& option) {
-  static const QRegularExpression kFirstWord(QStringLiteral("^[ \\t]*[^ \\t]*[ \\t]*"));
+  static const QRegularExpression kFirstWord(u"^[ \\t]*[^ \\t]*[ \\t]*"_s);
   QString rest = option.mid(kFirstWord.match(option).capturedLength());
   rest = TrimBlanks(rest);
   if (rest.size() >= 2 && rest.startsWith(u'"') && rest.endsWith(u'"')) {
@@ -57,18 +60,13 @@ QString RestOfOption(const QString& option) {
 // The action words are compared exactly: "S" is not "s".
 QString AfterBatchActionFor(const QString& word) {
   static const QHash<QString, QString> kActions = {
-      {QStringLiteral("b"), QStringLiteral("スタンバイ")},
-      {QStringLiteral("standby"), QStringLiteral("スタンバイ")},
-      {QStringLiteral("h"), QStringLiteral("休止")},
-      {QStringLiteral("hibernation"), QStringLiteral("休止")},
-      {QStringLiteral("l"), QStringLiteral("ログオフ")},
-      {QStringLiteral("logoff"), QStringLiteral("ログオフ")},
-      {QStringLiteral("r"), QStringLiteral("再起動")},
-      {QStringLiteral("reboot"), QStringLiteral("再起動")},
-      {QStringLiteral("s"), QStringLiteral("シャットダウン")},
-      {QStringLiteral("shutdown"), QStringLiteral("シャットダウン")},
+      {u"b"_s, u"スタンバイ"_s},     {u"standby"_s, u"スタンバイ"_s},
+      {u"h"_s, u"休止"_s},           {u"hibernation"_s, u"休止"_s},
+      {u"l"_s, u"ログオフ"_s},       {u"logoff"_s, u"ログオフ"_s},
+      {u"r"_s, u"再起動"_s},         {u"reboot"_s, u"再起動"_s},
+      {u"s"_s, u"シャットダウン"_s}, {u"shutdown"_s, u"シャットダウン"_s},
   };
-  return kActions.value(word, QStringLiteral("閉じる"));
+  return kActions.value(word, u"閉じる"_s);
 }
 
 // Takes one option over; false when parsing ends with it.
@@ -76,21 +74,21 @@ bool TakeOption(const QString& option, CommandLine& line) {
   const QStringList words = ParseOptionWords(option);
   const QString name = words[0].toLower();
   const QString argument = Unprotect(words[1]);
-  if (name == QLatin1String("debug")) {
+  if (name == "debug"_L1) {
     line.debugMode = true;
-  } else if (name == QLatin1String("auto") || name == QLatin1String("a")) {
+  } else if (name == "auto"_L1 || name == "a"_L1) {
     line.autoMode = true;
     if (!argument.isEmpty() && !ParseDateText(argument)) {
       line.invalidTime = argument;
       return false;
     }
     line.autoStartTime = argument;
-  } else if (name == QLatin1String("tasktray")) {
+  } else if (name == "tasktray"_L1) {
     line.trayMode = true;
-  } else if (name == QLatin1String("q") || name == QLatin1String("quit")) {
+  } else if (name == "q"_L1 || name == "quit"_L1) {
     // On purpose: a quit that does not follow the auto option never arms a power action.
     if (line.autoMode) line.afterBatchAction = AfterBatchActionFor(argument);
-  } else if (name == QLatin1String("f") || name == QLatin1String("file")) {
+  } else if (name == "f"_L1 || name == "file"_L1) {
     line.files.append(RestOfOption(option));
   }
   return true;
@@ -99,10 +97,10 @@ bool TakeOption(const QString& option, CommandLine& line) {
 }  // namespace
 
 QStringList ParseOptionWords(const QString& option) {
-  static const QRegularExpression kRuns(QStringLiteral("([ \\x{3000}])[ \\x{3000}]+"));
+  static const QRegularExpression kRuns(u"([ \\x{3000}])[ \\x{3000}]+"_s);
   QString text = option;
   text = TrimBlanks(text.replace(u'\t', u' '));
-  text.replace(kRuns, QStringLiteral("\\1"));
+  text.replace(kRuns, u"\\1"_s);
   QStringList words = text.split(u' ');
   while (words.size() < kMinWords) words.append(QString());
   return words;
@@ -121,8 +119,8 @@ CommandLine ParseCommandLine(const QString& text) {
   CommandLine line;
   if (text.isEmpty()) return line;
   QString options = u' ' + TrimBlanks(text);
-  options.replace(QStringLiteral("\u3000-"), QStringLiteral(" -"));
-  const QStringList pieces = options.split(QStringLiteral(" -"));
+  options.replace(u"\u3000-"_s, u" -"_s);
+  const QStringList pieces = options.split(u" -"_s);
   for (qsizetype i = 1; i < pieces.size(); ++i) {
     if (!TakeOption(pieces[i], line)) break;
   }
@@ -138,7 +136,7 @@ QString FindListFile(const QString& argument, const Drives& drives) {
 
 CommandLine ReadArguments(const QStringList& arguments, const Drives& drives) {
   if (arguments.size() == 1 && !arguments[0].startsWith(u'-') &&
-      arguments[0].endsWith(QLatin1String(".dat"), Qt::CaseInsensitive) &&
+      arguments[0].endsWith(".dat"_L1, Qt::CaseInsensitive) &&
       QFileInfo(FindListFile(arguments[0], drives)).isFile()) {
     CommandLine line;
     line.files.append(arguments[0]);

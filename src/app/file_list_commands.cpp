@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/file_list_commands.h"
 
-#include "app/delete_question.h"
 #include "app/workspace.h"
-#include "crawl/row_address.h"
+#include "base/message_boxes.h"
 #include "launch/opener.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
 
 void FileListCommands::SelectAll() {
   workspace_.files.SelectAll();
@@ -27,7 +28,7 @@ QCoro::Task<void> FileListCommands::Play() {
   const FileList& files = workspace_.files;
   if (files.SelectedCount() > 1) {
     MessageBox box;
-    box.text = QStringLiteral("選択は１個にして下さい。");
+    box.text = u"選択は１個にして下さい。"_s;
     co_await workspace_.world.messages.Ask(box);
     co_return;
   }
@@ -40,7 +41,7 @@ QString FileListCommands::CopiedText() const {
   const FileList& files = workspace_.files;
   QString text;
   for (int row = 0; row < files.Count(); ++row) {
-    if (files.IsSelected(row)) text += files.Row(row).ToText() + QStringLiteral("\r\n");
+    if (files.IsSelected(row)) text += files.Row(row).ToText() + u"\r\n"_s;
   }
   return text;
 }

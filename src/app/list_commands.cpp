@@ -7,10 +7,13 @@
 #include "jobs/url_list_file.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QStringList ListFileFilters() {
-  return {QStringLiteral("データファイル(*.dat)"), QStringLiteral("すべてのファイル(*.*)")};
+  return {u"データファイル(*.dat)"_s, u"すべてのファイル(*.*)"_s};
 }
 
 }  // namespace
@@ -18,8 +21,8 @@ QStringList ListFileFilters() {
 TargetUrlItem NewJob(const QString& defaultSavePath) {
   TargetUrlItem job;
   job.Set(TargetUrlItem::SavePath, defaultSavePath);
-  job.Set(TargetUrlItem::Before, QStringLiteral(","));
-  job.Set(TargetUrlItem::Depth, QStringLiteral("1"));
+  job.Set(TargetUrlItem::Before, u","_s);
+  job.Set(TargetUrlItem::Depth, u"1"_s);
   for (const TargetUrlItem::Field flag :
        {TargetUrlItem::Opt, TargetUrlItem::Skip, TargetUrlItem::OverWrite,
         TargetUrlItem::OnlyUnderRoot, TargetUrlItem::Modify, TargetUrlItem::TreeFolder,
@@ -36,11 +39,10 @@ QCoro::Task<void> ListCommands::New() {
   if (workspace_.driver.RefuseWhileRunning()) co_return;
   UrlList& list = workspace_.urlList;
   if (list.IsDirty()) {
-    const MessageBox question{
-        .title = QStringLiteral("未保存"),
-        .text = QStringLiteral("保存されていません！\r\n破棄して新規に作成しますか？"),
-        .buttons = MessageBox::Buttons::OkCancel,
-        .defaultAnswer = MessageBox::Answer::Cancel};
+    const MessageBox question{.title = u"未保存"_s,
+                              .text = u"保存されていません！\r\n破棄して新規に作成しますか？"_s,
+                              .buttons = MessageBox::Buttons::OkCancel,
+                              .defaultAnswer = MessageBox::Answer::Cancel};
     const MessageBox::Answer answer = co_await workspace_.world.messages.Ask(question);
     // An unattended run may have begun behind the question; it walks the list by its rows.
     if (answer != MessageBox::Answer::Ok || workspace_.driver.RefuseWhileRunning()) {
@@ -56,7 +58,7 @@ QCoro::Task<void> ListCommands::New() {
 
 QCoro::Task<void> ListCommands::Open() {
   if (workspace_.driver.RefuseWhileRunning()) co_return;
-  const FileDialog dialog{.title = QStringLiteral("ＵＲＬリストファイルの選択"),
+  const FileDialog dialog{.title = u"ＵＲＬリストファイルの選択"_s,
                           .folder = workspace_.drives.ProgramFolder(),
                           .proposedFile = QString(),
                           .filters = ListFileFilters()};
@@ -90,8 +92,8 @@ QCoro::Task<bool> ListCommands::Save() {
 QCoro::Task<bool> ListCommands::SaveAs() {
   const QString& folder = workspace_.drives.ProgramFolder();
   QString proposed = workspace_.urlList.CurrentListFile();
-  if (proposed.isEmpty()) proposed = folder + QStringLiteral("/無題.dat");
-  const FileDialog dialog{.title = QStringLiteral("名前を付けて保存"),
+  if (proposed.isEmpty()) proposed = folder + u"/無題.dat"_s;
+  const FileDialog dialog{.title = u"名前を付けて保存"_s,
                           .folder = folder,
                           .proposedFile = proposed,
                           .filters = ListFileFilters()};
@@ -104,11 +106,10 @@ QCoro::Task<bool> ListCommands::SaveAs() {
 
 QCoro::Task<bool> ListCommands::MayClose() {
   if (!workspace_.urlList.IsDirty()) co_return true;
-  const MessageBox question{
-      .title = QStringLiteral("未保存"),
-      .text = QStringLiteral("ＵＲＬリストが変更されています。\r\n保存しますか？"),
-      .buttons = MessageBox::Buttons::YesNoCancel,
-      .defaultAnswer = MessageBox::Answer::Yes};
+  const MessageBox question{.title = u"未保存"_s,
+                            .text = u"ＵＲＬリストが変更されています。\r\n保存しますか？"_s,
+                            .buttons = MessageBox::Buttons::YesNoCancel,
+                            .defaultAnswer = MessageBox::Answer::Yes};
   const MessageBox::Answer answer = co_await workspace_.world.messages.Ask(question);
   if (answer == MessageBox::Answer::No) co_return true;
   if (answer != MessageBox::Answer::Yes) co_return false;

@@ -7,12 +7,14 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 QString ProductName() {
-  return QStringLiteral("Zentorin");
+  return u"Zentorin"_s;
 }
 
 QString ProductVersion() {
-  return QStringLiteral("%1.%2.%3").arg(ZENTORIN_MAJOR).arg(ZENTORIN_MINOR).arg(ZENTORIN_REVISION);
+  return u"%1.%2.%3"_s.arg(ZENTORIN_MAJOR).arg(ZENTORIN_MINOR).arg(ZENTORIN_REVISION);
 }
 
 QString ProductTitle() {
@@ -20,12 +22,12 @@ QString ProductTitle() {
 }
 
 QString ProductTitle(int major, int minor, int revision) {
-  return QStringLiteral("%1 %2.%3%4").arg(ProductName()).arg(major).arg(minor).arg(revision);
+  return u"%1 %2.%3%4"_s.arg(ProductName()).arg(major).arg(minor).arg(revision);
 }
 
 QString ProgramTitle(const QString& currentListFile) {
   if (currentListFile.isEmpty()) return ProductTitle();
-  return ProductTitle() + QStringLiteral("　-　") + QFileInfo(currentListFile).fileName();
+  return ProductTitle() + u"　-　"_s + QFileInfo(currentListFile).fileName();
 }
 
 }  // namespace zentorin

@@ -6,6 +6,9 @@
 #include "download/result_code.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr qsizetype kShownFolders = 10;
@@ -13,14 +16,14 @@ constexpr qsizetype kShownFolders = 10;
 QString OutcomeText(ExitStatus status) {
   switch (status) {
     case kExitDone:
-      return QStringLiteral("処理終了");
+      return u"処理終了"_s;
     case kExitCancelled:
-      return QStringLiteral("中止");
+      return u"中止"_s;
     case kExitRefused:
     case kExitFailures:
       break;
   }
-  return QStringLiteral("異常終了");
+  return u"異常終了"_s;
 }
 
 }  // namespace
@@ -48,15 +51,14 @@ void RunTally::AddRow(const FinishedRow& row, const QString& saveFolder) {
 }
 
 QStringList RunTally::Summary(ExitStatus status) const {
-  QStringList lines = {
-      QStringLiteral("%1: ジョブ %2、ファイル 完了 %3・失敗 %4・スキップ %5、%6 バイト")
-          .arg(OutcomeText(status), GroupedNumber(jobs_), GroupedNumber(completed_),
-               GroupedNumber(failed_), GroupedNumber(skipped_), GroupedNumber(bytes_))};
+  QStringList lines = {u"%1: ジョブ %2、ファイル 完了 %3・失敗 %4・スキップ %5、%6 バイト"_s.arg(
+      OutcomeText(status), GroupedNumber(jobs_), GroupedNumber(completed_), GroupedNumber(failed_),
+      GroupedNumber(skipped_), GroupedNumber(bytes_))};
   for (const QString& folder : folders_.first(qMin(folders_.size(), kShownFolders))) {
-    lines.append(QStringLiteral("保存先: ") + folder);
+    lines.append(u"保存先: "_s + folder);
   }
   if (folders_.size() > kShownFolders) {
-    lines.append(QStringLiteral("ほか %1 フォルダ").arg(folders_.size() - kShownFolders));
+    lines.append(u"ほか %1 フォルダ"_s.arg(folders_.size() - kShownFolders));
   }
   return lines;
 }

@@ -10,6 +10,9 @@
 #include "net/my_xml_http_request.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kFetched = 0;
@@ -37,14 +40,14 @@ QCoro::Task<void> SourceCommand::Show(QString url) {
   if (ownButton_ && !context_.driver.IsRunning()) {
     StatusBoard& board = context_.board;
     board.SetCancelShown(false);
-    board.SetCancelCaption(QStringLiteral("キャンセル"));
+    board.SetCancelCaption(u"キャンセル"_s);
     context_.state.ClearCancel();
   }
   if (page.status == kFetched) {
     context_.opener.ShowText(page.text, EscapeForDisplay(url));
   } else if (page.status != kCancelled) {
     MessageBox box;
-    box.text = QStringLiteral("このＵＲＬは無効です。\r\n\r\n") + EscapeForDisplay(url);
+    box.text = u"このＵＲＬは無効です。\r\n\r\n"_s + EscapeForDisplay(url);
     co_await context_.messages.Ask(box);
   }
   SetRunning(false);

@@ -9,9 +9,12 @@
 #include "jobs/url_list_file.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-constexpr QLatin1String kLineBreaks("\r\n\r\n");
+constexpr QLatin1StringView kLineBreaks = "\r\n\r\n"_L1;
 
 QString NumberAndText(const FileOutcome& outcome) {
   return QString::number(outcome.error) + u' ' + outcome.message;
@@ -25,7 +28,7 @@ QString LoadList(Workspace& workspace, const QString& argument) {
     workspace.urlList.SetCurrentListFile(path);
     return {};
   }
-  QString message = QStringLiteral("ＵＲＬリスト読み込みエラー") + kLineBreaks + argument;
+  QString message = u"ＵＲＬリスト読み込みエラー"_s + kLineBreaks + argument;
   // A missing file is told by its name alone; a fault inside it or on the way to it by its cause.
   if (outcome.error == static_cast<int>(RunTimeError::PathMissing)) return message;
   return message + kLineBreaks + NumberAndText(outcome);
@@ -35,9 +38,8 @@ QString LoadList(Workspace& workspace, const QString& argument) {
 QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line,
                  const std::function<void()>& layOut) {
   if (!AnsiCodecAvailable()) {
-    return QStringLiteral(
-        "この環境では Shift_JIS（CP932）の変換が使えません。"
-        "ICU を有効にした Qt が必要です。");
+    return u"この環境では Shift_JIS（CP932）の変換が使えません。"
+           "ICU を有効にした Qt が必要です。"_s;
   }
   const FileOutcome settings = workspace.settings.Load(workspace.SettingsPath());
   if (!settings.Ok()) return NumberAndText(settings);
@@ -49,13 +51,13 @@ QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line
     if (!fault.isEmpty()) return fault;
   }
   if (!line.invalidTime.isEmpty()) {
-    return QStringLiteral("time の指定が不正です。") + kLineBreaks + line.invalidTime +
-           QStringLiteral(" → 11:34 の形式（時：分）");
+    return u"time の指定が不正です。"_s + kLineBreaks + line.invalidTime +
+           u" → 11:34 の形式（時：分）"_s;
   }
   if (!line.autoMode) return {};
   const QString& listFile = workspace.urlList.CurrentListFile();
   if (listFile.isEmpty()) {
-    return QStringLiteral("実行するファイルが指定されていない、もしくは不正です！");
+    return u"実行するファイルが指定されていない、もしくは不正です！"_s;
   }
   if (!autoRun.Arm(line)) {
     return ListInUseText(listFile);

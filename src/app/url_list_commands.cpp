@@ -4,13 +4,15 @@
 #include <QPersistentModelIndex>
 #include <QRegularExpression>
 
-#include "app/delete_question.h"
 #include "app/list_commands.h"
 #include "app/workspace.h"
+#include "base/message_boxes.h"
 #include "jobs/date_template.h"
 #include "launch/opener.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
 
 void UrlListCommands::OpenSite() {
   const QString address = RootAddress();
@@ -29,7 +31,7 @@ QString UrlListCommands::CopiedText() const {
 }
 
 void UrlListCommands::Paste(const QString& text) {
-  static const QRegularExpression lineEnd(QStringLiteral("[\\r\\n\\0]"));
+  static const QRegularExpression lineEnd(u"[\\r\\n\\0]"_s);
   UrlList& list = workspace_.urlList;
   const int row = list.SelectedRow();
   if (row < 0 || text.isEmpty()) return;

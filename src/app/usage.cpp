@@ -4,11 +4,13 @@
 #include "app/program_title.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QString HelpText() {
-  return QStringLiteral(
-      R"(Ｗｅｂサイトから指定パターンのファイルを検索して一括ダウンロードします。
+  return uR"(Ｗｅｂサイトから指定パターンのファイルを検索して一括ダウンロードします。
 
 使い方: zentorin [オプション]
 
@@ -37,23 +39,22 @@ QString HelpText() {
   ZENTORIN_POWER         dry-run で、電源の操作を実行せずに表示だけします
 
 例: zentorin -auto 23:30 -quit -file ~/lists/nightly.dat
-)");
+)"_s;
 }
 
 }  // namespace
 
 std::optional<QString> PlainAnswer(const QStringList& arguments) {
-  if (arguments.contains(QStringLiteral("--help"))) return HelpText();
-  if (arguments.contains(QStringLiteral("--version"))) {
+  if (arguments.contains(u"--help"_s)) return HelpText();
+  if (arguments.contains(u"--version"_s)) {
     return ProductName() + u' ' + ProductVersion() + u'\n';
   }
   return std::nullopt;
 }
 
 QString HowToRunUnattended() {
-  return QStringLiteral(
-      "ウィンドウを表示できません。自動実行の方法: zentorin -auto -file リスト.dat"
-      "（説明: zentorin --help）");
+  return u"ウィンドウを表示できません。自動実行の方法: zentorin -auto -file リスト.dat"
+         "（説明: zentorin --help）"_s;
 }
 
 }  // namespace zentorin

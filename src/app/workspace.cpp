@@ -4,6 +4,9 @@
 #include "net/curl_http_engine.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 CrawlContext CrawlContextOf(Workspace& workspace) {
@@ -44,7 +47,7 @@ Workspace::Workspace(const World& outside, const QString& programFolder, const Q
       clock(world.clock, settings.clock),
       job(urlList),
       dateFiles(job, files, world.clock, clock),
-      log(programFolder + QStringLiteral("/log.txt"), world.clock),
+      log(programFolder + u"/log.txt"_s, world.clock),
       engine(std::make_unique<CurlHttpEngine>(state, connectTo)),
       http(*engine, state),
       generator(CrawlContextOf(*this)),
@@ -54,11 +57,11 @@ Workspace::Workspace(const World& outside, const QString& programFolder, const Q
 Workspace::~Workspace() = default;
 
 QString Workspace::SettingsPath() const {
-  return drives.ProgramFolder() + QStringLiteral("/Conf.txt");
+  return drives.ProgramFolder() + u"/Conf.txt"_s;
 }
 
 QString Workspace::PatternsPath() const {
-  return drives.ProgramFolder() + QStringLiteral("/reglist.txt");
+  return drives.ProgramFolder() + u"/reglist.txt"_s;
 }
 
 }  // namespace zentorin

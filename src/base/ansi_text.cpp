@@ -144,9 +144,9 @@ AnsiBytes EncodeAnsi(QStringView text) {
 QStringList SplitLines(const QString& text) {
   QStringList lines;
   for (qsizetype begin = 0; begin < text.size();) {
-    const qsizetype found = text.indexOf(QLatin1Char('\n'), begin);
+    const qsizetype found = text.indexOf(u'\n', begin);
     const qsizetype end = found < 0 ? text.size() : found;
-    const bool crLf = found > begin && text[found - 1] == QLatin1Char('\r');
+    const bool crLf = found > begin && text[found - 1] == u'\r';
     lines.append(text.sliced(begin, end - begin - (crLf ? 1 : 0)));
     begin = end + 1;
   }

@@ -13,6 +13,9 @@
 #include "base/unix_socket.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr qsizetype kMaxHeard = 4096;
@@ -48,12 +51,12 @@ QByteArray Hello() {
 
 // The name of a Unix socket as the system takes it; empty for any other kind of address.
 QByteArray SocketName(const QString& address) {
-  const QString prefix = QStringLiteral("unix:");
+  const QString prefix = u"unix:"_s;
   if (!address.startsWith(prefix)) return {};
   for (const QString& pair : address.sliced(prefix.size()).split(u',')) {
     QByteArray value = QByteArray::fromPercentEncoding(pair.section(u'=', 1).toUtf8());
-    if (pair.startsWith(QStringLiteral("path="))) return value;
-    if (pair.startsWith(QStringLiteral("abstract="))) return '\0' + value;
+    if (pair.startsWith(u"path="_s)) return value;
+    if (pair.startsWith(u"abstract="_s)) return '\0' + value;
   }
   return {};
 }

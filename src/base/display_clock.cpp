@@ -5,6 +5,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 DisplayClock::DisplayClock(const Clock& clock, const ClockOptions& options)
     : clock_(clock), options_(options) {}
 
@@ -17,15 +19,15 @@ QDateTime DisplayClock::Now() const {
 }
 
 QString DisplayClock::Text() const {
-  return Now().toString(QStringLiteral("yyyy/MM/dd hh:mm:ss"));
+  return Now().toString(u"yyyy/MM/dd hh:mm:ss"_s);
 }
 
 QString DisplayClock::Label() const {
-  return options_.useGmt ? QStringLiteral("GMT") : QStringLiteral("LocalTime");
+  return options_.useGmt ? u"GMT"_s : u"LocalTime"_s;
 }
 
 QString DisplayClock::LabelHint() const {
-  return options_.useGmt ? QStringLiteral("グリニッジ標準時") : QStringLiteral("地域標準時");
+  return options_.useGmt ? u"グリニッジ標準時"_s : u"地域標準時"_s;
 }
 
 }  // namespace zentorin

@@ -20,6 +20,9 @@
 #include "base/unix_socket.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr const char* kX11 = "DISPLAY";
@@ -71,8 +74,8 @@ bool WaylandAnswers() {
 
 // Qt's base packages come without it.
 bool HasWaylandPlugin() {
-  const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
-  return !plugins.entryList({QStringLiteral("libqwayland*")}).isEmpty();
+  const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + u"/platforms"_s);
+  return !plugins.entryList({u"libqwayland*"_s}).isEmpty();
 }
 
 }  // namespace
@@ -95,8 +98,8 @@ bool HasDisplay() {
   if (platforms.isEmpty()) return x11 || wayland;
   const QStringList named = platforms.split(u';', Qt::SkipEmptyParts);
   return std::ranges::any_of(named, [&](const QString& platform) {
-    if (platform.startsWith(QStringLiteral("xcb"))) return x11;
-    return wayland || !platform.startsWith(QStringLiteral("wayland"));
+    if (platform.startsWith(u"xcb"_s)) return x11;
+    return wayland || !platform.startsWith(u"wayland"_s);
   });
 }
 

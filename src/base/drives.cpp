@@ -3,21 +3,23 @@
 
 #include <QStringList>
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const QChar kSlash(u'/');
 
 QString WithSlashes(QString path) {
-  return path.replace(QLatin1Char('\\'), kSlash);
+  return path.replace(u'\\', kSlash);
 }
 
 bool IsDriveLetter(QChar c) {
-  return (c >= QLatin1Char('a') && c <= QLatin1Char('z')) ||
-         (c >= QLatin1Char('A') && c <= QLatin1Char('Z'));
+  return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
 }
 
 bool BeginsWithDrive(const QString& path) {
-  return path.size() >= 2 && IsDriveLetter(path[0]) && path[1] == QLatin1Char(':');
+  return path.size() >= 2 && IsDriveLetter(path[0]) && path[1] == u':';
 }
 
 // Exactly two slashes; three or more are a system path written carelessly.
@@ -30,8 +32,8 @@ bool BeginsWithServer(const QString& path) {
 QString Below(const QString& root, const QString& path, qsizetype floor = 0) {
   QStringList kept;
   for (const QString& segment : path.split(kSlash, Qt::SkipEmptyParts)) {
-    if (segment == QStringLiteral(".")) continue;
-    if (segment != QStringLiteral(".."))
+    if (segment == u"."_s) continue;
+    if (segment != u".."_s)
       kept.append(segment);
     else if (kept.size() > floor)
       kept.removeLast();
@@ -54,17 +56,17 @@ Drives::Drives(const QString& programFolder) : programFolder_(NormalSystemPath(p
 
 QString Drives::ToSystemPath(const QString& path) const {
   const QString text = WithSlashes(path);
-  const QString drives = NormalSystemPath(programFolder_ + QStringLiteral("/drives"));
+  const QString drives = NormalSystemPath(programFolder_ + u"/drives"_s);
   if (BeginsWithDrive(text)) return Below(drives + kSlash + text[0].toLower(), text.sliced(2));
   // Server and share are the drive: ".." leaves both alone.
-  if (BeginsWithServer(text)) return Below(drives + QStringLiteral("/unc"), text, 2);
+  if (BeginsWithServer(text)) return Below(drives + u"/unc"_s, text, 2);
   if (text.startsWith(kSlash)) return NormalSystemPath(text);
   return NormalSystemPath(programFolder_ + kSlash + text);
 }
 
 QString Drives::ToStoredPath(const QString& systemPath) const {
   QString path = systemPath;
-  const bool trailing = path.endsWith(kSlash) || path.endsWith(QLatin1Char('\\'));
+  const bool trailing = path.endsWith(kSlash) || path.endsWith(u'\\');
   if (trailing && !IsRoot(path)) path.chop(1);
   if (!path.startsWith(kSlash) || BeginsWithServer(path)) return path;
   QString normal = NormalSystemPath(path);
@@ -73,7 +75,7 @@ QString Drives::ToStoredPath(const QString& systemPath) const {
   const QString relative = normal.sliced(parent.size());
   // A folder whose name looks like a drive can only be told from one by its full path.
   if (BeginsWithDrive(relative)) return normal;
-  return QString(relative).replace(kSlash, QLatin1Char('\\'));
+  return QString(relative).replace(kSlash, u'\\');
 }
 
 }  // namespace zentorin

@@ -13,6 +13,9 @@
 #include <sys/stat.h>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kMaxBytes = 255;
@@ -61,7 +64,7 @@ QByteArray DecodePercent(const QByteArray& bytes) {
 }
 
 QString DecodeName(const QString& name) {
-  if (!name.contains(QLatin1Char('%'))) return name;
+  if (!name.contains(u'%')) return name;
   QStringDecoder utf8(QStringDecoder::Utf8,
                       QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
   const QString decoded = utf8.decode(DecodePercent(name.toUtf8()));
@@ -76,18 +79,17 @@ QString ReplaceUnsafe(const QString& name) {
       continue;
     }
     const QChar c = safe[at];
-    const bool separator = c == QLatin1Char('/') || c == QLatin1Char('\\');
-    if (separator || c.isSurrogate() || IsHarmfulToShow(c.unicode())) safe[at] = QLatin1Char('_');
+    const bool separator = c == u'/' || c == u'\\';
+    if (separator || c.isSurrogate() || IsHarmfulToShow(c.unicode())) safe[at] = u'_';
   }
   return safe;
 }
 
 QString Trimmed(const QString& name) {
   qsizetype begin = 0;
-  while (begin < name.size() && name[begin] == QLatin1Char(' ')) ++begin;
+  while (begin < name.size() && name[begin] == u' ') ++begin;
   qsizetype end = name.size();
-  while (end > begin && (name[end - 1] == QLatin1Char(' ') || name[end - 1] == QLatin1Char('.')))
-    --end;
+  while (end > begin && (name[end - 1] == u' ' || name[end - 1] == u'.')) --end;
   return name.sliced(begin, end - begin);
 }
 
@@ -106,7 +108,7 @@ QString FirstBytes(const QString& text, qsizetype bytes) {
 
 QString Cut(const QString& name) {
   if (FirstBytes(name, kMaxBytes).size() == name.size()) return name;
-  const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
+  const qsizetype dot = name.lastIndexOf(u'.');
   QString extension = dot > 0 ? name.sliced(dot) : QString();
   if (FirstBytes(extension, kMaxExtensionBytes).size() < extension.size()) extension.clear();
   const QString stem = name.first(name.size() - extension.size());
@@ -115,19 +117,18 @@ QString Cut(const QString& name) {
 
 // Names that stand for devices on the file systems that a drive or a share may have.
 bool IsDeviceName(const QString& name) {
-  const QString stem = Trimmed(name.section(QLatin1Char('.'), 0, 0)).toUpper();
+  const QString stem = Trimmed(name.section(u'.', 0, 0)).toUpper();
   for (const char* device : {"CON", "PRN", "AUX", "NUL"}) {
-    if (stem == QLatin1String(device)) return true;
+    if (stem == QLatin1StringView(device)) return true;
   }
-  const bool port =
-      stem.startsWith(QStringLiteral("COM")) || stem.startsWith(QStringLiteral("LPT"));
+  const bool port = stem.startsWith(u"COM"_s) || stem.startsWith(u"LPT"_s);
   return port && stem.size() == 4 && IsBetween(stem[3].unicode(), u'1', u'9');
 }
 
 // Replaces the colon of a name that would be read as a path on a drive.
 QString WithoutDrive(QString name) {
   const bool letter = !name.isEmpty() && IsBetween(name[0].unicode() | 0x20, u'a', u'z');
-  if (letter && name.size() > 1 && name[1] == QLatin1Char(':')) name[1] = QLatin1Char('_');
+  if (letter && name.size() > 1 && name[1] == u':') name[1] = u'_';
   return name;
 }
 
@@ -137,15 +138,15 @@ struct FreeMemory {
 
 // Follows every link of an absolute path; nothing when a link dangles or a part cannot be read.
 std::optional<QString> FollowLinks(const QString& path) {
-  if (!path.startsWith(QLatin1Char('/')) || path.contains(QChar(QChar::Null))) return {};
+  if (!path.startsWith(u'/') || path.contains(QChar(QChar::Null))) return {};
   QString real;  // the folder reached so far; empty is the root
-  for (const QString& segment : path.split(QLatin1Char('/'), Qt::SkipEmptyParts)) {
-    if (segment == QStringLiteral(".")) continue;
-    if (segment == QStringLiteral("..")) {
-      real.truncate(std::max<qsizetype>(real.lastIndexOf(QLatin1Char('/')), 0));
+  for (const QString& segment : path.split(u'/', Qt::SkipEmptyParts)) {
+    if (segment == u"."_s) continue;
+    if (segment == u".."_s) {
+      real.truncate(std::max<qsizetype>(real.lastIndexOf(u'/'), 0));
       continue;
     }
-    real += QLatin1Char('/') + segment;
+    real += u'/' + segment;
     const QByteArray name = QFile::encodeName(real);
     struct stat status{};
     if (lstat(name.constData(), &status) != 0) {
@@ -154,7 +155,7 @@ std::optional<QString> FollowLinks(const QString& path) {
       const std::unique_ptr<char, FreeMemory> target(realpath(name.constData(), nullptr));
       if (!target) return {};
       real = QFile::decodeName(target.get());
-      if (real == QStringLiteral("/")) real.clear();
+      if (real == u"/"_s) real.clear();
     }
   }
   return real;
@@ -164,23 +165,23 @@ std::optional<QString> FollowLinks(const QString& path) {
 
 QString CleanFileName(const QString& name) {
   QString clean = Cut(WithoutDrive(Trimmed(ReplaceUnsafe(DecodeName(ReplaceUnsafe(name))))));
-  if (IsDeviceName(clean)) clean = Cut(QLatin1Char('_') + clean);
-  return clean.isEmpty() ? QStringLiteral("_") : clean;
+  if (IsDeviceName(clean)) clean = Cut(u'_' + clean);
+  return clean.isEmpty() ? u"_"_s : clean;
 }
 
 QString CleanRelativePath(const QString& path) {
   QStringList clean;
-  const QString text = QString(path).replace(QLatin1Char('\\'), QLatin1Char('/'));
-  for (const QString& segment : text.split(QLatin1Char('/'), Qt::SkipEmptyParts))
+  const QString text = QString(path).replace(u'\\', u'/');
+  for (const QString& segment : text.split(u'/', Qt::SkipEmptyParts))
     clean.append(CleanFileName(segment));
-  return clean.join(QLatin1Char('\\'));
+  return clean.join(u'\\');
 }
 
 bool StaysInside(const QString& folder, const QString& path) {
   const std::optional<QString> realFolder = FollowLinks(folder);
   const std::optional<QString> realPath = FollowLinks(path);
   if (!realFolder || !realPath) return false;
-  return *realPath == *realFolder || realPath->startsWith(*realFolder + QLatin1Char('/'));
+  return *realPath == *realFolder || realPath->startsWith(*realFolder + u'/');
 }
 
 QString EscapeForDisplay(const QString& text) {
@@ -188,7 +189,7 @@ QString EscapeForDisplay(const QString& text) {
   shown.reserve(text.size());
   for (const QChar c : text) {
     if (IsHarmfulToShow(c.unicode()))
-      shown += QStringLiteral("\\u{%1}").arg(c.unicode(), 0, 16);
+      shown += u"\\u{%1}"_s.arg(c.unicode(), 0, 16);
     else
       shown += c;
   }
@@ -198,7 +199,7 @@ QString EscapeForDisplay(const QString& text) {
 QString CutForDisplay(const QString& text) {
   constexpr qsizetype kMaxShown = 2048;
   if (text.size() <= kMaxShown) return EscapeForDisplay(text);
-  return EscapeForDisplay(text.first(kMaxShown)) + QStringLiteral("…");
+  return EscapeForDisplay(text.first(kMaxShown)) + u"…"_s;
 }
 
 }  // namespace zentorin

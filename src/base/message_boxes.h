@@ -15,7 +15,8 @@ struct MessageBox {
   // The box that reports an error.
   static MessageBox Error(const QString& text) {
     MessageBox box;
-    box.title = QStringLiteral("エラー発生");
+    using namespace Qt::Literals::StringLiterals;
+    box.title = u"エラー発生"_s;
     box.text = text;
     box.isError = true;
     return box;
@@ -27,6 +28,13 @@ struct MessageBox {
   Answer defaultAnswer = Answer::Ok;
   bool isError = false;  // a window shows it with a warning sign
 };
+
+// What both lists ask before they delete.
+inline MessageBox DeleteQuestion() {
+  using namespace Qt::Literals::StringLiterals;
+  return {u"削除確認"_s, u"選択行を削除して宜しいですか？"_s, MessageBox::Buttons::OkCancel,
+          MessageBox::Answer::Cancel};
+}
 
 // The one way by which anything asks or tells the user something. The window shows a dialog; with
 // no display the text becomes a line on standard error and the answer is the default one.

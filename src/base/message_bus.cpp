@@ -15,6 +15,9 @@
 #include <QCoro/QCoroSignal>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr std::chrono::milliseconds kFarewellTime(1000);
@@ -37,7 +40,7 @@ struct MessageBus::Waiting {
 
 MessageBus::MessageBus(QString address, std::chrono::milliseconds answerTime)
     : address_(std::move(address)),
-      name_(QStringLiteral("zentorin-") + QUuid::createUuid().toString(QUuid::Id128)),
+      name_(u"zentorin-"_s + QUuid::createUuid().toString(QUuid::Id128)),
       answerTime_(answerTime) {
   bound_.setSingleShot(true);
   connect(&bound_, &QTimer::timeout, this, &MessageBus::EndGreeting);
@@ -50,9 +53,9 @@ MessageBus::~MessageBus() {
   if (greeting_ && !waiting_.empty()) greeting_->WaitFor(kFarewellTime);
   EndGreeting();
   if (unconfirmed_ && IsOpen()) {
-    const QDBusMessage ping = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
+    const QDBusMessage ping =
+        QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                       u"org.freedesktop.DBus.Peer"_s, u"Ping"_s);
     QDBusConnection(name_).call(ping, QDBus::Block, static_cast<int>(kFarewellTime.count()));
   }
   QDBusConnection::disconnectFromBus(name_);
@@ -60,17 +63,17 @@ MessageBus::~MessageBus() {
 
 QString MessageBus::SystemAddress() {
   const QString address = qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS");
-  return address.isEmpty() ? QStringLiteral("unix:path=/run/dbus/system_bus_socket") : address;
+  return address.isEmpty() ? u"unix:path=/run/dbus/system_bus_socket"_s : address;
 }
 
 QString MessageBus::SessionAddress() {
   QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
   if (!address.isEmpty()) return address;
   const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-  const QString socket = folder + QStringLiteral("/bus");
+  const QString socket = folder + u"/bus"_s;
   if (folder.isEmpty() || !QFileInfo::exists(socket)) return {};
   const QByteArray escaped = QUrl::toPercentEncoding(socket, "/");
-  return QStringLiteral("unix:path=") + QString::fromLatin1(escaped);
+  return u"unix:path="_s + QString::fromLatin1(escaped);
 }
 
 QCoro::Task<QDBusMessage> MessageBus::Call(QDBusMessage call) {
@@ -142,7 +145,7 @@ void MessageBus::Issue(const Waiting& waiting) {
     return;
   }
   if (waiting.receiver == nullptr) return;
-  const QDBusError absent(QDBusError::Disconnected, QStringLiteral("no message bus"));
+  const QDBusError absent(QDBusError::Disconnected, u"no message bus"_s);
   const QDBusPendingCall pending =
       open ? connection.asyncCall(waiting.call, static_cast<int>(answerTime_.count()))
            : QDBusPendingCall::fromError(absent);

@@ -10,16 +10,15 @@ namespace zentorin {
 namespace {
 
 bool IsBlank(QChar c) {
-  return c == QLatin1Char(' ') || c == QLatin1Char('\t') || c == QLatin1Char('\r') ||
-         c == QLatin1Char('\n');
+  return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n';
 }
 
 bool IsDigit(QChar c) {
-  return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+  return c >= u'0' && c <= u'9';
 }
 
 bool IsSign(QChar c) {
-  return c == QLatin1Char('+') || c == QLatin1Char('-');
+  return c == u'+' || c == u'-';
 }
 
 // Reads a text character by character, passing over blanks wherever they stand.
@@ -32,7 +31,7 @@ class NumberReader {
     TakeSign();
     const bool whole = TakeDigits();
     bool fraction = false;
-    if (Next() == QLatin1Char('.')) {
+    if (Next() == u'.') {
       Take();
       fraction = TakeDigits();
     }
@@ -66,7 +65,7 @@ class NumberReader {
 
   // An "e" that no digits follow does not belong to the number.
   void TakeExponent() {
-    if (Next().toLower() != QLatin1Char('e')) return;
+    if (Next().toLower() != u'e') return;
     const qsizetype before = number_.size();
     Take();
     TakeSign();
@@ -98,23 +97,23 @@ int WholeNumber(QStringView text) {
 QString GroupedNumber(qint64 value) {
   QString text = QString::number(value);
   const qsizetype firstDigit = value < 0 ? 1 : 0;
-  for (qsizetype at = text.size() - 3; at > firstDigit; at -= 3) text.insert(at, QLatin1Char(','));
+  for (qsizetype at = text.size() - 3; at > firstDigit; at -= 3) text.insert(at, u',');
   return text;
 }
 
 QString PadLeft(const QString& text, int width) {
-  return text.rightJustified(width, QLatin1Char(' '));
+  return text.rightJustified(width, u' ');
 }
 
 QString TrimBlanks(const QString& text) {
   qsizetype end = text.size();
-  while (end > 0 && text[end - 1] == QLatin1Char(' ')) --end;
+  while (end > 0 && text[end - 1] == u' ') --end;
   return TrimLeadingBlanks(text.first(end));
 }
 
 QString TrimLeadingBlanks(const QString& text) {
   qsizetype begin = 0;
-  while (begin < text.size() && text[begin] == QLatin1Char(' ')) ++begin;
+  while (begin < text.size() && text[begin] == u' ') ++begin;
   return text.sliced(begin);
 }
 

@@ -5,6 +5,9 @@
 #include <QFileInfo>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 bool Holds(const QString& folder, const QString& file) {
@@ -14,16 +17,16 @@ bool Holds(const QString& folder, const QString& file) {
 QString DataFolder() {
   const QString data = qEnvironmentVariable("XDG_DATA_HOME");
   // A relative $XDG_DATA_HOME is to be ignored, its standard says.
-  return QDir::isAbsolutePath(data) ? data : QDir::home().filePath(QStringLiteral(".local/share"));
+  return QDir::isAbsolutePath(data) ? data : QDir::home().filePath(u".local/share"_s);
 }
 
 QString ChooseFolder(const QString& executableFolder) {
   QString home = qEnvironmentVariable("ZENTORIN_HOME");
   if (!home.isEmpty()) return home;
-  if (!executableFolder.isEmpty() && (Holds(executableFolder, QStringLiteral("Conf.txt")) ||
-                                      Holds(executableFolder, QStringLiteral("portable"))))
+  if (!executableFolder.isEmpty() &&
+      (Holds(executableFolder, u"Conf.txt"_s) || Holds(executableFolder, u"portable"_s)))
     return executableFolder;
-  return QDir(DataFolder()).filePath(QStringLiteral("zentorin"));
+  return QDir(DataFolder()).filePath(u"zentorin"_s);
 }
 
 }  // namespace

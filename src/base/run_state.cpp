@@ -3,6 +3,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 void RunState::RequestCancel() {
   if (cancelRequested_) return;
   cancelRequested_ = true;
@@ -10,7 +12,7 @@ void RunState::RequestCancel() {
 }
 
 bool RunState::IsBatch() const {
-  return runMode_ == QStringLiteral("一括");
+  return runMode_ == u"一括"_s;
 }
 
 }  // namespace zentorin

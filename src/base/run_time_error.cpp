@@ -5,6 +5,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 RunTimeError RunTimeErrorFromErrno(int systemError) {
   switch (systemError) {
     case 0:
@@ -45,19 +47,19 @@ QString DescribeRunTimeError(RunTimeError error) {
     case RunTimeError::Other:
       break;
     case RunTimeError::BadFileName:
-      return QStringLiteral("ファイル名が正しくないか、長すぎます");
+      return u"ファイル名が正しくないか、長すぎます"_s;
     case RunTimeError::InputOutput:
-      return QStringLiteral("入出力エラーが発生しました");
+      return u"入出力エラーが発生しました"_s;
     case RunTimeError::DiskFull:
-      return QStringLiteral("空き容量が不足しています");
+      return u"空き容量が不足しています"_s;
     case RunTimeError::PermissionDenied:
-      return QStringLiteral("アクセスが許可されていません");
+      return u"アクセスが許可されていません"_s;
     case RunTimeError::PathAccess:
-      return QStringLiteral("フォルダであるか、アクセスできないパスです");
+      return u"フォルダであるか、アクセスできないパスです"_s;
     case RunTimeError::PathMissing:
-      return QStringLiteral("パスが見つかりません");
+      return u"パスが見つかりません"_s;
   }
-  return QStringLiteral("予期しないエラーが発生しました");
+  return u"予期しないエラーが発生しました"_s;
 }
 
 }  // namespace zentorin

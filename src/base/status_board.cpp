@@ -4,6 +4,9 @@
 #include <algorithm>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Takes a value over; true when it was another one.
@@ -16,8 +19,7 @@ bool Take(T& field, const T& value) {
 
 }  // namespace
 
-StatusBoard::StatusBoard(QObject* parent)
-    : QObject(parent), cancelCaption_(QStringLiteral("キャンセル")) {
+StatusBoard::StatusBoard(QObject* parent) : QObject(parent), cancelCaption_(u"キャンセル"_s) {
   connect(&throttle_, &ChangeThrottle::Due, this, &StatusBoard::ProgressChanged);
 }
 

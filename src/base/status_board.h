@@ -8,6 +8,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 // Controls that a refused command asks the window to put the focus on.
 enum class FocusTarget {
   UrlList,   // `lstTargetUrl`
@@ -106,7 +108,7 @@ class StatusBoard : public QObject {
   bool busy_ = false;
   bool siteEnabled_ = true;
   QString file_;
-  QString done_ = QStringLiteral("0");
+  QString done_ = u"0"_s;
   double progress_ = 0;
   QString counter_;
   bool progressShown_ = false;

@@ -13,18 +13,21 @@
 #include "base/file_names.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 FileOutcome Failure(const QString& what, const QString& path, RunTimeError error,
                     const QString& reason) {
   const int number = static_cast<int>(error);
   return {.error = number,
-          .message = QStringLiteral("ファイル「%1」を%2。%3（エラー %4）。")
-                         .arg(EscapeForDisplay(path), what, reason, QString::number(number))};
+          .message = u"ファイル「%1」を%2。%3（エラー %4）。"_s.arg(
+              EscapeForDisplay(path), what, reason, QString::number(number))};
 }
 
 FileOutcome ReadFailure(const QString& path, RunTimeError error, const QString& reason = {}) {
-  return Failure(QStringLiteral("読み込めません"), path, error,
+  return Failure(u"読み込めません"_s, path, error,
                  reason.isEmpty() ? DescribeRunTimeError(error) : reason);
 }
 
@@ -74,7 +77,7 @@ RunTimeError ErrorOf(const QSaveFile& file, int systemError) {
 }  // namespace
 
 FileOutcome WriteFailure(const QString& path, RunTimeError error) {
-  return Failure(QStringLiteral("書き込めません"), path, error, DescribeRunTimeError(error));
+  return Failure(u"書き込めません"_s, path, error, DescribeRunTimeError(error));
 }
 
 FileOutcome ReadWholeFile(const QString& path, qint64 maxBytes, QByteArray& bytes) {
@@ -84,17 +87,15 @@ FileOutcome ReadWholeFile(const QString& path, qint64 maxBytes, QByteArray& byte
   struct stat status{};
   if (fstat(file.Number(), &status) != 0) return ReadFailure(path, RunTimeErrorFromErrno(errno));
   if (!S_ISREG(status.st_mode)) {
-    return ReadFailure(path, RunTimeError::PathAccess,
-                       QStringLiteral("通常のファイルではありません"));
+    return ReadFailure(path, RunTimeError::PathAccess, u"通常のファイルではありません"_s);
   }
   QByteArray content;
   // One byte more than allowed tells a file that is too long, whatever its status claims.
   if (status.st_size <= maxBytes && !ReadUpTo(file, maxBytes + 1, content))
     return ReadFailure(path, RunTimeErrorFromErrno(errno));
   if (status.st_size > maxBytes || content.size() > maxBytes) {
-    return ReadFailure(
-        path, RunTimeError::Other,
-        QStringLiteral("ファイルが大きすぎます。上限は %1 バイトです").arg(maxBytes));
+    return ReadFailure(path, RunTimeError::Other,
+                       u"ファイルが大きすぎます。上限は %1 バイトです"_s.arg(maxBytes));
   }
   bytes = content;
   return {};

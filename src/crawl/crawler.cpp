@@ -1,23 +1,50 @@
 // SPDX-License-Identifier: MIT
 #include "crawl/crawler.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
+#include "base/number_text.h"
 #include "base/run_state.h"
 #include "base/status_board.h"
 #include "crawl/file_list.h"
 #include "crawl/file_list_generator.h"
-#include "crawl/page_links.h"
 #include "crawl/tag_splitter.h"
 #include "jobs/job_editor.h"
 #include "net/api_web.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Page texts on the way from the root are kept for the extractor up to this size in all (two bytes
 // a character); pages beyond it are fetched once more when their turn comes.
 constexpr qsizetype kMaxHeldCharacters = 32LL * 1024 * 1024;
+
+constexpr qsizetype kMaxLinkLength = 256;
+
+constexpr std::array kFileEndings = {".gif", ".png", ".jpg", ".bmp", ".csv", ".pdf", ".xls",
+                                     ".doc", ".mp3", ".wma", ".wmv", ".lzh", ".zip", ".tar"};
+
+bool IsFile(const QString& link) {
+  return std::ranges::any_of(kFileEndings, [&link](const char* ending) {
+    return link.endsWith(QLatin1StringView(ending), Qt::CaseInsensitive);
+  });
+}
+
+// The page that a match of the sub-page pattern leads to, as the page writes it: without quotes,
+// blanks and fragment. Empty when it leads to a file, is too long or is nothing but a fragment.
+QString PageLinkOf(const QString& candidate) {
+  QString link = API_Web::StripQuotes(candidate, true);
+  if (IsFile(link) || link.size() > kMaxLinkLength) return {};
+  link = TrimBlanks(link);
+  if (link.startsWith(u'"') && !link.endsWith(u'"')) link.remove(0, 1);
+  const qsizetype fragment = link.indexOf(u'#');
+  return fragment < 0 ? link : link.left(fragment);
+}
 
 }  // namespace
 
@@ -144,7 +171,7 @@ QCoro::Task<void> Crawler::Take(Record record, FetchedPage page) {
 
 void Crawler::ListPage(const Record& record) {
   FileListRow row;
-  row.Set(FileListRow::Size, QLatin1String(FileListRow::kNoPageSize));
+  row.Set(FileListRow::Size, QLatin1StringView(FileListRow::kNoPageSize));
   row.Set(FileListRow::Link, record.link);
   row.Set(FileListRow::BaseDir, record.baseDir);
   row.Set(FileListRow::Parent, record.parent);
@@ -157,7 +184,7 @@ void Crawler::ListPage(const Record& record) {
 // a part of the start address.
 bool Crawler::OutsideRoot(const QString& link, const QString& baseDir) const {
   return context_.job.Flag(TargetUrlItem::OnlyUnderRoot) && !startAddress_.contains(baseDir) &&
-         !link.contains(startAddress_) && link.contains(QLatin1String("://"));
+         !link.contains(startAddress_) && link.contains("://"_L1);
 }
 
 }  // namespace zentorin

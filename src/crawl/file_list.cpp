@@ -6,6 +6,9 @@
 #include "base/file_names.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Up to this many removed ranges are told one by one, so that a view keeps its place. Each costs a
@@ -15,15 +18,15 @@ constexpr size_t kMaxToldRanges = 8;
 QString Caption(int column) {
   switch (column) {
     case FileListRow::Date:
-      return QStringLiteral("更新日時(GMT)");
+      return u"更新日時(GMT)"_s;
     case FileListRow::Size:
-      return QStringLiteral("KByte");
+      return u"KByte"_s;
     case FileListRow::Link:
-      return QStringLiteral("FileUrl");
+      return u"FileUrl"_s;
     case FileListRow::BaseDir:
-      return QStringLiteral("BaseUrl");
+      return u"BaseUrl"_s;
     case FileListRow::Parent:
-      return QStringLiteral("ParentUrl");
+      return u"ParentUrl"_s;
     default:
       return {};
   }
@@ -178,7 +181,7 @@ void FileList::ClearFileList() {
 }
 
 QString FileList::ToolTip() const {
-  return rows_.empty() ? QString() : QString::number(Count()) + QStringLiteral("個");
+  return rows_.empty() ? QString() : QString::number(Count()) + u"個"_s;
 }
 
 int FileList::rowCount(const QModelIndex& parent) const {
@@ -197,7 +200,7 @@ QVariant FileList::data(const QModelIndex& index, int role) const {
 QVariant FileList::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal) return {};
   if (role == Qt::DisplayRole) return Caption(section);
-  if (role == Qt::ToolTipRole) return QStringLiteral("クリックで昇順/降順 基準列 の並べ替え可");
+  if (role == Qt::ToolTipRole) return u"クリックで昇順/降順 基準列 の並べ替え可"_s;
   return {};
 }
 

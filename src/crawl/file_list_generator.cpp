@@ -13,15 +13,18 @@
 #include "net/api_web.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Title of the boxes that have none of their own.
 QString ProgramTitle() {
-  return QStringLiteral("Zentorin");
+  return u"Zentorin"_s;
 }
 
 QString LineAndSubject(const QString& line, const QString& subject) {
-  return line + QStringLiteral("\r\n\r\n") + subject;
+  return line + u"\r\n\r\n"_s + subject;
 }
 
 // Locks the editing surface for one run and leaves it as it was: a batch keeps it locked.
@@ -98,15 +101,14 @@ QCoro::Task<bool> FileListGenerator::CheckInput() {
         job[TargetUrlItem::Description].isEmpty() && job[TargetUrlItem::Root].isEmpty() &&
         job[TargetUrlItem::SubPattern].isEmpty() && job[TargetUrlItem::FilePattern].isEmpty();
     const QString text =
-        nothingTyped
-            ? QStringLiteral("URL リストを選択して下さい。")
-            : QStringLiteral("リストに追加（リストで右クリック→追加（下））後に入力して下さい。");
+        nothingTyped ? u"URL リストを選択して下さい。"_s
+                     : u"リストに追加（リストで右クリック→追加（下））後に入力して下さい。"_s;
     co_await Tell(text);
     context_.board.RequestFocus(FocusTarget::UrlList);
     co_return false;
   }
   if (job[TargetUrlItem::Root].isEmpty()) {
-    const QString text = QStringLiteral("URL が空白です！");
+    const QString text = u"URL が空白です！"_s;
     co_await Tell(text);
     context_.board.RequestFocus(FocusTarget::RootUrl);
     co_return false;
@@ -120,7 +122,7 @@ QCoro::Task<void> FileListGenerator::BuildList(bool listOnly) {
   const QString rootUrl = ExpandDateTemplates(job[TargetUrlItem::Root], reference);
   context_.files.ClearFileList();
   if (job[TargetUrlItem::SubPattern].isEmpty() && job[TargetUrlItem::FilePattern].isEmpty()) {
-    context_.files.Append(FileListRow::FromText(QStringLiteral("\t\t") + rootUrl));
+    context_.files.Append(FileListRow::FromText(u"\t\t"_s + rootUrl));
     co_return;
   }
   Pattern subPages(job[TargetUrlItem::SubPattern]);
@@ -153,7 +155,7 @@ QCoro::Task<void> FileListGenerator::CrawlFrom(QString rootUrl, Crawler& crawler
   if (start.page.status != 0) {
     lastRunFailed_ = true;
     const QString text =
-        LineAndSubject(QStringLiteral("URL が見つかりません！"), context_.job[TargetUrlItem::Root]);
+        LineAndSubject(u"URL が見つかりません！"_s, context_.job[TargetUrlItem::Root]);
     co_await Tell(text);
     co_return;
   }

@@ -4,7 +4,11 @@
 #include <QStringTokenizer>
 #include <algorithm>
 
+#include "net/api_web.h"
+
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
 
 FileListRow FileListRow::FromText(const QString& text) {
   FileListRow row;
@@ -28,6 +32,18 @@ QString FileListRow::ToText() const {
 void FileListRow::Set(Column column, const QString& value) {
   columns_[column] = value;
   written_ = std::max(written_, column + 1);
+}
+
+QString FileAddressOf(const FileListRow& row) {
+  return API_Web::Resolve(row[FileListRow::BaseDir], row[FileListRow::Link]);
+}
+
+QString PlayAddressOf(const FileListRow& row) {
+  const QString& link = row[FileListRow::Link];
+  for (const QLatin1StringView scheme : {"mms://"_L1, "http://"_L1, "https://"_L1}) {
+    if (link.startsWith(scheme)) return link.trimmed();
+  }
+  return FileAddressOf(row).trimmed();
 }
 
 }  // namespace zentorin

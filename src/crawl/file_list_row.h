@@ -38,4 +38,11 @@ class FileListRow {
   int written_ = kColumnCount;  // columns that ToText() writes
 };
 
+// Where a row's file is: its link resolved against the base directory of its page.
+QString FileAddressOf(const FileListRow& row);
+
+// What a player is given: a link that names its own scheme as it is, any other one resolved; no
+// blanks around it.
+QString PlayAddressOf(const FileListRow& row);
+
 }  // namespace zentorin

@@ -9,6 +9,9 @@
 #include "crawl/file_list.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // The row's text with one column moved to its front: rows that are alike in that column are sorted
@@ -27,7 +30,7 @@ QString SortKey(const FileListRow& row, FileListRow::Column front) {
 
 void FileListSorter::Sort(FileList& files, FileListRow::Column column) {
   const bool ascending = WholeNumber(tag_) == 0;
-  tag_ = ascending ? QStringLiteral("1") : QStringLiteral("0");
+  tag_ = ascending ? u"1"_s : u"0"_s;
   std::vector<QString> keys;
   keys.reserve(static_cast<size_t>(files.Count()));
   for (int row = 0; row < files.Count(); ++row) keys.push_back(SortKey(files.Row(row), column));

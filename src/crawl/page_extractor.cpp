@@ -16,6 +16,9 @@
 #include "net/api_web.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr double kMsecsPerDay = 86'400'000;
@@ -28,9 +31,9 @@ constexpr int kSizeWidth = 6;
 // The link inside a match: attribute names that the expression caught with it are removed, then a
 // quote that led it. A quote at the end stays, as a pattern's group is expected to end before it.
 QString LinkOf(QString candidate) {
-  candidate.remove(QLatin1String("href="), Qt::CaseInsensitive);
-  candidate.remove(QLatin1String("url="), Qt::CaseInsensitive);
-  candidate.remove(QLatin1String("<guid>"), Qt::CaseInsensitive);
+  candidate.remove("href="_L1, Qt::CaseInsensitive);
+  candidate.remove("url="_L1, Qt::CaseInsensitive);
+  candidate.remove("<guid>"_L1, Qt::CaseInsensitive);
   candidate = TrimBlanks(candidate);
   if (candidate.startsWith(u'"')) candidate.remove(0, 1);
   return candidate;
@@ -48,14 +51,13 @@ QString FileExpression(const QString& filePattern) {
   const QString keyword = filePattern.toLower();
   // All four of these search for ".mp3": this program's rule.
   for (const char* fixed : {".mp3", ".csv", ".pdf", ".asx"}) {
-    if (keyword == QLatin1String(fixed)) {
-      return QStringLiteral(R"re(((url=|href=)".+?\.mp3"|(url=|href=)'+?\.mp3'))re");
+    if (keyword == QLatin1StringView(fixed)) {
+      return uR"re(((url=|href=)".+?\.mp3"|(url=|href=)'+?\.mp3'))re"_s;
     }
   }
   for (const char* image : {".gif", ".jpg", ".jpeg", ".bmp"}) {
-    if (keyword == QLatin1String(image)) {
-      return QStringLiteral(R"re(< *img +src=(\x22*[^<>"]+?\)re") + keyword +
-             QStringLiteral(R"re(\x22* *)[^<>]*?>)re");
+    if (keyword == QLatin1StringView(image)) {
+      return uR"re(< *img +src=(\x22*[^<>"]+?\)re"_s + keyword + uR"re(\x22* *)[^<>]*?>)re"_s;
     }
   }
   return filePattern;
@@ -92,14 +94,13 @@ QCoro::Task<void> PageExtractor::TakeCandidate(const Source& source, QString can
   FileDate date;
   if (ask) date = co_await AskDate(address);
   if (context_.state.CancelRequested() || !InDateWindow(date) || !UnderRoot(candidate)) co_return;
-  QString size = QLatin1String(FileListRow::kNoFileSize);
+  QString size = QLatin1StringView(FileListRow::kNoFileSize);
   if (ask) size = co_await AskSize(address);
   if (context_.state.CancelRequested()) co_return;
   candidate.remove(u'\\');
   links_.Add(candidate);
   FileListRow row;
-  row.Set(FileListRow::Date,
-          date ? date->toString(QStringLiteral("yyyy/MM/dd HH:mm:ss")) : QStringLiteral("-"));
+  row.Set(FileListRow::Date, date ? date->toString(u"yyyy/MM/dd HH:mm:ss"_s) : u"-"_s);
   row.Set(FileListRow::Size, size);
   row.Set(FileListRow::Link, candidate);
   row.Set(FileListRow::BaseDir, source.base);
@@ -119,7 +120,8 @@ QCoro::Task<PageExtractor::FileDate> PageExtractor::AskDate(QString address) {
 QCoro::Task<QString> PageExtractor::AskSize(QString address) {
   const QString header = co_await context_.http.QueryHeader(address, HeaderSelector::ContentLength);
   const QString bytes = TrimBlanks(header);
-  co_return bytes.isEmpty() ? QString(QLatin1String(FileListRow::kNoFileSize)) : SizeText(bytes);
+  co_return bytes.isEmpty() ? QString(QLatin1StringView(FileListRow::kNoFileSize))
+                            : SizeText(bytes);
 }
 
 // A file of unknown date is always in the window.
@@ -134,7 +136,7 @@ bool PageExtractor::InDateWindow(const FileDate& date) const {
 // address, so that one in a folder below the root is not.
 bool PageExtractor::UnderRoot(const QString& candidate) const {
   if (!context_.job.Flag(TargetUrlItem::OnlyUnderRoot)) return true;
-  if (!candidate.startsWith(QLatin1String("http"), Qt::CaseInsensitive)) return true;
+  if (!candidate.startsWith("http"_L1, Qt::CaseInsensitive)) return true;
   return startAddress_.contains(API_Web::DirectoryOf(candidate), Qt::CaseInsensitive);
 }
 

@@ -24,10 +24,13 @@
 #include "launch/opener.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const QString& LineEnd() {
-  static const QString lineEnd = QStringLiteral("\r\n");
+  static const QString lineEnd = u"\r\n"_s;
   return lineEnd;
 }
 
@@ -37,15 +40,15 @@ bool IsFatal(int code) {
 
 QString FatalText(const RowOutcome& outcome) {
   if (outcome.code == kFolderNotCreated) {
-    return QString::number(outcome.folderError) + QLatin1Char(' ') +
+    return QString::number(outcome.folderError) + u' ' +
            DescribeRunTimeError(static_cast<RunTimeError>(outcome.folderError)) + LineEnd() +
            LineEnd() + outcome.folderAtFault;
   }
   constexpr qint64 kBytesPerKilobyte = 1024;
   const qint64 free = QStorageInfo(outcome.folder).bytesAvailable();
   const qint64 rounded = (free + kBytesPerKilobyte / 2) / kBytesPerKilobyte;
-  return QStringLiteral("空き容量不足です。") + LineEnd() + LineEnd() +
-         QStringLiteral("Free Space = ") + GroupedNumber(rounded) + QStringLiteral(" kbyte");
+  return u"空き容量不足です。"_s + LineEnd() + LineEnd() + u"Free Space = "_s +
+         GroupedNumber(rounded) + u" kbyte"_s;
 }
 
 }  // namespace
@@ -75,14 +78,12 @@ QCoro::Task<void> DownloadRun::Run() {
 QCoro::Task<void> DownloadRun::TellNothingSelected() {
   const bool hasRows = context_.files.Count() > 0;
   MessageBox box;
-  box.title = QStringLiteral("未選択");
-  box.text = hasRows
-                 ? QStringLiteral("ファイルリストが選択されていません！") + LineEnd() + LineEnd() +
-                       QStringLiteral("ファイルを選択後に再度実行して下さい。")
-                 : QStringLiteral("ファイルリスト作成されていません！") + LineEnd() + LineEnd() +
-                       QStringLiteral(
-                           "[URLリスト]項目を選択⇒[ファイルリスト生成]⇒ファイル選択　後に"
-                           "再度実行して下さい。");
+  box.title = u"未選択"_s;
+  box.text = hasRows ? u"ファイルリストが選択されていません！"_s + LineEnd() + LineEnd() +
+                           u"ファイルを選択後に再度実行して下さい。"_s
+                     : u"ファイルリスト作成されていません！"_s + LineEnd() + LineEnd() +
+                           u"[URLリスト]項目を選択⇒[ファイルリスト生成]⇒ファイル選択　後に"
+                           "再度実行して下さい。"_s;
   co_await context_.messages.Ask(box);
   context_.board.RequestFocus(hasRows ? FocusTarget::FileList : FocusTarget::UrlList);
 }
@@ -105,8 +106,7 @@ void DownloadRun::Start() {
   root_ = fields.root;
   download_ = std::make_unique<RowDownload>(context_, fields);
 
-  logText_ = QStringLiteral("< ") + job[TargetUrlItem::Description] + QStringLiteral(" >") +
-             LineEnd() + LineEnd();
+  logText_ = u"< "_s + job[TargetUrlItem::Description] + u" >"_s + LineEnd() + LineEnd();
   total_ = context_.files.SelectedCount();
 }
 
@@ -125,13 +125,13 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
   StatusBoard& board = context_.board;
   FileList& files = context_.files;
   files.SetCurrentRow(index);
-  board.SetStatus(QStringLiteral("ダウンロード中"));
+  board.SetStatus(u"ダウンロード中"_s);
   FileListRow row = files.Row(index);
   const QString address = RowAddress(row, root_);
   ++counter_;
-  board.SetCounter(QString::number(counter_) + QLatin1Char('/') + QString::number(total_));
+  board.SetCounter(QString::number(counter_) + u'/' + QString::number(total_));
   // An address without "/" leads nowhere: it is counted and leaves no trace.
-  if (address.contains(QLatin1Char('/'))) {
+  if (address.contains(u'/')) {
     board.SetFileBytes(0);
     board.SetFile(CutForDisplay(address));
     QCoro::Task<RowOutcome> fetch = download_->Fetch(address, row[FileListRow::Date]);
@@ -163,8 +163,8 @@ bool DownloadRun::Report(const RowOutcome& outcome, const QString& address) {
     context_.state.SetErrorFlag(true);
     lastRunFailed_ = true;
   }
-  if (outcome.code == kSkipExisting) context_.board.SetStatus(QStringLiteral("alreay exist"));
-  if (outcome.code == kCancelled) context_.board.SetStatus(QStringLiteral("Cancel"));
+  if (outcome.code == kSkipExisting) context_.board.SetStatus(u"alreay exist"_s);
+  if (outcome.code == kCancelled) context_.board.SetStatus(u"Cancel"_s);
   const bool complete = outcome.code == kComplete;
   const qint64 bytes = complete ? QFileInfo(outcome.path).size() : 0;
   Q_EMIT RowFinished({.code = outcome.code,
@@ -178,14 +178,14 @@ bool DownloadRun::Report(const RowOutcome& outcome, const QString& address) {
 QCoro::Task<void> DownloadRun::TellFatal(RowOutcome outcome) {
   lastRunFailed_ = lastRunWasFatal_ = true;
   MessageBox box = MessageBox::Error(FatalText(outcome));
-  box.title = QStringLiteral("続行不可エラー発生");
+  box.title = u"続行不可エラー発生"_s;
   co_await context_.messages.Ask(box);
   context_.state.RequestCancel();
 }
 
 void DownloadRun::EndOfRun() {
   if (lastResult_ == kComplete) {
-    context_.board.SetStatus(QStringLiteral("ダウンロード完了"), StatusBoard::kBlue);
+    context_.board.SetStatus(u"ダウンロード完了"_s, StatusBoard::kBlue);
   } else if (lastResult_ < 0) {
     context_.board.SetStatus(lastStatusText_, StatusBoard::kRed);
   }
@@ -200,7 +200,7 @@ void DownloadRun::CleanUp() {
   board.SetCounter({});
   board.SetProgressShown(false);
   board.SetProgress(0);
-  board.SetDone(QStringLiteral("0"));
+  board.SetDone(u"0"_s);
   board.SetFileBytes(0);
   download_.reset();
   // A run whose last row was not recorded (-2) leaves no entry: this program's rule.

@@ -11,6 +11,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 class DisplayClock;
 class Drives;
 class FileList;
@@ -35,7 +37,7 @@ struct DownloadOptions {
   bool wmaToMp3 = true;
   int streamingTool = 0;  // 0 VLC media player, 1 StreamGet
   bool addDate = false;
-  QString addDateFormat = QStringLiteral("yyyymmddhh_");
+  QString addDateFormat = u"yyyymmddhh_"_s;
   bool autoClose = false;  // the program ends after a download command
 };
 

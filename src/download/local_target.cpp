@@ -5,14 +5,17 @@
 #include "net/api_web.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-const QLatin1String kSchemeEnd("://");
+const QLatin1StringView kSchemeEnd = "://"_L1;
 
 bool HasKnownScheme(const QString& address) {
-  return address.startsWith(QLatin1String("mms://"), Qt::CaseInsensitive) ||
-         address.startsWith(QLatin1String("http://"), Qt::CaseInsensitive) ||
-         address.startsWith(QLatin1String("https://"), Qt::CaseInsensitive);
+  return address.startsWith("mms://"_L1, Qt::CaseInsensitive) ||
+         address.startsWith("http://"_L1, Qt::CaseInsensitive) ||
+         address.startsWith("https://"_L1, Qt::CaseInsensitive);
 }
 
 bool LiesDirectlyIn(const QString& directory, const QString& root) {
@@ -21,10 +24,10 @@ bool LiesDirectlyIn(const QString& directory, const QString& root) {
 
 // A file outside both roots: its site and folders under a folder of their own.
 QString ExternalFolder(const QString& directory) {
-  QString external = QStringLiteral("zz-External");
+  QString external = u"zz-External"_s;
   const qsizetype scheme = directory.indexOf(kSchemeEnd);
   if (scheme < 0) return external;
-  return external + QLatin1Char('\\') + directory.mid(scheme + kSchemeEnd.size());
+  return external + u'\\' + directory.mid(scheme + kSchemeEnd.size());
 }
 
 }  // namespace
@@ -41,17 +44,16 @@ QString RowAddress(const FileListRow& row, const QString& root) {
 }
 
 QString SuffixOf(const QString& address) {
-  const qsizetype dot = address.lastIndexOf(QLatin1Char('.'));
+  const qsizetype dot = address.lastIndexOf(u'.');
   return dot < 0 ? QString() : address.mid(dot).toLower();
 }
 
 bool IsStreamSuffix(const QString& suffix) {
-  return suffix == QLatin1String(".php") || suffix == QLatin1String(".asx") ||
-         suffix == QLatin1String(".wmv");
+  return suffix == ".php"_L1 || suffix == ".asx"_L1 || suffix == ".wmv"_L1;
 }
 
 QString LastSegment(const QString& address) {
-  return address.mid(address.lastIndexOf(QLatin1Char('/')) + 1);
+  return address.mid(address.lastIndexOf(u'/') + 1);
 }
 
 QString TreeFolder(const QString& address, const QString& rootBase, const QString& root) {
@@ -74,9 +76,9 @@ QString LocalName(const QString& prefix, const QString& address) {
 }
 
 QString WithMp3Suffix(const QString& name) {
-  const QLatin1String suffix(".wma");
+  const QLatin1StringView suffix = ".wma"_L1;
   if (!name.endsWith(suffix, Qt::CaseInsensitive)) return name;
-  return name.chopped(suffix.size()) + QStringLiteral(".mp3");
+  return name.chopped(suffix.size()) + u".mp3"_s;
 }
 
 }  // namespace zentorin

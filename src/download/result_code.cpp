@@ -3,11 +3,12 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 ResultReport Failed(const QString& text, bool setsErrorFlag = true) {
-  return {
-      .text = text, .mark = QStringLiteral("x"), .showsCode = true, .setsErrorFlag = setsErrorFlag};
+  return {.text = text, .mark = u"x"_s, .showsCode = true, .setsErrorFlag = setsErrorFlag};
 }
 
 ResultReport Passed(const QString& text, const QString& mark) {
@@ -17,33 +18,32 @@ ResultReport Passed(const QString& text, const QString& mark) {
 }  // namespace
 
 ResultReport ReportFor(int code, bool cancelRequested) {
-  const QString skipped = QStringLiteral("-");
+  const QString skipped = u"-"_s;
   switch (code) {
     case kToolNotInstalled:
-      return Failed(QStringLiteral("  x Error - VLC not installed "));
+      return Failed(u"  x Error - VLC not installed "_s);
     case kFolderNotCreated:
-      return Failed(QStringLiteral("  x Error - failure to create folder "), false);
+      return Failed(u"  x Error - failure to create folder "_s, false);
     case kImperfect:
-      return Failed(cancelRequested ? QStringLiteral("  x Cancel - imperfect ")
-                                    : QStringLiteral("  x Error - imperfect "));
+      return Failed(cancelRequested ? u"  x Cancel - imperfect "_s : u"  x Error - imperfect "_s);
     case kDownloadFailed:
-      return Failed(QStringLiteral("  x Error - failure download "));
+      return Failed(u"  x Error - failure download "_s);
     case kFatal:
-      return Failed(QStringLiteral("  x Error - fatal"));
+      return Failed(u"  x Error - fatal"_s);
     case kComplete:
-      return Passed(QStringLiteral("  o Complete"), QStringLiteral("o"));
+      return Passed(u"  o Complete"_s, u"o"_s);
     case kCancelled:
-      return Passed(QStringLiteral("  - Cancel"), QStringLiteral(" "));
+      return Passed(u"  - Cancel"_s, u" "_s);
     case kSkipExisting:
-      return Passed(QStringLiteral("  - Skip - already existed"), skipped);
+      return Passed(u"  - Skip - already existed"_s, skipped);
     case kSkipNone:
-      return Passed(QStringLiteral("  ? Skip - None"), QStringLiteral("?"));
+      return Passed(u"  ? Skip - None"_s, u"?"_s);
     case kSkip:
-      return Passed(QStringLiteral("  - Skip "), skipped);
+      return Passed(u"  - Skip "_s, skipped);
     case kOutOfDiskSpace:
-      return Passed(QStringLiteral("  x out of disk space "), skipped);
+      return Passed(u"  x out of disk space "_s, skipped);
     default:
-      return Failed(QStringLiteral("  x Error "));
+      return Failed(u"  x Error "_s);
   }
 }
 
@@ -54,14 +54,14 @@ QString TextWithCode(int code, const ResultReport& report) {
 QString LogTextFor(int code, const ResultReport& report, const QString& address,
                    const QString& folderPrefix, const QString& reason) {
   constexpr int kFolderIndent = 38;
-  const QString lineEnd = QStringLiteral("\r\n");
-  const QString blanks = QStringLiteral("    ");
+  const QString lineEnd = u"\r\n"_s;
+  const QString blanks = u"    "_s;
   const QString text = TextWithCode(code, report);
   switch (code) {
     case kToolNotInstalled:
     case kFolderNotCreated:
-      return text + blanks + address + lineEnd + QString(kFolderIndent, QLatin1Char(' ')) +
-             folderPrefix + lineEnd + lineEnd;
+      return text + blanks + address + lineEnd + QString(kFolderIndent, u' ') + folderPrefix +
+             lineEnd + lineEnd;
     case kCancelled:
       return text + blanks + address;
     case kOutOfDiskSpace:

@@ -18,19 +18,22 @@
 #include "net/my_xml_http_request.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kMayWrite = 0;
 
 QString WithSeparator(const QString& folder) {
-  return folder.endsWith(QLatin1Char('\\')) ? folder : folder + QLatin1Char('\\');
+  return folder.endsWith(u'\\') ? folder : folder + u'\\';
 }
 
 // The local folder in the program's own form, with its separator.
 QString FolderPrefix(const QString& savePath, QString subFolder) {
   QString prefix = WithSeparator(savePath);
   if (subFolder.isEmpty()) return prefix;
-  return WithSeparator(prefix + subFolder.replace(QLatin1Char('/'), QLatin1Char('\\')));
+  return WithSeparator(prefix + subFolder.replace(u'/', u'\\'));
 }
 
 bool FileExists(const QString& path) {
@@ -88,11 +91,9 @@ void RowDownload::Prepare(const QString& address) {
   if (name.isEmpty()) return;
   QString folder = saveFolder_.Path();
   if (job_.treeFolder) {
-    folder +=
-        QLatin1Char('/') +
-        TreeFolder(address, job_.rootBase, job_.root).replace(QLatin1Char('\\'), QLatin1Char('/'));
+    folder += u'/' + TreeFolder(address, job_.rootBase, job_.root).replace(u'\\', u'/');
   }
-  if (job_.overWrite || !FileExists(folder + QLatin1Char('/') + name)) download_.Prepare(address);
+  if (job_.overWrite || !FileExists(folder + u'/' + name)) download_.Prepare(address);
 }
 
 QCoro::Task<int> RowDownload::FetchFile(QString address, RowOutcome& outcome) {
@@ -101,7 +102,7 @@ QCoro::Task<int> RowDownload::FetchFile(QString address, RowOutcome& outcome) {
   if (context_.state.CancelRequested()) co_return kCancelled;
   const QString name = LocalName(prefix, address);
   if (name.isEmpty()) co_return static_cast<int>(RunTimeError::BadFileName);
-  const QString path = outcome.folder + QLatin1Char('/') + name;
+  const QString path = outcome.folder + u'/' + name;
   outcome.path = path;
   const int refused = MayWrite(path);
   if (refused != kMayWrite) co_return refused;
@@ -123,12 +124,12 @@ int RowDownload::MayWrite(const QString& path) const {
 
 QCoro::Task<int> RowDownload::CaptureStream(QString address, RowOutcome& outcome) {
   QString stream = address;
-  if (SuffixOf(address) == QLatin1String(".asx")) {
+  if (SuffixOf(address) == ".asx"_L1) {
     const FetchedPage page = co_await context_.http.FetchPageText(address);
     if (context_.state.CancelRequested()) co_return kCancelled;
     stream = page.status == 0 ? API_Web::StreamLink(page.text) : QString();
     if (stream.isEmpty()) {
-      context_.board.SetStatus(QStringLiteral("ＵＲＬ無効"), StatusBoard::kRed);
+      context_.board.SetStatus(u"ＵＲＬ無効"_s, StatusBoard::kRed);
       co_return kSkipNone;
     }
   }
@@ -137,7 +138,7 @@ QCoro::Task<int> RowDownload::CaptureStream(QString address, RowOutcome& outcome
   // Whichever program records: this program's rule. StreamGet does not convert, so its sound is
   // missed under this name.
   if (context_.options.wmaToMp3) name = WithMp3Suffix(name);
-  const QString path = outcome.folder + QLatin1Char('/') + name;
+  const QString path = outcome.folder + u'/' + name;
   outcome.path = path;
   const int refused = MayWrite(path);
   if (refused != kMayWrite) co_return refused;
@@ -161,14 +162,14 @@ QCoro::Task<int> RowDownload::CaptureStream(QString address, RowOutcome& outcome
 QCoro::Task<QString> RowDownload::DatePrefix(QString address, QString& date) {
   const QString& format = context_.options.addDateFormat;
   if (!context_.options.addDate || format.isEmpty()) co_return QString();
-  if (date.isEmpty() || date == QLatin1String("-")) {
+  if (date.isEmpty() || date == "-"_L1) {
     const QString header =
         co_await context_.http.QueryHeader(address, HeaderSelector::LastModified);
     const auto modified = ParseHttpDate(header);
     if (!modified) co_return QString();
     constexpr qint64 kSecondsPerHour = 3600;
     date = modified->addSecs(context_.clockOptions.OffsetHours() * kSecondsPerHour)
-               .toString(QStringLiteral("yyyy/MM/dd hh:mm:ss"));
+               .toString(u"yyyy/MM/dd hh:mm:ss"_s);
   }
   const auto known = ParseDateText(date);
   if (!known) co_return QString();

@@ -7,19 +7,22 @@
 #include "base/wait.h"
 #include "crawl/file_list.h"
 #include "crawl/file_list_generator.h"
-#include "download/power_control.h"
 #include "download/stream_capture.h"
 #include "jobs/job_editor.h"
 #include "jobs/log_file.h"
 #include "jobs/url_list.h"
 #include "launch/opener.h"
+#include "power/power_control.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // The preset action that only ends the program.
 const QString& CloseAction() {
-  static const QString action = QStringLiteral("閉じる");
+  static const QString action = u"閉じる"_s;
   return action;
 }
 
@@ -52,7 +55,7 @@ void RunDriver::End() {
 
 bool RunDriver::RefuseWhileRunning() {
   if (running_) {
-    context_.board.SetStatus(QStringLiteral("処理中です。終了を待つか、キャンセルしてください。"));
+    context_.board.SetStatus(u"処理中です。終了を待つか、キャンセルしてください。"_s);
   }
   return running_;
 }
@@ -79,8 +82,8 @@ QCoro::Task<void> RunDriver::DownloadCommand(bool batch) {
   MessageBox::Answer answer = MessageBox::Answer::Ok;
   if (batch) {
     MessageBox box;
-    box.title = QStringLiteral("一括ダウンロード");
-    box.text = QStringLiteral("全てのＵＲＬリストから一括ダウンロードします。よろしいですか？");
+    box.title = u"一括ダウンロード"_s;
+    box.text = u"全てのＵＲＬリストから一括ダウンロードします。よろしいですか？"_s;
     box.buttons = MessageBox::Buttons::OkCancel;
     answer = co_await context_.messages.Ask(box);
   }
@@ -119,7 +122,7 @@ QCoro::Task<void> RunDriver::PowerActionCountdown() {
 }
 
 void RunDriver::CancelCommand() {
-  context_.board.SetCancelCaption(QStringLiteral("キャンセル処理中"));
+  context_.board.SetCancelCaption(u"キャンセル処理中"_s);
   context_.state.RequestCancel();
 }
 
@@ -135,12 +138,11 @@ QCoro::Task<void> RunDriver::DriveSteps(bool batch) {
   board.SetStatus({});
   context_.state.SetErrorFlag(false);
   context_.capture.FindTool();
-  const QString start = batch ? QStringLiteral("Start - 一括") : QStringLiteral("Start");
+  const QString start = batch ? u"Start - 一括"_s : u"Start"_s;
   const FileOutcome logged = context_.log.Append(start, true);
   if (!logged.Ok()) {
     anyFailure_ = true;
-    const MessageBox box =
-        MessageBox::Error(QString::number(logged.error) + QLatin1Char(' ') + logged.message);
+    const MessageBox box = MessageBox::Error(QString::number(logged.error) + u' ' + logged.message);
     co_await context_.messages.Ask(box);
     board.SetStatus({});
   } else if (batch) {
@@ -165,7 +167,7 @@ QCoro::Task<void> RunDriver::SingleRun() {
   co_await RunDownload();
   const RunState& state = context_.state;
   if (!state.ErrorFlag()) {
-    context_.board.SetStatus(QStringLiteral("処理終了"), StatusBoard::kBlue);
+    context_.board.SetStatus(u"処理終了"_s, StatusBoard::kBlue);
   } else if (!state.CancelRequested() && context_.log.Exists()) {
     context_.opener.OpenWithDefaultHandler(context_.log.Path());
   }
@@ -177,9 +179,8 @@ void RunDriver::OfferStandby() {
   StatusBoard::Standby standby;
   standby.visible = true;
   standby.checked = preset;
-  standby.caption = preset ? afterBatchAction_ : QStringLiteral("スタンバイ");
-  standby.toolTip = QStringLiteral("一括ダウンロード終了後にＰＣを「") + standby.caption +
-                    QStringLiteral("」状態にします。");
+  standby.caption = preset ? afterBatchAction_ : u"スタンバイ"_s;
+  standby.toolTip = u"一括ダウンロード終了後にＰＣを「"_s + standby.caption + u"」状態にします。"_s;
   context_.board.SetStandby(standby);
 }
 
@@ -196,13 +197,13 @@ QCoro::Task<void> RunDriver::AllJobs() {
     co_await YieldToEventLoop();
   }
   if (context_.state.ErrorFlag()) {
-    context_.board.SetStatus(QStringLiteral("異常終了"), StatusBoard::kRed);
+    context_.board.SetStatus(u"異常終了"_s, StatusBoard::kRed);
   }
 }
 
 QCoro::Task<void> RunDriver::BatchJob() {
   Q_EMIT JobStarted();
-  context_.state.SetRunMode(QStringLiteral("一括"));
+  context_.state.SetRunMode(u"一括"_s);
   const GenerateResult generated = co_await generator_.Generate(false);
   // The generator frees the surface and the cancel button when it ends; the batch goes on.
   context_.board.SetBusy(true);
@@ -218,14 +219,14 @@ QCoro::Task<void> RunDriver::BatchJob() {
   const bool cancelled = context_.state.CancelRequested();
   if (!cancelled) co_await RunDownload();
   context_.state.SetRunMode({});
-  context_.board.SetStatus(QStringLiteral("- 処理終了 -"));
+  context_.board.SetStatus(u"- 処理終了 -"_s);
 }
 
 QCoro::Task<RunDriver::Unload> RunDriver::CountdownSteps() {
   const StatusBoard::Standby standby = context_.board.GetStandby();
   if (standby.checked) {
     ShowCancel();
-    context_.board.SetStatus(standby.caption + QStringLiteral(" します。"));
+    context_.board.SetStatus(standby.caption + u" します。"_s);
     bool goesOn = co_await CountDown();
     if (goesOn) {
       goesOn = co_await PerformAction(standby.caption);
@@ -285,7 +286,7 @@ void RunDriver::ShowCancel() {
 
 void RunDriver::HideCancel() {
   context_.board.SetCancelShown(false);
-  context_.board.SetCancelCaption(QStringLiteral("キャンセル"));
+  context_.board.SetCancelCaption(u"キャンセル"_s);
 }
 
 void RunDriver::RefreshCounts() {

@@ -15,6 +15,9 @@
 #include "base/run_time_error.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr mode_t kNewFolderMode = 0777;
@@ -36,7 +39,7 @@ SaveFolder::Made Outcome(RunTimeError error, const QString& path) {
 
 QString NearestEntry(QString path) {
   while (path.size() > 1 && !QFileInfo::exists(path)) {
-    path.truncate(std::max<qsizetype>(1, path.lastIndexOf(QLatin1Char('/'))));
+    path.truncate(std::max<qsizetype>(1, path.lastIndexOf(u'/')));
   }
   return path;
 }
@@ -49,7 +52,7 @@ SaveFolder::Made MakeWithParents(const QString& path) {
   int error = FolderError(folder);
   while (error == ENOENT && folder.size() > 1) {
     missing.prepend(folder);
-    folder = folder.left(std::max<qsizetype>(1, folder.lastIndexOf(QLatin1Char('/'))));
+    folder = folder.left(std::max<qsizetype>(1, folder.lastIndexOf(u'/')));
     error = FolderError(folder);
   }
   // A file stands in the way: the path is there and cannot be accessed as a folder.
@@ -74,8 +77,7 @@ SaveFolder::SaveFolder(QString path, const QString& programFolder)
 SaveFolder::Made SaveFolder::Make(const QString& subFolder) const {
   Made own = MakeWithParents(path_);
   if (own.error != 0 || subFolder.isEmpty()) return own;
-  const QString wanted =
-      path_ + QLatin1Char('/') + QString(subFolder).replace(QLatin1Char('\\'), QLatin1Char('/'));
+  const QString wanted = path_ + u'/' + QString(subFolder).replace(u'\\', u'/');
   // Behind a file that stands where a folder is needed nothing can be looked at but the file.
   const int forbidden = Forbids(FolderError(wanted) == ENOTDIR ? NearestEntry(wanted) : wanted);
   if (forbidden != 0) return {.error = forbidden, .refused = true, .path = wanted};
@@ -94,8 +96,8 @@ bool SaveFolder::IsOwnFile(const QString& path) const {
   const QFileInfo file(path);
   if (file.path() != path_ || !file.exists()) return false;
   const QString name = file.fileName();
-  return name == QLatin1String("Conf.txt") || name == QLatin1String("reglist.txt") ||
-         name == QLatin1String("log.txt") || name.endsWith(QLatin1String(".dat"));
+  return name == "Conf.txt"_L1 || name == "reglist.txt"_L1 || name == "log.txt"_L1 ||
+         name.endsWith(".dat"_L1);
 }
 
 }  // namespace zentorin

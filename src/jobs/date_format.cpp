@@ -37,6 +37,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Grouped by what they are made from; PieceText() goes by the order.
@@ -79,45 +81,45 @@ enum class Kind {
   General,
 };
 
-using Token = std::pair<QLatin1String, Kind>;
+using Token = std::pair<QLatin1StringView, Kind>;
 
 // Longer tokens stand before their own beginnings.
 constexpr std::array kTokens = {
-    Token(QLatin1String("am/pm"), Kind::AmPm),
-    Token(QLatin1String("ampm"), Kind::AmPmLocal),
-    Token(QLatin1String("a/p"), Kind::AmPmLetter),
-    Token(QLatin1String("aaaa"), Kind::DayNameLocal),
-    Token(QLatin1String("aaa"), Kind::DayShortLocal),
-    Token(QLatin1String("c"), Kind::General),
-    Token(QLatin1String("dddddd"), Kind::LongDate),
-    Token(QLatin1String("ddddd"), Kind::ShortDate),
-    Token(QLatin1String("dddd"), Kind::DayName),
-    Token(QLatin1String("ddd"), Kind::DayShort),
-    Token(QLatin1String("dd"), Kind::Day2),
-    Token(QLatin1String("d"), Kind::Day),
-    Token(QLatin1String("ee"), Kind::EraYear2),
-    Token(QLatin1String("e"), Kind::EraYear),
-    Token(QLatin1String("ggg"), Kind::EraName),
-    Token(QLatin1String("gg"), Kind::EraShort),
-    Token(QLatin1String("g"), Kind::EraLetter),
-    Token(QLatin1String("hh"), Kind::Hour2),
-    Token(QLatin1String("h"), Kind::Hour),
-    Token(QLatin1String("mmmm"), Kind::MonthName),
-    Token(QLatin1String("mmm"), Kind::MonthShort),
-    Token(QLatin1String("mm"), Kind::Month2),
-    Token(QLatin1String("m"), Kind::Month),
-    Token(QLatin1String("nn"), Kind::Minute2),
-    Token(QLatin1String("n"), Kind::Minute),
-    Token(QLatin1String("oooo"), Kind::MonthLocal),
-    Token(QLatin1String("q"), Kind::Quarter),
-    Token(QLatin1String("ss"), Kind::Second2),
-    Token(QLatin1String("s"), Kind::Second),
-    Token(QLatin1String("ttttt"), Kind::LongTime),
-    Token(QLatin1String("ww"), Kind::Week),
-    Token(QLatin1String("w"), Kind::WeekDay),
-    Token(QLatin1String("yyyy"), Kind::Year4),
-    Token(QLatin1String("yy"), Kind::Year2),
-    Token(QLatin1String("y"), Kind::YearDay),
+    Token("am/pm"_L1, Kind::AmPm),
+    Token("ampm"_L1, Kind::AmPmLocal),
+    Token("a/p"_L1, Kind::AmPmLetter),
+    Token("aaaa"_L1, Kind::DayNameLocal),
+    Token("aaa"_L1, Kind::DayShortLocal),
+    Token("c"_L1, Kind::General),
+    Token("dddddd"_L1, Kind::LongDate),
+    Token("ddddd"_L1, Kind::ShortDate),
+    Token("dddd"_L1, Kind::DayName),
+    Token("ddd"_L1, Kind::DayShort),
+    Token("dd"_L1, Kind::Day2),
+    Token("d"_L1, Kind::Day),
+    Token("ee"_L1, Kind::EraYear2),
+    Token("e"_L1, Kind::EraYear),
+    Token("ggg"_L1, Kind::EraName),
+    Token("gg"_L1, Kind::EraShort),
+    Token("g"_L1, Kind::EraLetter),
+    Token("hh"_L1, Kind::Hour2),
+    Token("h"_L1, Kind::Hour),
+    Token("mmmm"_L1, Kind::MonthName),
+    Token("mmm"_L1, Kind::MonthShort),
+    Token("mm"_L1, Kind::Month2),
+    Token("m"_L1, Kind::Month),
+    Token("nn"_L1, Kind::Minute2),
+    Token("n"_L1, Kind::Minute),
+    Token("oooo"_L1, Kind::MonthLocal),
+    Token("q"_L1, Kind::Quarter),
+    Token("ss"_L1, Kind::Second2),
+    Token("s"_L1, Kind::Second),
+    Token("ttttt"_L1, Kind::LongTime),
+    Token("ww"_L1, Kind::Week),
+    Token("w"_L1, Kind::WeekDay),
+    Token("yyyy"_L1, Kind::Year4),
+    Token("yy"_L1, Kind::Year2),
+    Token("y"_L1, Kind::YearDay),
 };
 
 struct Era {
@@ -222,14 +224,14 @@ QString EraText(Kind kind, const QDate& date) {
 
 QString DayText(Kind kind, const QDate& date) {
   const int weekDay = date.dayOfWeek() % 7;  // Sunday is 0
-  const QLatin1String name(kDayNames[weekDay]);
+  const QLatin1StringView name(kDayNames[weekDay]);
   switch (kind) {
     case Kind::DayName:
       return name;
     case Kind::DayShort:
       return name.left(kShortName);
     case Kind::DayNameLocal:
-      return kDayLetters[weekDay] + QStringLiteral("曜日");
+      return kDayLetters[weekDay] + u"曜日"_s;
     case Kind::DayShortLocal:
       return kDayLetters.sliced(weekDay, 1).toString();
     case Kind::Day2:
@@ -246,7 +248,7 @@ QString DayText(Kind kind, const QDate& date) {
 }
 
 QString MonthText(Kind kind, const QDate& date) {
-  const QLatin1String name(kMonthNames[date.month() - 1]);
+  const QLatin1StringView name(kMonthNames[date.month() - 1]);
   switch (kind) {
     case Kind::MonthName:
       return name;
@@ -271,9 +273,9 @@ QString YearText(Kind kind, const QDate& date) {
 
 QString HalfDayText(const Piece& piece, bool afternoon) {
   if (piece.kind == Kind::AmPmLocal) {
-    return afternoon ? QStringLiteral("午後") : QStringLiteral("午前");
+    return afternoon ? u"午後"_s : u"午前"_s;
   }
-  const QString text = afternoon ? QStringLiteral("PM") : QStringLiteral("AM");
+  const QString text = afternoon ? u"PM"_s : u"AM"_s;
   const QString shown = piece.kind == Kind::AmPmLetter ? text.left(1) : text;
   return piece.text.front().isLower() ? shown.toLower() : shown;
 }
@@ -301,14 +303,13 @@ QString TimeText(const Piece& piece, const QTime& time, bool twelveHours) {
 QString CompoundText(Kind kind, const QDateTime& date) {
   switch (kind) {
     case Kind::ShortDate:
-      return FormatDate(date, QStringLiteral("yyyy/mm/dd"));
+      return FormatDate(date, u"yyyy/mm/dd"_s);
     case Kind::LongDate:
-      return FormatDate(date, QStringLiteral("yyyy年m月d日"));
+      return FormatDate(date, u"yyyy年m月d日"_s);
     case Kind::LongTime:
-      return FormatDate(date, QStringLiteral("hh:nn:ss"));
+      return FormatDate(date, u"hh:nn:ss"_s);
     default:
-      return FormatDate(date, date.time() == QTime(0, 0) ? QStringLiteral("ddddd")
-                                                         : QStringLiteral("ddddd ttttt"));
+      return FormatDate(date, date.time() == QTime(0, 0) ? u"ddddd"_s : u"ddddd ttttt"_s);
   }
 }
 

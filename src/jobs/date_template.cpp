@@ -11,6 +11,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kMaxDaysBack = 36'500;
@@ -101,9 +103,9 @@ DayWindow ParseDayWindow(const QString& first, const QString& second) {
 QString DayWindowText(const DayWindow& window, const QDate& today) {
   const auto day = [&today](int daysBack) {
     const QDateTime date(today.addDays(-daysBack), QTime(0, 0), Qt::UTC);
-    return FormatDate(date, QStringLiteral("yyyy/mm/dd"));
+    return FormatDate(date, u"yyyy/mm/dd"_s);
   };
-  return day(window.first) + QStringLiteral("～") + day(window.last);
+  return day(window.first) + u"～"_s + day(window.last);
 }
 
 }  // namespace zentorin

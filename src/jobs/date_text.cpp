@@ -6,6 +6,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 std::optional<QDateTime> WallTime(const QDate& date, const QTime& time) {
@@ -20,7 +22,7 @@ int MonthNumber(const QString& name) {
                                          "september", "october",  "november", "december"};
   const QString lower = name.toLower();
   for (std::size_t i = 0; i < kMonths.size(); ++i) {
-    const QLatin1String month(kMonths[i]);
+    const QLatin1StringView month(kMonths[i]);
     if (lower == month || lower == month.left(3)) return static_cast<int>(i) + 1;
   }
   return 0;
@@ -35,10 +37,10 @@ int FullYear(const QString& digits) {
 
 std::optional<QDateTime> HttpDateOf(const QRegularExpressionMatch& match) {
   const auto number = [&match](const char* group) {
-    return match.captured(QLatin1String(group)).toInt();
+    return match.captured(QLatin1StringView(group)).toInt();
   };
-  const QDate date(FullYear(match.captured(QStringLiteral("year"))),
-                   MonthNumber(match.captured(QStringLiteral("month"))), number("day"));
+  const QDate date(FullYear(match.captured(u"year"_s)), MonthNumber(match.captured(u"month"_s)),
+                   number("day"));
   // A leap second is shown as the second before it.
   return WallTime(date, QTime(number("hour"), number("minute"), qMin(number("second"), 59)));
 }
@@ -56,20 +58,19 @@ QString Narrow(QString text) {
 
 std::optional<QDateTime> ParseHttpDate(const QString& text) {
   static const QString kWeekday =
-      QStringLiteral("(?:(?:mon|tues?|wed(?:nes)?|thu(?:rs)?|fri|sat(?:ur)?|sun)(?:day)?)");
-  static const QString kTime =
-      QStringLiteral("(?<hour>\\d{1,2}):(?<minute>\\d\\d)(?::(?<second>[0-5]\\d|60))?");
-  static const QString kZone = QStringLiteral("(?: *(?:gmt|utc?|z|[+-]00:?00))?");
+      u"(?:(?:mon|tues?|wed(?:nes)?|thu(?:rs)?|fri|sat(?:ur)?|sun)(?:day)?)"_s;
+  static const QString kTime = u"(?<hour>\\d{1,2}):(?<minute>\\d\\d)(?::(?<second>[0-5]\\d|60))?"_s;
+  static const QString kZone = u"(?: *(?:gmt|utc?|z|[+-]00:?00))?"_s;
   // "Wed, 01 May 2024 12:34:56 GMT" and "Wednesday, 01-May-24 12:34:56 GMT"
   static const QRegularExpression kDayFirst(
-      QStringLiteral("\\A\\s*(?:%1, *)?(?<day>\\d{1,2})([ "
-                     "-])(?<month>[a-z]+)\\g{-2}(?<year>\\d\\d(?:\\d\\d)?) +%2%3\\s*\\z")
-          .arg(kWeekday, kTime, kZone),
+      u"\\A\\s*(?:%1, *)?(?<day>\\d{1,2})([ "
+      "-])(?<month>[a-z]+)\\g{-2}(?<year>\\d\\d(?:\\d\\d)?) +%2%3\\s*\\z"_s.arg(kWeekday, kTime,
+                                                                                kZone),
       QRegularExpression::CaseInsensitiveOption);
   // "Wed May  1 12:34:56 2024"
   static const QRegularExpression kMonthFirst(
-      QStringLiteral("\\A\\s*%1 +(?<month>[a-z]+) +(?<day>\\d{1,2}) +%2 +(?<year>\\d{4})%3\\s*\\z")
-          .arg(kWeekday, kTime, kZone),
+      u"\\A\\s*%1 +(?<month>[a-z]+) +(?<day>\\d{1,2}) +%2 +(?<year>\\d{4})%3\\s*\\z"_s.arg(
+          kWeekday, kTime, kZone),
       QRegularExpression::CaseInsensitiveOption);
   for (const QRegularExpression* form : {&kDayFirst, &kMonthFirst}) {
     const QRegularExpressionMatch match = form->match(text);
@@ -79,16 +80,16 @@ std::optional<QDateTime> ParseHttpDate(const QString& text) {
 }
 
 std::optional<QDateTime> ParseDateText(const QString& text) {
-  static const QRegularExpression kForm(QStringLiteral(
-      "\\A *(?:(?<year>\\d{4})([/.-])(?<month>\\d{1,2})\\g{-2}(?<day>\\d{1,2}))?"
-      "(?:(?<gap> +)?(?<hour>\\d{1,2}):(?<minute>\\d{1,2})(?::(?<second>\\d{1,2}))?)? *\\z"));
+  static const QRegularExpression kForm(
+      u"\\A *(?:(?<year>\\d{4})([/.-])(?<month>\\d{1,2})\\g{-2}(?<day>\\d{1,2}))?"
+      "(?:(?<gap> +)?(?<hour>\\d{1,2}):(?<minute>\\d{1,2})(?::(?<second>\\d{1,2}))?)? *\\z"_s);
   const QRegularExpressionMatch match = kForm.match(Narrow(text));
-  const bool hasDate = match.hasCaptured(QStringLiteral("year"));
-  const bool hasTime = match.hasCaptured(QStringLiteral("hour"));
+  const bool hasDate = match.hasCaptured(u"year"_s);
+  const bool hasTime = match.hasCaptured(u"hour"_s);
   if (!hasDate && !hasTime) return std::nullopt;
-  if (hasDate && hasTime && !match.hasCaptured(QStringLiteral("gap"))) return std::nullopt;
+  if (hasDate && hasTime && !match.hasCaptured(u"gap"_s)) return std::nullopt;
   const auto number = [&match](const char* group) {
-    return match.captured(QLatin1String(group)).toInt();
+    return match.captured(QLatin1StringView(group)).toInt();
   };
   const QDate date =
       hasDate ? QDate(number("year"), number("month"), number("day")) : QDate(1899, 12, 30);

@@ -8,6 +8,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kDateWidth = 3;
@@ -45,7 +47,7 @@ void JobEditor::Edit(TargetUrlItem::Field field, const QString& value) {
 }
 
 void JobEditor::EditFlag(TargetUrlItem::Field field, bool on) {
-  Edit(field, on ? QStringLiteral("1") : QStringLiteral("0"));
+  Edit(field, on ? u"1"_s : u"0"_s);
 }
 
 void JobEditor::EditBefore(int element, const QString& text) {

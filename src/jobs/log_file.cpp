@@ -15,6 +15,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr qint64 kMaxLogBytes = 64LL * 1024 * 1024;
@@ -85,9 +87,8 @@ bool LogFile::WasWritten() const {
 }
 
 FileOutcome LogFile::Append(const QString& text, bool startNew) {
-  const QString time = FormatDate(clock_.LocalNow(), QStringLiteral("yyyy/mm/dd hh:nn:ss"));
-  const QByteArray entry =
-      LogBytes(QStringLiteral("-- %1 ----\r\n").arg(time) + text + QStringLiteral("\r\n\r\n\r\n"));
+  const QString time = FormatDate(clock_.LocalNow(), u"yyyy/mm/dd hh:nn:ss"_s);
+  const QByteArray entry = LogBytes(u"-- %1 ----\r\n"_s.arg(time) + text + u"\r\n\r\n\r\n"_s);
   if (startNew) {
     const FileOutcome outcome = WriteWholeFile(path_, entry);
     written_ = outcome.Ok();

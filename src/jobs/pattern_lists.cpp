@@ -8,47 +8,49 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr qint64 kMaxFileBytes = 4LL * 1024 * 1024;
 
-const auto kSubUrlMark = QLatin1String("[sub url]");
-const auto kFileMark = QLatin1String("[file]");
-const auto kEndMark = QLatin1String("[end]");
+const auto kSubUrlMark = "[sub url]"_L1;
+const auto kFileMark = "[file]"_L1;
+const auto kEndMark = "[end]"_L1;
 
 QStringList BuiltInSubUrl() {
   return {
-      QStringLiteral(R"~(child url : (?:href|url|src)=["']?(.+?)["' >])~"),
-      QStringLiteral(R"~(  href    : href=["']?(.+?)["' >])~"),
-      QStringLiteral(R"~(  url     : url=["']?(.+?)["' >])~"),
-      QStringLiteral(R"~(  src     : src=["']?(.+?)["' >])~"),
+      uR"~(child url : (?:href|url|src)=["']?(.+?)["' >])~"_s,
+      uR"~(  href    : href=["']?(.+?)["' >])~"_s,
+      uR"~(  url     : url=["']?(.+?)["' >])~"_s,
+      uR"~(  src     : src=["']?(.+?)["' >])~"_s,
   };
 }
 
 // The empty entries are separator lines. The archive entries do not end as the others do.
 QStringList BuiltInFile() {
   return {
-      QStringLiteral(R"~(全音声: <.+?(?:href|url)=["']?(.+\.(?:mp3|wav|wma|asx|mid))["' >])~"),
-      QStringLiteral(R"~( MP3  : <.+?(?:href|url)=["']?(.+?\.mp3)["' >])~"),
-      QStringLiteral(R"~( ASX  : <.+?(?:href|url)=["']?(.+?\.asx)["' >])~"),
+      uR"~(全音声: <.+?(?:href|url)=["']?(.+\.(?:mp3|wav|wma|asx|mid))["' >])~"_s,
+      uR"~( MP3  : <.+?(?:href|url)=["']?(.+?\.mp3)["' >])~"_s,
+      uR"~( ASX  : <.+?(?:href|url)=["']?(.+?\.asx)["' >])~"_s,
       QString(),
-      QStringLiteral(R"~(全画像: <.+?(?:src|href)=["']?(.+?\.(?:gif|jpg|png|bmp))["' >])~"),
-      QStringLiteral(R"~( GIF  : <.+?(?:src|href)=["']?(.+?\.gif)["' >])~"),
-      QStringLiteral(R"~( JPG  : <.+?(?:src|href)=["']?(.+?\.jpg)["' >])~"),
-      QStringLiteral(R"~( PNG  : <.+?(?:src|href)=["']?(.+?\.png)["' >])~"),
-      QStringLiteral(R"~( BMP  : <.+?(?:src|href)=["']?(.+?\.bmp)["' >])~"),
+      uR"~(全画像: <.+?(?:src|href)=["']?(.+?\.(?:gif|jpg|png|bmp))["' >])~"_s,
+      uR"~( GIF  : <.+?(?:src|href)=["']?(.+?\.gif)["' >])~"_s,
+      uR"~( JPG  : <.+?(?:src|href)=["']?(.+?\.jpg)["' >])~"_s,
+      uR"~( PNG  : <.+?(?:src|href)=["']?(.+?\.png)["' >])~"_s,
+      uR"~( BMP  : <.+?(?:src|href)=["']?(.+?\.bmp)["' >])~"_s,
       QString(),
-      QStringLiteral(R"~(全ドキュメント: <.+?(?:href|url)=["']?(.+?\.(?:csv|pdf|xls|doc))["' >])~"),
-      QStringLiteral(R"~( CSV  : <.+?(?:href|url)=["']?(.+?\.csv)["' >])~"),
-      QStringLiteral(R"~( PDF  : <.+?(?:href|url)=["']?(.+?\.pdf)["' >])~"),
-      QStringLiteral(R"~( XLS  : <.+?(?:href|url)=["']?(.+?\.xls)["' >])~"),
-      QStringLiteral(R"~( DOC  : <.+?(?:href|url)=["']?(.+?\.doc)["' >])~"),
+      uR"~(全ドキュメント: <.+?(?:href|url)=["']?(.+?\.(?:csv|pdf|xls|doc))["' >])~"_s,
+      uR"~( CSV  : <.+?(?:href|url)=["']?(.+?\.csv)["' >])~"_s,
+      uR"~( PDF  : <.+?(?:href|url)=["']?(.+?\.pdf)["' >])~"_s,
+      uR"~( XLS  : <.+?(?:href|url)=["']?(.+?\.xls)["' >])~"_s,
+      uR"~( DOC  : <.+?(?:href|url)=["']?(.+?\.doc)["' >])~"_s,
       QString(),
-      QStringLiteral(R"~(全アーカイブ: <.+?(?:href|url)=["']?(.+?\.(?:lzh|zip|rar|tar))[ >]?)~"),
-      QStringLiteral(R"~( LZH  : <.+?(?:href|url)=["']?(.+?\.lzh)[ >]?)~"),
-      QStringLiteral(R"~( ZIP  : <.+?(?:href|url)=["']?(.+?\.zip)[ >]?)~"),
-      QStringLiteral(R"~( RAR  : <.+?(?:href|url)=["']?(.+?\.rar)[ >]?)~"),
-      QStringLiteral(R"~( TAR  : <.+?(?:href|url)=["']?(.+?\.tar)[ >]?)~"),
+      uR"~(全アーカイブ: <.+?(?:href|url)=["']?(.+?\.(?:lzh|zip|rar|tar))[ >]?)~"_s,
+      uR"~( LZH  : <.+?(?:href|url)=["']?(.+?\.lzh)[ >]?)~"_s,
+      uR"~( ZIP  : <.+?(?:href|url)=["']?(.+?\.zip)[ >]?)~"_s,
+      uR"~( RAR  : <.+?(?:href|url)=["']?(.+?\.rar)[ >]?)~"_s,
+      uR"~( TAR  : <.+?(?:href|url)=["']?(.+?\.tar)[ >]?)~"_s,
   };
 }
 
@@ -63,7 +65,7 @@ FileOutcome PatternLists::LoadOrCreate(const QString& path) {
     QStringList lines = QStringList(kSubUrlMark) + BuiltInSubUrl();
     lines += {QString(), kFileMark};
     lines += BuiltInFile() + QStringList{QString(), kEndMark, QString()};
-    return WriteWholeFile(path, EncodeAnsi(lines.join(QLatin1String("\r\n"))).bytes);
+    return WriteWholeFile(path, EncodeAnsi(lines.join("\r\n"_L1)).bytes);
   }
   if (!outcome.Ok()) return outcome;
 

@@ -3,6 +3,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 TargetUrlItem TargetUrlItem::FromLine(const QString& line) {
   TargetUrlItem item;
   qsizetype start = 0;
@@ -22,7 +24,7 @@ QString TargetUrlItem::ToLine() const {
 }
 
 void TargetUrlItem::SetFlag(Field field, bool on) {
-  fields_[field] = on ? QStringLiteral("1") : QStringLiteral("0");
+  fields_[field] = on ? u"1"_s : u"0"_s;
 }
 
 QString TargetUrlItem::BeforeElement(int element) const {

@@ -6,6 +6,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 // One job of the URL list: 17 texts, held in the list as one line joined by tabs. Flags are
 // "0"/"1".
 class TargetUrlItem {
@@ -38,7 +40,7 @@ class TargetUrlItem {
 
   const QString& operator[](Field field) const { return fields_[field]; }
   void Set(Field field, const QString& value) { fields_[field] = value; }
-  bool Flag(Field field) const { return fields_[field] == QLatin1String("1"); }
+  bool Flag(Field field) const { return fields_[field] == "1"_L1; }
   void SetFlag(Field field, bool on);
 
   // The two ends of the day window (`cmbBefore` elements 0 and 1).

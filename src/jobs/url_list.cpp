@@ -7,6 +7,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 void UrlList::Select(int row) {
   selectedRow_ = row >= 0 && row < Count() ? row : -1;
   Q_EMIT Selected(selectedRow_);
@@ -62,7 +64,7 @@ void UrlList::ReplaceAll(QStringList lines) {
 
 void UrlList::SetDirty(bool dirty) {
   if (dirty == IsDirty()) return;
-  tag_ = dirty ? QStringLiteral("Dirty") : QString();
+  tag_ = dirty ? u"Dirty"_s : QString();
   Q_EMIT DirtyChanged(dirty);
 }
 

@@ -12,31 +12,33 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct Key {
-  QLatin1String name;
+  QLatin1StringView name;
   TargetUrlItem::Field field = TargetUrlItem::Number;
 };
 
 // In the order in which they are written.
 constexpr std::array kKeys = {
-    Key{.name = QLatin1String("description"), .field = TargetUrlItem::Description},
-    Key{.name = QLatin1String("skip"), .field = TargetUrlItem::Skip},
-    Key{.name = QLatin1String("over_write"), .field = TargetUrlItem::OverWrite},
-    Key{.name = QLatin1String("only_under_root"), .field = TargetUrlItem::OnlyUnderRoot},
-    Key{.name = QLatin1String("root"), .field = TargetUrlItem::Root},
-    Key{.name = QLatin1String("sub_pattern"), .field = TargetUrlItem::SubPattern},
-    Key{.name = QLatin1String("depth"), .field = TargetUrlItem::Depth},
-    Key{.name = QLatin1String("file_pattern"), .field = TargetUrlItem::FilePattern},
-    Key{.name = QLatin1String("save_path"), .field = TargetUrlItem::SavePath},
-    Key{.name = QLatin1String("tree_folder"), .field = TargetUrlItem::TreeFolder},
-    Key{.name = QLatin1String("disp_date"), .field = TargetUrlItem::DispModify},
-    Key{.name = QLatin1String("disp_modify"), .field = TargetUrlItem::Modify},
-    Key{.name = QLatin1String("date"), .field = TargetUrlItem::Date},
-    Key{.name = QLatin1String("format"), .field = TargetUrlItem::Format},
-    Key{.name = QLatin1String("before"), .field = TargetUrlItem::Before},
-    Key{.name = QLatin1String("opt"), .field = TargetUrlItem::Opt},
+    Key{.name = "description"_L1, .field = TargetUrlItem::Description},
+    Key{.name = "skip"_L1, .field = TargetUrlItem::Skip},
+    Key{.name = "over_write"_L1, .field = TargetUrlItem::OverWrite},
+    Key{.name = "only_under_root"_L1, .field = TargetUrlItem::OnlyUnderRoot},
+    Key{.name = "root"_L1, .field = TargetUrlItem::Root},
+    Key{.name = "sub_pattern"_L1, .field = TargetUrlItem::SubPattern},
+    Key{.name = "depth"_L1, .field = TargetUrlItem::Depth},
+    Key{.name = "file_pattern"_L1, .field = TargetUrlItem::FilePattern},
+    Key{.name = "save_path"_L1, .field = TargetUrlItem::SavePath},
+    Key{.name = "tree_folder"_L1, .field = TargetUrlItem::TreeFolder},
+    Key{.name = "disp_date"_L1, .field = TargetUrlItem::DispModify},
+    Key{.name = "disp_modify"_L1, .field = TargetUrlItem::Modify},
+    Key{.name = "date"_L1, .field = TargetUrlItem::Date},
+    Key{.name = "format"_L1, .field = TargetUrlItem::Format},
+    Key{.name = "before"_L1, .field = TargetUrlItem::Before},
+    Key{.name = "opt"_L1, .field = TargetUrlItem::Opt},
 };
 constexpr qsizetype kLinesPerJob = kKeys.size() + 1;
 
@@ -45,13 +47,12 @@ constexpr int kMaxQuoted = 40;  // characters of a faulty text that a message re
 
 FileOutcome FileFailure(const QString& what) {
   const int number = static_cast<int>(RunTimeError::Other);
-  return {.error = number,
-          .message = QStringLiteral("%1（エラー %2）。").arg(what, QString::number(number))};
+  return {.error = number, .message = u"%1（エラー %2）。"_s.arg(what, QString::number(number))};
 }
 
 FileOutcome LineFailure(const QString& path, qsizetype line, const QString& reason) {
-  return FileFailure(QStringLiteral("ファイル「%1」の %2 行目を読み込めません。%3")
-                         .arg(path, QString::number(line), reason));
+  return FileFailure(
+      u"ファイル「%1」の %2 行目を読み込めません。%3"_s.arg(path, QString::number(line), reason));
 }
 
 // True for Japanese text that someone saved as UTF-8. Read as Shift_JIS it would mostly be valid
@@ -79,8 +80,8 @@ class ListReader {
     const QString number = words.value(0);
     const int job = WholeNumber(number);
     if (job < 1 || job > kMaxJobs) {
-      return QStringLiteral("ジョブ番号「%1」は 1 から %2 までの数ではありません")
-          .arg(EscapeForDisplay(number.left(kMaxQuoted)), QString::number(kMaxJobs));
+      return u"ジョブ番号「%1」は 1 から %2 までの数ではありません"_s.arg(
+          EscapeForDisplay(number.left(kMaxQuoted)), QString::number(kMaxJobs));
     }
     return SetField(job, words.value(1), DecodeAnsi(rest));
   }
@@ -103,7 +104,7 @@ class ListReader {
     for (const Key& known : kKeys) {
       if (key != known.name) continue;
       if (value.contains(QChar(QChar::ReplacementCharacter))) {
-        return QStringLiteral("「%1」に Shift_JIS として読めない文字があります").arg(key);
+        return u"「%1」に Shift_JIS として読めない文字があります"_s.arg(key);
       }
       item.Set(known.field, TrimLeadingBlanks(FieldText(value)));
     }
@@ -116,12 +117,10 @@ class ListReader {
 // The job, key and character that stand at a place of the text of a list.
 QString DescribeFault(const QString& text, const UnencodableCharacter& fault) {
   const qsizetype line = QStringView(text).first(fault.position).count(u'\n');
-  return QStringLiteral(
-             "%1 番目のジョブの「%2」に Shift_JIS で表せない文字「%3」（U+%4）があります")
-      .arg(
-          QString::number(line / kLinesPerJob + 1), kKeys[line % kLinesPerJob].name,
-          EscapeForDisplay(fault.character),
-          QString::number(fault.character.toUcs4().value(0), 16).toUpper().rightJustified(4, u'0'));
+  return u"%1 番目のジョブの「%2」に Shift_JIS で表せない文字「%3」（U+%4）があります"_s.arg(
+      QString::number(line / kLinesPerJob + 1), kKeys[line % kLinesPerJob].name,
+      EscapeForDisplay(fault.character),
+      QString::number(fault.character.toUcs4().value(0), 16).toUpper().rightJustified(4, u'0'));
 }
 
 QString ListText(const UrlList& list) {
@@ -130,10 +129,9 @@ QString ListText(const UrlList& list) {
     const TargetUrlItem item = list.Item(row);
     const QString number = QString::number(row + 1);
     for (const Key& key : kKeys) {
-      text += number + u' ' + key.name + QLatin1String(" = ") + FieldText(item[key.field]) +
-              QLatin1String("\r\n");
+      text += number + u' ' + key.name + " = "_L1 + FieldText(item[key.field]) + "\r\n"_L1;
     }
-    text += QLatin1String("\r\n");
+    text += "\r\n"_L1;
   }
   return text;
 }
@@ -146,8 +144,8 @@ FileOutcome ReadUrlListFile(const QString& systemPath, UrlList& list) {
   if (!outcome.Ok()) return outcome;
   if (LooksLikeUtf8(bytes)) {
     return FileFailure(
-        QStringLiteral("ファイル「%1」を読み込めません。文字コードが Shift_JIS ではなく UTF-8 です")
-            .arg(systemPath));
+        u"ファイル「%1」を読み込めません。文字コードが Shift_JIS ではなく UTF-8 です"_s.arg(
+            systemPath));
   }
   ListReader reader;
   qsizetype number = 0;
@@ -159,9 +157,8 @@ FileOutcome ReadUrlListFile(const QString& systemPath, UrlList& list) {
     begin = end + 1;
     ++number;
     // A text holds no NUL; a picture or a text in UTF-16 does.
-    const QString fault = line.contains('\0')
-                              ? QStringLiteral("テキストではありません（NUL があります）")
-                              : reader.TakeLine(line);
+    const QString fault =
+        line.contains('\0') ? u"テキストではありません（NUL があります）"_s : reader.TakeLine(line);
     if (!fault.isEmpty()) return LineFailure(systemPath, number, fault);
   }
   list.ReplaceAll(reader.Lines());
@@ -169,22 +166,21 @@ FileOutcome ReadUrlListFile(const QString& systemPath, UrlList& list) {
 }
 
 FileOutcome WriteUrlListFile(const QString& systemPath, const UrlList& list) {
-  const QString failure = QStringLiteral("ファイル「%1」を書き込めません。%2");
+  const QString failure = u"ファイル「%1」を書き込めません。%2"_s;
   // What could not be read back is not written.
   if (list.Count() > kMaxJobs) {
-    return FileFailure(
-        failure.arg(systemPath, QStringLiteral("ジョブは %1 件までです").arg(kMaxJobs)));
+    return FileFailure(failure.arg(systemPath, u"ジョブは %1 件までです"_s.arg(kMaxJobs)));
   }
   const QString text = ListText(list);
   const AnsiBytes encoded = EncodeAnsi(text);
   if (encoded.fault)
     return FileFailure(failure.arg(systemPath, DescribeFault(text, *encoded.fault)));
   if (LooksLikeUtf8(encoded.bytes)) {
-    return FileFailure(failure.arg(systemPath, QStringLiteral("文字化けした文字しかありません")));
+    return FileFailure(failure.arg(systemPath, u"文字化けした文字しかありません"_s));
   }
   if (encoded.bytes.size() > kMaxListFileBytes) {
-    return FileFailure(failure.arg(
-        systemPath, QStringLiteral("上限の %1 バイトを超えます").arg(kMaxListFileBytes)));
+    return FileFailure(
+        failure.arg(systemPath, u"上限の %1 バイトを超えます"_s.arg(kMaxListFileBytes)));
   }
   return WriteWholeFile(systemPath, encoded.bytes);
 }

@@ -12,26 +12,28 @@
 #include "base/message_boxes.h"
 #include "base/status_board.h"
 #include "base/text_file.h"
-#include "launch/line_ends.h"
 #include "launch/text_windows.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr qint64 kMaxScriptBytes = qint64{16} << 20;
 
 bool IsPage(const QString& target) {
-  return target.startsWith(QStringLiteral("http://"), Qt::CaseInsensitive) ||
-         target.startsWith(QStringLiteral("https://"), Qt::CaseInsensitive);
+  return target.startsWith(u"http://"_s, Qt::CaseInsensitive) ||
+         target.startsWith(u"https://"_s, Qt::CaseInsensitive);
 }
 
 bool IsStream(const QString& target) {
-  return target.startsWith(QStringLiteral("mms://"), Qt::CaseInsensitive);
+  return target.startsWith(u"mms://"_s, Qt::CaseInsensitive);
 }
 
 // "X:" is a drive, so a scheme has two letters at least.
 bool IsAddress(const QString& target) {
-  static const QRegularExpression address(QStringLiteral("^(?:[a-z][a-z0-9+.-]+://|mailto:)"),
+  static const QRegularExpression address(u"^(?:[a-z][a-z0-9+.-]+://|mailto:)"_s,
                                           QRegularExpression::CaseInsensitiveOption);
   return address.match(target).hasMatch();
 }
@@ -46,26 +48,24 @@ QString ExtensionOf(const LaunchTarget& target) {
 
 // By the extension alone: what a file holds is not looked at.
 QString TypeOf(const LaunchTarget& target) {
-  return IsStream(target.text) ? QStringLiteral("x-scheme-handler/mms")
+  return IsStream(target.text) ? u"x-scheme-handler/mms"_s
                                : MimeAssociations::TypeOfExtension(ExtensionOf(target));
 }
 
 bool IsScript(const QString& extension) {
-  return QStringList{QStringLiteral("bat"), QStringLiteral("vbs"), QStringLiteral("js")}.contains(
-      extension);
+  return QStringList{u"bat"_s, u"vbs"_s, u"js"_s}.contains(extension);
 }
 
 bool IsSpreadsheet(const QString& type) {
-  return type.contains(QStringLiteral("spreadsheet")) || type.contains(QStringLiteral("excel")) ||
-         type == QStringLiteral("text/csv");
+  return type.contains(u"spreadsheet"_s) || type.contains(u"excel"_s) || type == u"text/csv"_s;
 }
 
 // What can open a type when no program has registered for it; empty when nothing is known.
 QString KnownNameFor(const QString& type) {
-  if (IsSpreadsheet(type)) return QStringLiteral("ms excel");
-  if (type.startsWith(QStringLiteral("audio/")) || type.startsWith(QStringLiteral("video/")) ||
-      type == QStringLiteral("x-scheme-handler/mms"))
-    return QStringLiteral("メディア プレーヤー");
+  if (IsSpreadsheet(type)) return u"ms excel"_s;
+  if (type.startsWith(u"audio/"_s) || type.startsWith(u"video/"_s) ||
+      type == u"x-scheme-handler/mms"_s)
+    return u"メディア プレーヤー"_s;
   return {};
 }
 
@@ -73,6 +73,19 @@ QString DecodeScript(const QByteArray& bytes) {
   QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
   QString text = utf8(bytes);
   return utf8.hasError() ? DecodeAnsi(bytes) : text;
+}
+
+// A lone line feed becomes a pair.
+QString WithWholeLineEnds(const QString& text) {
+  QString whole;
+  whole.reserve(text.size() + text.size() / 16);
+  QChar before;
+  for (const QChar c : text) {
+    if (c == u'\n' && before != u'\r') whole += u'\r';
+    whole += c;
+    before = c;
+  }
+  return whole;
 }
 
 }  // namespace
@@ -104,14 +117,12 @@ void DesktopOpener::OpenFolder(const QString& path) {
 // On a desktop without an opener of its own, the registered program does.
 void DesktopOpener::OpenByHandler(const LaunchTarget& target) {
   if (target.text.isEmpty()) return;
-  ShellOpenRequest shellRequest;
-  shellRequest.target = target.text;
-  if (starter_.ShellOpen(shellRequest)) return;
+  if (starter_.ShellOpen(target.text)) return;
   std::optional<ProgramRequest> request;
   if (QFileInfo(target.text).isDir())
-    request = known_.RequestFor(QStringLiteral("エクスプローラー"), target);
+    request = known_.RequestFor(u"エクスプローラー"_s, target);
   else if (IsPage(target.text))
-    request = known_.RequestFor(QStringLiteral("ie"), target);
+    request = known_.RequestFor(u"ie"_s, target);
   else
     request = RegisteredProgram(target, TypeOf(target));
   if (request) starter_.Start(*request, [](ProgramStart) {});
@@ -119,7 +130,7 @@ void DesktopOpener::OpenByHandler(const LaunchTarget& target) {
 
 void DesktopOpener::ShowText(const QString& text, const QString& title) {
   if (windows_.Show(WithWholeLineEnds(text), title)) return;
-  Tell(QStringLiteral("ウィンドウハンドルの特定に失敗\r\n再度、行って見て下さい。"));
+  Tell(u"ウィンドウハンドルの特定に失敗\r\n再度、行って見て下さい。"_s);
 }
 
 void DesktopOpener::PlayOrView(const QString& target) {
@@ -129,7 +140,7 @@ void DesktopOpener::PlayOrView(const QString& target) {
 void DesktopOpener::Play(const LaunchTarget& target) {
   if (target.text.isEmpty()) return;
   if (IsPage(target.text)) {
-    OpenWith(QStringLiteral("IE"), target.text);
+    OpenWith(u"IE"_s, target.text);
     return;
   }
   if (IsScript(ExtensionOf(target)) && !IsStream(target.text)) {
@@ -139,15 +150,15 @@ void DesktopOpener::Play(const LaunchTarget& target) {
   const QString type = TypeOf(target);
   Launch launch;
   launch.target = target.text;
-  launch.refusal = QStringLiteral("プログラムを起動できませんでした！");
-  launch.failure = QStringLiteral("プログラムがエラーで終了しました！");
+  launch.refusal = u"プログラムを起動できませんでした！"_s;
+  launch.failure = u"プログラムがエラーで終了しました！"_s;
   if (IsSpreadsheet(type)) {
-    launch.refusal = QStringLiteral("EXCELの起動に失敗しました！");
-    launch.failure = QStringLiteral("EXCELのオブジェクト取得に失敗しました！");
+    launch.refusal = u"EXCELの起動に失敗しました！"_s;
+    launch.failure = u"EXCELのオブジェクト取得に失敗しました！"_s;
   }
   const auto request = RegisteredProgram(target, type);
   if (!request && !IsSpreadsheet(type))
-    launch.refusal = QStringLiteral("開くことができるプログラムがありません！");
+    launch.refusal = u"開くことができるプログラムがありません！"_s;
   Begin(request, launch);
 }
 
@@ -157,15 +168,15 @@ void DesktopOpener::OpenWith(const QString& applicationName, const QString& targ
   Launch launch;
   launch.application = applicationName;
   launch.target = opened.text;
-  launch.refusal = applicationName + QStringLiteral(" を起動できませんでした！");
-  launch.failure = applicationName + QStringLiteral(" がエラーで終了しました！");
-  if (name == QStringLiteral("ie")) {
-    launch.refusal = QStringLiteral("IEFrameの特定失敗！");
+  launch.refusal = applicationName + u" を起動できませんでした！"_s;
+  launch.failure = applicationName + u" がエラーで終了しました！"_s;
+  if (name == u"ie"_s) {
+    launch.refusal = u"IEFrameの特定失敗！"_s;
     launch.failure = launch.refusal;
-    launch.success = QStringLiteral("ページが表示されました");
-  } else if (name == QStringLiteral("ms excel")) {
-    launch.refusal = QStringLiteral("EXCELの起動に失敗しました！");
-    launch.failure = QStringLiteral("EXCELのオブジェクト取得に失敗しました！");
+    launch.success = u"ページが表示されました"_s;
+  } else if (name == u"ms excel"_s) {
+    launch.refusal = u"EXCELの起動に失敗しました！"_s;
+    launch.failure = u"EXCELのオブジェクト取得に失敗しました！"_s;
   }
   Begin(known_.RequestFor(name, opened), launch);
 }
@@ -176,7 +187,7 @@ LaunchTarget DesktopOpener::ToTarget(const QString& text) const {
   // A NUL would cut the text short on its way into a program.
   if (text.isEmpty() || text.contains(QChar(u'\0'))) return {};
   QString path = text;
-  if (text.startsWith(QStringLiteral("file:"), Qt::CaseInsensitive)) {
+  if (text.startsWith(u"file:"_s, Qt::CaseInsensitive)) {
     path = QUrl(text).toLocalFile();
     if (path.isEmpty() || path.contains(QChar(u'\0'))) return {};
   } else if (IsAddress(text)) {
@@ -201,7 +212,7 @@ void DesktopOpener::Begin(const std::optional<ProgramRequest>& request, const La
 // it.
 void DesktopOpener::Report(const Launch& launch, ProgramStart outcome) {
   const bool alone = launch.target.isEmpty();
-  const QString andTarget = alone ? QString() : QStringLiteral("\r\n") + launch.target;
+  const QString andTarget = alone ? QString() : u"\r\n"_s + launch.target;
   switch (outcome) {
     case ProgramStart::Running:
     case ProgramStart::EndedWell:
@@ -215,7 +226,7 @@ void DesktopOpener::Report(const Launch& launch, ProgramStart outcome) {
       Tell(launch.refusal + andTarget);
       return;
     case ProgramStart::TimedOut:
-      Tell(QStringLiteral("タイムアウト- ") + (alone ? launch.application : launch.target));
+      Tell(u"タイムアウト- "_s + (alone ? launch.application : launch.target));
   }
 }
 
@@ -229,7 +240,7 @@ std::optional<ProgramRequest> DesktopOpener::RegisteredProgram(const LaunchTarge
 // Programs for these extensions would run what came from a web site; the user reads it instead.
 void DesktopOpener::ShowScript(const LaunchTarget& target) {
   if (!target.isFile) {
-    Tell(QStringLiteral("開くことができるプログラムがありません！\r\n") + target.text);
+    Tell(u"開くことができるプログラムがありません！\r\n"_s + target.text);
     return;
   }
   QByteArray bytes;

@@ -7,6 +7,9 @@
 #include "launch/desktop_entry.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct Word {
@@ -56,7 +59,7 @@ class WordSplitter {
       return;
     }
     const bool escape = c == u'\\' && quote_ == u'"' && at_ + 1 < line_.size() &&
-                        QStringLiteral("\"`$\\").contains(line_[at_ + 1]);
+                        u"\"`$\\"_s.contains(line_[at_ + 1]);
     word_.text += escape ? line_[++at_] : c;
   }
 
@@ -83,8 +86,8 @@ class CodeFiller {
   bool Take(const Word& word) {
     const QString& text = word.text;
     if (words_.isEmpty()) return TakeProgram(text);
-    if (text == QStringLiteral("%i")) {
-      if (!entry_.icon.isEmpty()) words_ << QStringLiteral("--icon") << entry_.icon;
+    if (text == u"%i"_s) {
+      if (!entry_.icon.isEmpty()) words_ << u"--icon"_s << entry_.icon;
       return true;
     }
     const bool codeAlone = text.size() == 2 && text[0] == u'%';
@@ -117,9 +120,9 @@ class CodeFiller {
  private:
   // No field code but %% may have a part in what is run.
   bool TakeProgram(QString text) {
-    const QString percent = QStringLiteral("%%");
+    const QString percent = u"%%"_s;
     if (text.isEmpty() || QString(text).remove(percent).contains(u'%')) return false;
-    words_ << text.replace(percent, QStringLiteral("%"));
+    words_ << text.replace(percent, u"%"_s);
     return true;
   }
 
@@ -132,7 +135,7 @@ class CodeFiller {
   std::optional<QString> ValueOf(QChar code) {
     switch (code.unicode()) {
       case u'%':
-        return QStringLiteral("%");
+        return u"%"_s;
       case u'c':
         return entry_.localName;
       case u'k':

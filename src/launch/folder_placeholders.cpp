@@ -9,6 +9,9 @@
 #include "base/drives.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Special folders by number: the desktop 16, Windows 36, the system 37, program files 38.
@@ -24,31 +27,29 @@ bool LiesIn(const QString& path, const QString& folder) {
 }  // namespace
 
 QString FolderPlaceholders::Folder(const QString& placeholder) const {
-  if (placeholder == QStringLiteral("<DESKTOP>"))
+  if (placeholder == u"<DESKTOP>"_s)
     return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
-  if (placeholder == QStringLiteral("<WINDOWS>")) return QStringLiteral("C:\\WINDOWS");
-  if (placeholder == QStringLiteral("<SYSTEM>")) return QStringLiteral("C:\\WINDOWS\\system32");
-  if (placeholder == QStringLiteral("<PROGRAM_FILES>")) return QStringLiteral("C:\\Program Files");
-  if (placeholder == QStringLiteral("<OFFICE>")) return OfficeFolder();
+  if (placeholder == u"<WINDOWS>"_s) return u"C:\\WINDOWS"_s;
+  if (placeholder == u"<SYSTEM>"_s) return u"C:\\WINDOWS\\system32"_s;
+  if (placeholder == u"<PROGRAM_FILES>"_s) return u"C:\\Program Files"_s;
+  if (placeholder == u"<OFFICE>"_s) return OfficeFolder();
   return {};
 }
 
 // The Office folder ends in "\": the tails of the table follow it without one.
 QString FolderPlaceholders::OfficeFolder() const {
   // The list ends in ",", so that its last version is an empty one: the plain "Office" folder.
-  for (const QString& version : QStringLiteral("16,15,14,13,12,11,10,9,").split(u',')) {
-    const QString folder = Folder(QStringLiteral("<PROGRAM_FILES>")) +
-                           QStringLiteral("\\Microsoft Office\\Office") + version;
+  for (const QString& version : u"16,15,14,13,12,11,10,9,"_s.split(u',')) {
+    const QString folder = Folder(u"<PROGRAM_FILES>"_s) + u"\\Microsoft Office\\Office"_s + version;
     // Names on such a drive are the same in any case; a filter of QDir ignores it, too.
     const QDir place(drives_.ToSystemPath(folder));
-    if (!place.entryList({QStringLiteral("excel.exe")}, QDir::Files).isEmpty())
-      return folder + u'\\';
+    if (!place.entryList({u"excel.exe"_s}, QDir::Files).isEmpty()) return folder + u'\\';
   }
   return {};
 }
 
 QString FolderPlaceholders::Expand(const QString& path) const {
-  static const QRegularExpression pattern(QStringLiteral("<.*>"));
+  static const QRegularExpression pattern(u"<.*>"_s);
   const QRegularExpressionMatch match = pattern.match(path);
   if (!match.hasMatch()) return path;
   const QString folder = Folder(match.captured());

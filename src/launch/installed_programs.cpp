@@ -8,12 +8,15 @@
 #include "launch/exec_line.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kMaxFiles = 20000;
 
 QString ApplicationsFolder(const QString& dataFolder) {
-  return dataFolder + QStringLiteral("/applications/");
+  return dataFolder + u"/applications/"_s;
 }
 
 bool Matches(const QString& displayName, const QString& name) {
@@ -28,8 +31,7 @@ void InstalledPrograms::VisitEntries(
     const std::function<void(const QString& id, const QString& path)>& visit) {
   const QString root = ApplicationsFolder(dataFolder);
   QMap<QString, QString> paths;
-  QDirIterator files(root, {QStringLiteral("*.desktop")}, QDir::Files,
-                     QDirIterator::Subdirectories);
+  QDirIterator files(root, {u"*.desktop"_s}, QDir::Files, QDirIterator::Subdirectories);
   for (int i = 0; i < kMaxFiles && files.hasNext(); ++i) {
     const QString path = files.next();
     // An entry in a folder of its own has the folder's name in its id: "kde/a" is "kde-a".
@@ -55,7 +57,7 @@ std::vector<DesktopEntry> InstalledPrograms::List() const {
 
 std::optional<DesktopEntry> InstalledPrograms::FindById(const QString& id) const {
   // An id is a name, never a way to a file somewhere else.
-  if (!id.endsWith(QStringLiteral(".desktop")) || id.contains(u'/')) return std::nullopt;
+  if (!id.endsWith(u".desktop"_s) || id.contains(u'/')) return std::nullopt;
   for (const QString& folder : folders_.data) {
     QString name = id;
     QString path = ApplicationsFolder(folder) + name;

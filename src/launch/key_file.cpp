@@ -4,13 +4,16 @@
 #include "base/text_file.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr qint64 kMaxBytes = qint64{4} << 20;
 
 QString WithoutEscapes(const QString& raw) {
-  const QString codes = QStringLiteral("sntr\\");
-  const QString meanings = QStringLiteral(" \n\t\r\\");
+  const QString codes = u"sntr\\"_s;
+  const QString meanings = u" \n\t\r\\"_s;
   QString text;
   text.reserve(raw.size());
   for (qsizetype i = 0; i < raw.size(); ++i) {
@@ -56,7 +59,7 @@ QString KeyFile::Text(const QString& group, const QString& key) const {
 }
 
 bool KeyFile::Flag(const QString& group, const QString& key) const {
-  return Raw(group, key) == QStringLiteral("true");
+  return Raw(group, key) == u"true"_s;
 }
 
 QStringList KeyFile::List(const QString& group, const QString& key) const {

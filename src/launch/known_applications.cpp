@@ -5,6 +5,9 @@
 #include <array>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr auto kBrowsers =
@@ -204,7 +207,7 @@ std::optional<ProgramRequest> KnownApplications::RequestFor(const DesktopEntry& 
 
 std::optional<ProgramRequest> KnownApplications::Candidate(const QString& candidate,
                                                            const LaunchTarget& target) const {
-  if (const auto entry = programs_.FindById(candidate + QStringLiteral(".desktop")))
+  if (const auto entry = programs_.FindById(candidate + u".desktop"_s))
     if (auto request = RequestFor(*entry, target)) return request;
   const QString program = programs_.Folders().FindCommand(candidate);
   if (program.isEmpty()) return std::nullopt;

@@ -8,6 +8,9 @@
 #include "launch/key_file.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // The lists of one folder: those for the running desktop come before the one for all of them.
@@ -20,10 +23,9 @@ std::vector<ListFile> ListsIn(const QString& folder, const QStringList& desktops
   std::vector<ListFile> lists;
   for (const QString& desktop : desktops) {
     if (desktop.contains(u'/')) continue;
-    lists.push_back(
-        {KeyFile::Read(folder + u'/' + desktop + QStringLiteral("-mimeapps.list")), true});
+    lists.push_back({KeyFile::Read(folder + u'/' + desktop + u"-mimeapps.list"_s), true});
   }
-  lists.push_back({KeyFile::Read(folder + QStringLiteral("/mimeapps.list")), false});
+  lists.push_back({KeyFile::Read(folder + u"/mimeapps.list"_s), false});
   return lists;
 }
 
@@ -35,20 +37,20 @@ class IdGatherer {
   void TakeLists(const QString& folder, const QStringList& desktops) {
     for (const ListFile& list : ListsIn(folder, desktops)) {
       if (!list.file) continue;
-      defaults_ += list.file->List(QStringLiteral("Default Applications"), type_);
+      defaults_ += list.file->List(u"Default Applications"_s, type_);
       // A list for one desktop chooses defaults only.
       if (list.forOneDesktop) continue;
-      Associate(list.file->List(QStringLiteral("Added Associations"), type_));
-      for (const QString& id : list.file->List(QStringLiteral("Removed Associations"), type_))
+      Associate(list.file->List(u"Added Associations"_s, type_));
+      for (const QString& id : list.file->List(u"Removed Associations"_s, type_))
         closed_.insert(id);
     }
   }
 
   // What the programs of a data folder declare; less important folders cannot speak for them again.
   void TakePrograms(const QString& dataFolder) {
-    const auto cache = KeyFile::Read(dataFolder + QStringLiteral("/applications/mimeinfo.cache"));
+    const auto cache = KeyFile::Read(dataFolder + u"/applications/mimeinfo.cache"_s);
     QStringList declared;
-    if (cache) declared = cache->List(QStringLiteral("MIME Cache"), type_);
+    if (cache) declared = cache->List(u"MIME Cache"_s, type_);
     QStringList here;
     InstalledPrograms::VisitEntries(dataFolder, [&](const QString& id, const QString& path) {
       here.append(id);
@@ -85,7 +87,7 @@ QStringList MimeAssociations::IdsFor(const QString& type) const {
   IdGatherer ids(type);
   for (const QString& folder : folders.config) ids.TakeLists(folder, folders.desktops);
   for (const QString& folder : folders.data) {
-    ids.TakeLists(folder + QStringLiteral("/applications"), folders.desktops);
+    ids.TakeLists(folder + u"/applications"_s, folders.desktops);
     ids.TakePrograms(folder);
   }
   return ids.Finish();
@@ -98,7 +100,7 @@ std::vector<DesktopEntry> MimeAssociations::ProgramsFor(const QString& type) con
   // particular.
   const QMimeType known = QMimeDatabase().mimeTypeForName(type);
   for (const QString& parent : known.allAncestors())
-    if (parent != QStringLiteral("application/octet-stream")) ids += IdsFor(parent);
+    if (parent != u"application/octet-stream"_s) ids += IdsFor(parent);
   ids.removeDuplicates();
   std::vector<DesktopEntry> found;
   for (const QString& id : ids) {
@@ -110,8 +112,8 @@ std::vector<DesktopEntry> MimeAssociations::ProgramsFor(const QString& type) con
 
 QString MimeAssociations::TypeOfExtension(const QString& extension) {
   if (extension.isEmpty()) return {};
-  const QMimeType type = QMimeDatabase().mimeTypeForFile(QStringLiteral("x.") + extension,
-                                                         QMimeDatabase::MatchExtension);
+  const QMimeType type =
+      QMimeDatabase().mimeTypeForFile(u"x."_s + extension, QMimeDatabase::MatchExtension);
   return type.isDefault() ? QString() : type.name();
 }
 

@@ -10,6 +10,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 ProcessStarter::ProcessStarter(XdgFolders folders) : ProcessStarter(std::move(folders), Times()) {}
 
 ProcessStarter::ProcessStarter(XdgFolders folders, const Times& times)
@@ -22,17 +24,16 @@ void ProcessStarter::Start(const ProgramRequest& request, std::function<void(Pro
   program->Run(request, std::move(done));
 }
 
-bool ProcessStarter::ShellOpen(const ShellOpenRequest& request) {
-  const QString opener = folders_.FindCommand(QStringLiteral("xdg-open"));
-  return !opener.isEmpty() && QProcess::startDetached(opener, {request.target});
+bool ProcessStarter::ShellOpen(const QString& target) {
+  const QString opener = folders_.FindCommand(u"xdg-open"_s);
+  return !opener.isEmpty() && QProcess::startDetached(opener, {target});
 }
 
 void ProcessStarter::ShowFolder(const QString& path, std::function<void(bool)> done) {
   // A file manager that is not running but can be is started by the call itself.
   QDBusMessage call = QDBusMessage::createMethodCall(
-      QStringLiteral("org.freedesktop.FileManager1"),
-      QStringLiteral("/org/freedesktop/FileManager1"),
-      QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowFolders"));
+      u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
+      u"org.freedesktop.FileManager1"_s, u"ShowFolders"_s);
   const QString uri = QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded());
   call << QStringList{uri} << QString();
   bus_.Ask(call, &owned_, [done = std::move(done)](const QDBusMessage& reply) {

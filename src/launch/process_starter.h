@@ -23,7 +23,7 @@ class ProcessStarter : public ProgramStarter {
   ProcessStarter(XdgFolders folders, const Times& times);
 
   void Start(const ProgramRequest& request, std::function<void(ProgramStart)> done) override;
-  bool ShellOpen(const ShellOpenRequest& request) override;
+  bool ShellOpen(const QString& target) override;
   void ShowFolder(const QString& path, std::function<void(bool)> done) override;
 
  private:

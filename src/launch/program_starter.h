@@ -14,17 +14,6 @@ struct ProgramRequest {
   QString workingFolder;  // empty: the starter's own
 };
 
-// The desktop's "open" verb for a file or an address.
-struct ShellOpenRequest {
-  QString verb = QStringLiteral("open");
-  QString target;
-  // Every request carries these two texts. What the desktop opens takes neither parameters nor a
-  // folder that is not there, so nothing more becomes of them on this system.
-  QString parameters = QStringLiteral("0");
-  QString workingFolder = QStringLiteral("0");
-  int showMode = 1;  // a normal window
-};
-
 // What became of a program in its first moments.
 enum class ProgramStart {
   Running,         // it came up and still runs
@@ -48,7 +37,7 @@ class ProgramStarter {
   virtual void Start(const ProgramRequest& request, std::function<void(ProgramStart)> done) = 0;
 
   // Hands a target to the desktop's own opener. False when the system has none.
-  virtual bool ShellOpen(const ShellOpenRequest& request) = 0;
+  virtual bool ShellOpen(const QString& target) = 0;
 
   // Asks the desktop's file manager to show a folder; false when there is none that answers.
   virtual void ShowFolder(const QString& path, std::function<void(bool)> done) = 0;

@@ -6,6 +6,9 @@
 #include <QStandardPaths>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QStringList AbsoluteFolders(const QString& list) {
@@ -31,15 +34,13 @@ QStringList HomeThenOthers(const QString& home, const QString& others) {
 XdgFolders XdgFolders::FromEnvironment() {
   const QString home = QDir::homePath();
   XdgFolders folders;
-  folders.config = HomeThenOthers(Variable("XDG_CONFIG_HOME", home + QStringLiteral("/.config")),
-                                  Variable("XDG_CONFIG_DIRS", QStringLiteral("/etc/xdg")));
-  folders.data =
-      HomeThenOthers(Variable("XDG_DATA_HOME", home + QStringLiteral("/.local/share")),
-                     Variable("XDG_DATA_DIRS", QStringLiteral("/usr/local/share:/usr/share")));
+  folders.config = HomeThenOthers(Variable("XDG_CONFIG_HOME", home + u"/.config"_s),
+                                  Variable("XDG_CONFIG_DIRS", u"/etc/xdg"_s));
+  folders.data = HomeThenOthers(Variable("XDG_DATA_HOME", home + u"/.local/share"_s),
+                                Variable("XDG_DATA_DIRS", u"/usr/local/share:/usr/share"_s));
   folders.desktops =
       qEnvironmentVariable("XDG_CURRENT_DESKTOP").toLower().split(u':', Qt::SkipEmptyParts);
-  folders.commands =
-      AbsoluteFolders(Variable("PATH", QStringLiteral("/usr/local/bin:/usr/bin:/bin")));
+  folders.commands = AbsoluteFolders(Variable("PATH", u"/usr/local/bin:/usr/bin:/bin"_s));
   return folders;
 }
 

@@ -6,6 +6,9 @@
 #include "net/pattern.h"
 
 namespace zentorin::API_Web {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr QStringView kSchemeMark = u"://";
@@ -45,7 +48,7 @@ void CollapseParentStep(QString& path) {
     const qsizetype slash = at > 0 ? path.lastIndexOf(u'/', at - 1) : -1;
     if (slash < 0 || slash == at - 1) continue;
     const QString step = path.mid(slash, at + 4 - slash);
-    path.replace(step, QStringLiteral("/"));
+    path.replace(step, u"/"_s);
     return;
   }
 }
@@ -155,7 +158,7 @@ QString Resolve(const QString& baseDirectory, const QString& link) {
     result = base + u'/' + target;
   }
   CollapseParentStep(result);
-  result.replace(QStringLiteral("/./"), QStringLiteral("/"));
+  result.replace(u"/./"_s, u"/"_s);
   return result;
 }
 

@@ -5,9 +5,11 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 CurlList ParseConnectToMap(const QString& text) {
-  static const QRegularExpression form(QStringLiteral(
-      R"(\A(?:\[[0-9A-Fa-f:.]+\]|[^:\[\]\s]*):\d{0,5}:(?:\[[0-9A-Fa-f:.]+\]|[^:\[\]\s]*):\d{0,5}\z)"));
+  static const QRegularExpression form(
+      uR"(\A(?:\[[0-9A-Fa-f:.]+\]|[^:\[\]\s]*):\d{0,5}:(?:\[[0-9A-Fa-f:.]+\]|[^:\[\]\s]*):\d{0,5}\z)"_s);
   CurlList list;
   for (const QString& entry : text.split(u',', Qt::SkipEmptyParts)) {
     const QString trimmed = entry.trimmed();

@@ -7,6 +7,9 @@
 #include "net/request_address.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr long kMaxRedirects = 10;
@@ -75,12 +78,12 @@ CurlExchange::CurlExchange(HttpRequest request, std::vector<CURL*>& touched)
 bool CurlExchange::Prepare(curl_slist* connectTo) {
   const QByteArray address = WireAddress(request_.url);
   if (address.isEmpty()) {
-    Finish(HttpFailure::BadAddress, QStringLiteral("not an http or https address"));
+    Finish(HttpFailure::BadAddress, u"not an http or https address"_s);
     return false;
   }
   easy_.reset(curl_easy_init());
   if (!easy_) {
-    Finish(HttpFailure::Unreachable, QStringLiteral("out of memory"));
+    Finish(HttpFailure::Unreachable, u"out of memory"_s);
     return false;
   }
   SetOptions(address);
@@ -191,7 +194,7 @@ void CurlExchange::FinishWith(CURLcode code) {
   const bool isShort =
       code == CURLE_OK && !head_.Header("Content-Length").isEmpty() && !AnnouncedBytes();
   if (isShort) {
-    Finish(HttpFailure::CutOff, QStringLiteral("the announced length was not reached"));
+    Finish(HttpFailure::CutOff, u"the announced length was not reached"_s);
   } else {
     Finish(FailureOf(code, head_.status != 0),
            code == CURLE_OK ? QString() : QString::fromLocal8Bit(text));

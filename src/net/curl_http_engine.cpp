@@ -4,10 +4,14 @@
 #include <QPointer>
 #include <utility>
 
+#include <curl/curl.h>
+
 #include "net/connect_to_map.h"
 #include "net/curl_multi_loop.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
 namespace {
 
 using Event = CurlExchange::Event;
@@ -56,6 +60,15 @@ CurlHttpEngine::~CurlHttpEngine() = default;
 
 std::unique_ptr<HttpTransfer> CurlHttpEngine::Open(HttpRequest request) {
   return std::make_unique<CurlTransfer>(*loop_, loop_->Start(std::move(request)));
+}
+
+QString HttpLibraryVersion() {
+  const curl_version_info_data* info = curl_version_info(CURLVERSION_NOW);
+  QString text = QString::fromUtf8(info->version);
+  if (info->ssl_version != nullptr) {
+    text += u" (%1)"_s.arg(QString::fromUtf8(info->ssl_version));
+  }
+  return text;
 }
 
 }  // namespace zentorin

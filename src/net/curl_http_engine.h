@@ -26,4 +26,7 @@ class CurlHttpEngine : public HttpEngine {
   std::unique_ptr<CurlMultiLoop> loop_;
 };
 
+// Version of the HTTP library at run time and of what it uses for TLS: "7.88.1 (OpenSSL/3.0.9)".
+QString HttpLibraryVersion();
+
 }  // namespace zentorin

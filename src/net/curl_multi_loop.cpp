@@ -7,6 +7,9 @@
 #include "base/run_state.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr long kMaxIdleConnections = 64;
@@ -188,7 +191,7 @@ void CurlMultiLoop::CheckDeadline(CURL* handle) {
   if (left.count() > 0) {
     exchange->Deadline().start(left);
   } else {
-    End(exchange, HttpFailure::TimedOut, QStringLiteral("no byte came for too long"));
+    End(exchange, HttpFailure::TimedOut, u"no byte came for too long"_s);
   }
 }
 

@@ -7,6 +7,9 @@
 #include "net/charset_tally.h"
 
 namespace zentorin::modJUDG {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using Charsets::Tally;
@@ -140,17 +143,17 @@ int ScoreEuc(QByteArrayView bytes) {
 
 QString Judge(QByteArrayView bytes) {
   const int jis = ScoreJis(bytes);
-  if (jis >= kCertain) return QStringLiteral("JIS");
+  if (jis >= kCertain) return u"JIS"_s;
   const int unicode = ScoreUnicode(bytes);
-  if (unicode >= kCertain) return QStringLiteral("UNICODE");
+  if (unicode >= kCertain) return u"UNICODE"_s;
   const int utf8 = ScoreUtf8(bytes);
-  if (utf8 >= kCertain) return QStringLiteral("UTF8");
+  if (utf8 >= kCertain) return u"UTF8"_s;
   const int utf7 = ScoreUtf7(bytes);
-  if (utf7 >= kCertain) return QStringLiteral("UTF7");
+  if (utf7 >= kCertain) return u"UTF7"_s;
   const int shiftJis = ScoreShiftJis(bytes);
-  if (shiftJis >= kCertain) return QStringLiteral("SJIS");
+  if (shiftJis >= kCertain) return u"SJIS"_s;
   const int euc = ScoreEuc(bytes);
-  if (euc >= kCertain) return QStringLiteral("EUC");
+  if (euc >= kCertain) return u"EUC"_s;
   // The first of equals wins, so this order is the order of ties.
   using Entry = std::pair<int, const char*>;
   const std::array<Entry, 6> entries{

@@ -10,6 +10,9 @@
 #include "net/modjudg.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using std::chrono::seconds;
@@ -63,9 +66,9 @@ QString CharsetOfType(const QByteArray& contentType) {
 }
 
 QString CharsetOfMark(const QByteArray& bytes) {
-  if (bytes.startsWith("\xEF\xBB\xBF")) return QStringLiteral("UTF-8");
-  if (bytes.startsWith("\xFF\xFE")) return QStringLiteral("UTF-16LE");
-  if (bytes.startsWith("\xFE\xFF")) return QStringLiteral("UTF-16BE");
+  if (bytes.startsWith("\xEF\xBB\xBF")) return u"UTF-8"_s;
+  if (bytes.startsWith("\xFF\xFE")) return u"UTF-16LE"_s;
+  if (bytes.startsWith("\xFE\xFF")) return u"UTF-16BE"_s;
   return {};
 }
 
@@ -99,7 +102,7 @@ bool IsPlainHost(const QString& host) {
 }  // namespace
 
 QString HostOf(const QString& url) {
-  const qsizetype mark = url.indexOf(QStringLiteral("://"));
+  const qsizetype mark = url.indexOf(u"://"_s);
   if (mark < 0) return {};
   const qsizetype begin = mark + 3;
   const qsizetype slash = url.indexOf(u'/', begin);
@@ -107,10 +110,10 @@ QString HostOf(const QString& url) {
 }
 
 QString PathOf(const QString& url) {
-  const qsizetype mark = url.indexOf(QStringLiteral("://"));
+  const qsizetype mark = url.indexOf(u"://"_s);
   if (mark < 0) return {};
   const qsizetype slash = url.indexOf(u'/', mark + 3);
-  return slash < 0 ? QStringLiteral("/") : url.mid(slash);
+  return slash < 0 ? u"/"_s : url.mid(slash);
 }
 
 MyXMLHttpRequest::MyXMLHttpRequest(HttpEngine& engine, RunState& state)
@@ -153,7 +156,7 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool de
     page.text = Decode_ADDO::DecodeByTable(answer.body, charset);
   } else {
     QStringList charsets = OutwardCharsets(answer);
-    charsets.append(QStringLiteral("UTF-8"));
+    charsets.append(u"UTF-8"_s);
     page.text = Decode_ADDO::DecodeDocument(answer.body, charsets);
   }
   co_return page;
@@ -181,7 +184,7 @@ QCoro::Task<QString> MyXMLHttpRequest::QueryHeader(QString url, HeaderSelector s
   const seconds limit = timeout.count() == 0 ? kQueryTime : timeout;
   HttpRequest request;
   // Always plain HTTP on port 80, whatever the address's scheme: this program's rule.
-  request.url = QStringLiteral("http://") + host + QStringLiteral(":80") + PathOf(url);
+  request.url = u"http://"_s + host + u":80"_s + PathOf(url);
   request.headers = ReloadHeaders();
   request.useSystemProxy = true;
   request.connectTimeout = limit;

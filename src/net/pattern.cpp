@@ -6,6 +6,9 @@
 #include <chrono>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr QRegularExpression::PatternOptions kOptions =
@@ -56,23 +59,21 @@ qsizetype OffsetAfter(const QRegularExpressionMatch& match, QStringView text, qs
 Pattern::Pattern(const QString& expression)
     : expression_(expression), quick_(expression, kOptions) {
   // Without its compiled form the engine counts every step against its limit.
-  if (quick_.isValid())
-    careful_ = QRegularExpression(QStringLiteral("(*NO_JIT)") + expression, kOptions);
+  if (quick_.isValid()) careful_ = QRegularExpression(u"(*NO_JIT)"_s + expression, kOptions);
 }
 
 QString Pattern::Fault() const {
   if (!quick_.isValid()) {
-    return QStringLiteral("正規表現「%1」に誤りがあります（%2 文字目: %3）。")
-        .arg(expression_, QString::number(quick_.patternErrorOffset() + 1), quick_.errorString());
+    return u"正規表現「%1」に誤りがあります（%2 文字目: %3）。"_s.arg(
+        expression_, QString::number(quick_.patternErrorOffset() + 1), quick_.errorString());
   }
   if (GaveUp()) {
-    return QStringLiteral(
-               "正規表現「%1」は照合に時間が掛かり過ぎるため、以後の照合を中止しました。")
-        .arg(expression_);
+    return u"正規表現「%1」は照合に時間が掛かり過ぎるため、以後の照合を中止しました。"_s.arg(
+        expression_);
   }
   if (RanAway()) {
-    return QStringLiteral("正規表現「%1」の照合に時間が掛かり過ぎたため、%2 回打ち切りました。")
-        .arg(expression_, QString::number(runaways_));
+    return u"正規表現「%1」の照合に時間が掛かり過ぎたため、%2 回打ち切りました。"_s.arg(
+        expression_, QString::number(runaways_));
   }
   return {};
 }

@@ -6,6 +6,9 @@
 #include <string_view>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 bool IsControl(QChar c) {
@@ -17,8 +20,7 @@ bool IsAscii(QStringView text) {
 }
 
 qsizetype SchemeLength(const QString& url) {
-  for (const QLatin1StringView scheme :
-       {QLatin1StringView("http://"), QLatin1StringView("https://")}) {
+  for (const QLatin1StringView scheme : {"http://"_L1, "https://"_L1}) {
     if (url.startsWith(scheme, Qt::CaseInsensitive)) return scheme.size();
   }
   return 0;

@@ -15,6 +15,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 FileListMenu::FileListMenu(Workspace& workspace, MainControls& controls, QObject* parent)
     : QObject(parent), workspace_(workspace), commands_(workspace) {
   FillMenu(controls);
@@ -41,26 +43,24 @@ void FileListMenu::FillMenu(MainControls& controls) {
     connect(action, &QAction::triggered, this, command);
   };
   RunDriver& driver = workspace_.driver;
-  on(menu->AddEntry("mnuSelectAll", QStringLiteral("全て選択"), QKeySequence::SelectAll),
+  on(menu->AddEntry("mnuSelectAll", u"全て選択"_s, QKeySequence::SelectAll),
      [this] { commands_.SelectAll(); });
-  on(menu->AddEntry("mnuContext_List_Download_Kobetu", QStringLiteral("ダウンロード")),
+  on(menu->AddEntry("mnuContext_List_Download_Kobetu", u"ダウンロード"_s),
      [&driver] { driver.DownloadCommand(false); });
-  on(menu->AddEntry("mnuContext_List_Download_All", QStringLiteral("ダウンロード　一括")),
+  on(menu->AddEntry("mnuContext_List_Download_All", u"ダウンロード　一括"_s),
      [&driver] { driver.DownloadCommand(true); });
   menu->addSeparator();
-  on(menu->AddEntry("mnuContext_List_OpenSite", QStringLiteral("サイトを開く")),
+  on(menu->AddEntry("mnuContext_List_OpenSite", u"サイトを開く"_s),
      [this] { commands_.OpenSite(); });
-  on(menu->AddEntry("mnuContext_List_OpenSource", QStringLiteral("ソース")),
-     [this] { commands_.OpenSource(); });
-  on(menu->AddEntry("mnuContext_List_Play", QStringLiteral("再生／閲覧")),
-     [this] { commands_.Play(); });
+  on(menu->AddEntry("mnuContext_List_OpenSource", u"ソース"_s), [this] { commands_.OpenSource(); });
+  on(menu->AddEntry("mnuContext_List_Play", u"再生／閲覧"_s), [this] { commands_.Play(); });
   menu->addSeparator();
-  on(menu->AddEntry("mnuContext_List_Copy", QStringLiteral("コピー"), QKeySequence::Copy),
+  on(menu->AddEntry("mnuContext_List_Copy", u"コピー"_s, QKeySequence::Copy),
      [this] { QGuiApplication::clipboard()->setText(commands_.CopiedText()); });
-  on(menu->AddEntry("mnuContext_List_Search", QStringLiteral("検索"), QKeySequence::Find),
+  on(menu->AddEntry("mnuContext_List_Search", u"検索"_s, QKeySequence::Find),
      [this, &view] { ShowSearch(view.window()); });
   menu->addSeparator();
-  on(menu->AddEntry("mnuContext_List_Delete", QStringLiteral("削除"), QKeySequence::Delete),
+  on(menu->AddEntry("mnuContext_List_Delete", u"削除"_s, QKeySequence::Delete),
      [this] { commands_.Delete(); });
 }
 

@@ -22,14 +22,16 @@
 #include "base/message_boxes.h"
 #include "download/stream_capture.h"
 #include "launch/opener.h"
+#include "ui/dialogs/frm_input.h"
 #include "ui/dialogs/frm_setting.h"
-#include "ui/dialogs/template_help.h"
 #include "ui/file_list_binding.h"
+#include "ui/file_list_menu.h"
+#include "ui/help_commands.h"
 #include "ui/job_binding.h"
-#include "ui/list_menus.h"
 #include "ui/status_binding.h"
 #include "ui/tray_icon.h"
 #include "ui/url_list_binding.h"
+#include "ui/url_list_menu.h"
 #include "ui/widgets/key_filter.h"
 #include "ui/widgets/line_list_view.h"
 #include "ui/widgets/link_label.h"
@@ -38,6 +40,9 @@
 #include "ui/window_place.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr std::chrono::milliseconds kClockInterval(100);
@@ -61,12 +66,15 @@ frmMain::frmMain(const WindowContext& context)
                                                 *c_.lstTargetUrl)),
       files_(std::make_unique<FileListBinding>(context.workspace.files, *c_.lstUrl_All)),
       tray_(std::make_unique<TrayIcon>()),
-      menus_(std::make_unique<ListMenus>(context.workspace, c_)),
-      subUrlChoice_(new PatternChoice(*c_.cmbUrl_SubPattern, QStringLiteral("Timer_ComboSubUrl"))),
-      fileChoice_(new PatternChoice(*c_.cmbFilePattern, QStringLiteral("Timer_ComboFile"))) {
-  setObjectName(QStringLiteral("frmMain"));
+      urlListMenu_(std::make_unique<UrlListMenu>(context.workspace, *c_.lstTargetUrl)),
+      fileListMenu_(std::make_unique<FileListMenu>(context.workspace, c_)),
+      help_(std::make_unique<HelpCommands>(context.workspace.world.opener,
+                                           context.workspace.world.messages, c_)),
+      subUrlChoice_(new PatternChoice(*c_.cmbUrl_SubPattern, u"Timer_ComboSubUrl"_s)),
+      fileChoice_(new PatternChoice(*c_.cmbFilePattern, u"Timer_ComboFile"_s)) {
+  setObjectName(u"frmMain"_s);
   setWindowTitle(ProductTitle());
-  setWindowIcon(QIcon(QStringLiteral(":/icons/zentorin.svg")));
+  setWindowIcon(QIcon(u":/icons/zentorin.svg"_s));
   c_.cmdDebug->hide();
   SetKeyFilters();
   ConnectCommands();
@@ -135,7 +143,6 @@ void frmMain::ConnectCommands() {
   connect(c_.cmdLog, &QPushButton::clicked, this, &frmMain::ShowLog);
   connect(c_.cmdDebug, &QPushButton::clicked, this, &frmMain::ShowDiagnostics);
   connect(c_.cmdClose, &QPushButton::clicked, this, &QWidget::close);
-  connect(c_.lblFormat, &LinkLabel::Activated, this, &frmMain::ShowTemplateHelp);
   const auto* escape = new QShortcut(Qt::Key_Escape, this);
   connect(escape, &QShortcut::activated, this, [this, &driver] {
     const StatusBoard& board = context_.workspace.board;
@@ -164,9 +171,9 @@ void frmMain::ConnectSaveFolder() {
 void frmMain::ConnectPatterns() {
   JobEditor& job = context_.workspace.job;
   connect(subUrlChoice_, &PatternChoice::DoubleClicked, this,
-          [this] { menus_->OpenInputEditor(c_.cmbUrl_SubPattern); });
+          [this] { OpenInputEditor(c_.cmbUrl_SubPattern); });
   connect(fileChoice_, &PatternChoice::DoubleClicked, this,
-          [this] { menus_->OpenInputEditor(c_.cmbFilePattern); });
+          [this] { OpenInputEditor(c_.cmbFilePattern); });
   connect(subUrlChoice_, &PatternChoice::Chosen, this,
           [&job](const QString& expression) { job.Edit(TargetUrlItem::SubPattern, expression); });
   connect(fileChoice_, &PatternChoice::Chosen, this,
@@ -202,11 +209,11 @@ void frmMain::ConnectTray() {
 
 void frmMain::SetKeyFilters() {
   using Mode = KeyFilter::Mode;
-  new KeyFilter(QStringLiteral("[0123456789.]"), Mode::OnlyMatching, c_.cmbDate);
+  new KeyFilter(u"[0123456789.]"_s, Mode::OnlyMatching, c_.cmbDate);
   for (QComboBox* combo : {c_.cmbBefore_0, c_.cmbBefore_1, c_.cmbDepth}) {
-    new KeyFilter(QStringLiteral("[0-9]"), Mode::OnlyMatching, combo);
+    new KeyFilter(u"[0-9]"_s, Mode::OnlyMatching, combo);
   }
-  new KeyFilter(QStringLiteral("[/:*?\"|<>]"), Mode::AllButMatching, c_.txtSavePath);
+  new KeyFilter(u"[/:*?\"|<>]"_s, Mode::AllButMatching, c_.txtSavePath);
 }
 
 void frmMain::ScheduleLayout() {
@@ -219,7 +226,7 @@ void frmMain::LayOut() {
 
 void frmMain::ShowTitle(QString title) {
   // Qt's place for a mark of its own; doubled it stands for itself.
-  setWindowTitle(title.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+  setWindowTitle(title.replace(u"[*]"_s, u"[*][*]"_s));
 }
 
 void frmMain::ShowClock() {
@@ -288,7 +295,7 @@ QCoro::Task<void> frmMain::PickSaveFolder() {
   Workspace& workspace = context_.workspace;
   const QString before = workspace.job[TargetUrlItem::SavePath];
   FileDialog dialog;
-  dialog.title = QStringLiteral("保存フォルダの指定");
+  dialog.title = u"保存フォルダの指定"_s;
   dialog.folder = workspace.drives.ToSystemPath(before);
   const QString folder = co_await context_.dialogs.AskForFolder(dialog);
   // A run that began behind the dialog works on a job of its own.
@@ -296,29 +303,37 @@ QCoro::Task<void> frmMain::PickSaveFolder() {
   workspace.job.Edit(TargetUrlItem::SavePath, workspace.drives.ToStoredPath(folder));
 }
 
-QCoro::Task<void> frmMain::ShowTemplateHelp() {
-  MessageBox box;
-  box.title = QStringLiteral("書式設定例");
-  box.text = TemplateHelpText();
-  co_await context_.workspace.world.messages.Ask(box);
-}
-
 QCoro::Task<void> frmMain::ShowLog() {
   Workspace& workspace = context_.workspace;
   MessageBox box;
   if (!workspace.log.Exists()) {
-    box.text = QStringLiteral("ログファイルを生成されていません！");
+    box.text = u"ログファイルを生成されていません！"_s;
     co_await workspace.world.messages.Ask(box);
     co_return;
   }
   QString text;
   const FileOutcome outcome = workspace.log.Read(text);
   if (outcome.Ok()) {
-    workspace.world.opener.ShowText(text, QStringLiteral("log.txt"));
+    workspace.world.opener.ShowText(text, u"log.txt"_s);
     co_return;
   }
   box = MessageBox::Error(outcome.message);
   co_await workspace.world.messages.Ask(box);
+}
+
+void frmMain::OpenInputEditor(QComboBox* target) {
+  auto* editor = new frmInput(target->currentText(), target->window());
+  editor->setAttribute(Qt::WA_DeleteOnClose);
+  editor->SetTag(u"no_commandline"_s);
+  editor->PlaceBelow(QRect(target->mapToGlobal(QPoint()), target->size()));
+  JobEditor& job = context_.workspace.job;
+  const auto field =
+      target == c_.cmbFilePattern ? TargetUrlItem::FilePattern : TargetUrlItem::SubPattern;
+  connect(editor, &frmInput::ValueAccepted, this,
+          [&job, field](const QString& value) { job.Edit(field, value); });
+  // An unattended run may turn to another job while the editor is open.
+  connect(&job, &JobEditor::Loaded, editor, &QDialog::reject);
+  editor->open();
 }
 
 void frmMain::OpenSettings() {
@@ -338,14 +353,13 @@ void frmMain::ShowDiagnostics() {
   Workspace& workspace = context_.workspace;
   const QStringList lines{
       ProductName() + u' ' + ProductVersion(),
-      QStringLiteral("プログラムのフォルダ: ") + workspace.drives.ProgramFolder(),
-      QStringLiteral("ＵＲＬリスト: ") + workspace.urlList.CurrentListFile(),
-      QStringLiteral("ファイルリスト: %1 行、選択 %2 行")
-          .arg(workspace.files.Count())
+      u"プログラムのフォルダ: "_s + workspace.drives.ProgramFolder(),
+      u"ＵＲＬリスト: "_s + workspace.urlList.CurrentListFile(),
+      u"ファイルリスト: %1 行、選択 %2 行"_s.arg(workspace.files.Count())
           .arg(workspace.files.SelectedCount()),
-      QStringLiteral("選択中の行: ") + workspace.job.Fields().ToLine(),
+      u"選択中の行: "_s + workspace.job.Fields().ToLine(),
   };
-  workspace.world.opener.ShowText(lines.join(QLatin1String("\r\n")), QStringLiteral("Debug"));
+  workspace.world.opener.ShowText(lines.join("\r\n"_L1), u"Debug"_s);
 }
 
 }  // namespace zentorin

@@ -15,13 +15,15 @@ namespace zentorin {
 class AutoRun;
 class FileDialogs;
 class FileListBinding;
+class FileListMenu;
+class HelpCommands;
 class JobBinding;
 class ListCommands;
-class ListMenus;
 class PatternChoice;
 class StatusBinding;
 class TrayIcon;
 class UrlListBinding;
+class UrlListMenu;
 class Workspace;
 class frmSetting;
 
@@ -86,10 +88,11 @@ class frmMain : public QMainWindow {
   void ShowClock();
   void MoveToTray();
   void ShowDiagnostics();
+  // Edits the text of a pattern box at a larger size.
+  void OpenInputEditor(QComboBox* target);
   void OpenSettings();
   QCoro::Task<void> Close();
   QCoro::Task<void> PickSaveFolder();
-  QCoro::Task<void> ShowTemplateHelp();
   QCoro::Task<void> ShowLog();
 
   WindowContext context_;
@@ -100,7 +103,9 @@ class frmMain : public QMainWindow {
   std::unique_ptr<UrlListBinding> urlList_;
   std::unique_ptr<FileListBinding> files_;
   std::unique_ptr<TrayIcon> tray_;
-  std::unique_ptr<ListMenus> menus_;
+  std::unique_ptr<UrlListMenu> urlListMenu_;
+  std::unique_ptr<FileListMenu> fileListMenu_;
+  std::unique_ptr<HelpCommands> help_;
   std::unique_ptr<frmSetting> setting_;  // the dialog as it was opened last
   PatternChoice* subUrlChoice_ = nullptr;
   PatternChoice* fileChoice_ = nullptr;

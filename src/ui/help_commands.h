@@ -23,6 +23,7 @@ class HelpCommands : public QObject {
   // Path of a page; empty, and the user told, when the help is not there.
   QString PathOf(HelpPage page);
   void Open(HelpPage page);
+  void ShowTemplateHelp();
   void ShowAbout(QWidget* window);
 
   Opener& opener_;

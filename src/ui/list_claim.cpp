@@ -16,6 +16,9 @@
 #include <unistd.h>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr std::chrono::milliseconds kAnswerTime(3000);
@@ -58,8 +61,8 @@ ListClaim::~ListClaim() {
 
 QString ListClaim::RuntimeFolder() {
   const QString base = qEnvironmentVariable("XDG_RUNTIME_DIR");
-  if (!base.isEmpty()) return base + QStringLiteral("/zentorin");
-  return QStringLiteral("/tmp/zentorin-%1").arg(::geteuid());
+  if (!base.isEmpty()) return base + u"/zentorin"_s;
+  return u"/tmp/zentorin-%1"_s.arg(::geteuid());
 }
 
 // Named after the file that the path leads to, so that every path to it means the same claim.
@@ -75,7 +78,7 @@ bool ListClaim::Take(const QString& listFile) {
   if (wanted == claimed_) return true;
   GiveUp();
   if (wanted.isEmpty() || folder_.isEmpty()) return true;
-  const QByteArray lockFile = QFile::encodeName(wanted + QStringLiteral(".lock"));
+  const QByteArray lockFile = QFile::encodeName(wanted + u".lock"_s);
   const int lock = ::open(lockFile.constData(), O_RDWR | O_CREAT | O_CLOEXEC, kOnlyUserFile);
   if (lock < 0) return true;
   if (::flock(lock, LOCK_EX | LOCK_NB) != 0) {
@@ -85,7 +88,7 @@ bool ListClaim::Take(const QString& listFile) {
   lock_ = lock;
   claimed_ = wanted;
   // With the lock held, a socket that lies there was left behind by a crash.
-  const QString socket = wanted + QStringLiteral(".socket");
+  const QString socket = wanted + u".socket"_s;
   QLocalServer::removeServer(socket);
   server_.listen(socket);
   return true;
@@ -101,7 +104,7 @@ void ListClaim::GiveUp() {
 QCoro::Task<bool> ListClaim::RaiseHolder(QString listFile) {
   if (folder_.isEmpty()) co_return false;
   QLocalSocket socket;
-  socket.connectToServer(BaseName(listFile) + QStringLiteral(".socket"));
+  socket.connectToServer(BaseName(listFile) + u".socket"_s);
   if (socket.state() == QLocalSocket::UnconnectedState) co_return false;
   socket.write(Wish() + ActivationToken() + '\n');
   const auto answered = co_await qCoro(&socket, &QLocalSocket::readyRead, kAnswerTime);

@@ -17,6 +17,9 @@
 #include "ui/widgets/link_label.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Pixels. Those of the resize rules stand beside their rule below.
@@ -115,8 +118,8 @@ void MainLayout::PlaceTop(int width) {
       std::max(c_.Label7->sizeHint().height(), c_.lblTime->sizeHint().height()) + kLine;
   // frTime is right-aligned, 15 px from the edge.
   const int labelWidth =
-      std::max({TextWidth(c_.lblTimeLbl, QStringLiteral("LocalTime")), HintWidth(c_.lblTimeLbl)});
-  const int timeWidth = TextWidth(c_.lblTime, QStringLiteral("2000/00/00 00:00:00")) + kGap;
+      std::max({TextWidth(c_.lblTimeLbl, u"LocalTime"_s), HintWidth(c_.lblTimeLbl)});
+  const int timeWidth = TextWidth(c_.lblTime, u"2000/00/00 00:00:00"_s) + kGap;
   const int timeFrame = labelWidth + kGap + timeWidth;
   Put(c_.frTime, width - timeFrame - 15, kLine, timeFrame, line);
   Row(0, 0, line).Add(c_.lblTimeLbl, labelWidth).Add(c_.lblTime, timeWidth);
@@ -166,7 +169,7 @@ void MainLayout::PlaceBottom(QSize inner) {
 }
 
 int MainLayout::CancelWidth() const {
-  return HintWidth(c_.cmdCancel) + TextWidth(c_.cmdCancel, QStringLiteral("キャンセル処理中")) -
+  return HintWidth(c_.cmdCancel) + TextWidth(c_.cmdCancel, u"キャンセル処理中"_s) -
          TextWidth(c_.cmdCancel, c_.cmdCancel->text());
 }
 
@@ -184,7 +187,7 @@ void MainLayout::PlaceStatus() {
 void MainLayout::PlaceProgressFrame() {
   const int row = c_.frProgress_o->height();
   const int counter =
-      std::max(HintWidth(c_.lblProgress_o), TextWidth(c_.lblProgress_o, QStringLiteral("000/000")));
+      std::max(HintWidth(c_.lblProgress_o), TextWidth(c_.lblProgress_o, u"000/000"_s));
   Put(c_.lblProgress_o, 0, 0, counter, row);
   const int left = counter + kGap;
   Put(c_.frProgress_0, left, row / 4, c_.frProgress_o->width() - left - 5, row / 2);
@@ -274,7 +277,7 @@ void MainLayout::PlaceDateMode(int width) {
       .Add(c_.lblBefore_1);
   top += row + kLine;
   const int zone = HintWidth(c_.lblBefore_2);
-  const int dates = TextWidth(c_.lblBeforeDate, QStringLiteral("2000/00/00～2000/00/00")) + kGap;
+  const int dates = TextWidth(c_.lblBeforeDate, u"2000/00/00～2000/00/00"_s) + kGap;
   Row(0, top, row).Add(c_.lblBeforeDate, dates).Add(c_.lblBefore_2, zone);
 }
 
@@ -306,8 +309,8 @@ int MainLayout::PlaceSave(int top) {
   Put(c_.cmdGo_All_1, goWidth + kGap, 0, width - goWidth - kGap, row);
   below += row + kLine;
   // The row count is right-aligned, 10 px from the frame's edge.
-  const int count = std::max(HintWidth(c_.lblUrl_All_Cnt),
-                             TextWidth(c_.lblUrl_All_Cnt, QStringLiteral("0000000")));
+  const int count =
+      std::max(HintWidth(c_.lblUrl_All_Cnt), TextWidth(c_.lblUrl_All_Cnt, u"0000000"_s));
   Put(c_.lblUrl_All_Cnt, c_.frSite->x() + c_.frSite->width() - count - 10, c_.frSite->y() + below,
       count, std::min(row, c_.frSite->height() - below));
   return below + row;

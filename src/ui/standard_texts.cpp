@@ -8,11 +8,12 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 void ShowStandardTextsInJapanese() {
   QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
   auto* translator = new QTranslator(QCoreApplication::instance());
-  if (translator->load(QStringLiteral("qtbase_ja"),
-                       QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+  if (translator->load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QCoreApplication::installTranslator(translator);
   }
 }

@@ -3,8 +3,10 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 TrayIcon::TrayIcon(QObject* parent)
-    : QObject(parent), icon_(QIcon(QStringLiteral(":/icons/zentorin.svg")), this) {
+    : QObject(parent), icon_(QIcon(u":/icons/zentorin.svg"_s), this) {
   connect(&icon_, &QSystemTrayIcon::activated, this,
           [this](QSystemTrayIcon::ActivationReason reason) {
             // Desktops differ in which of the two they report for the usual way to open.

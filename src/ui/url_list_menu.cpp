@@ -10,6 +10,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 UrlListMenu::UrlListMenu(Workspace& workspace, LineListView& view, QObject* parent)
     : QObject(parent), commands_(workspace) {
   auto* menu = new ContextMenu("mnuContext_TargetUrl", view);
@@ -20,21 +22,21 @@ UrlListMenu::UrlListMenu(Workspace& workspace, LineListView& view, QObject* pare
   const auto on = [this](const QAction* action, auto command) {
     connect(action, &QAction::triggered, this, command);
   };
-  on(menu->AddEntry("mnuContext_TargetUrl_OpenSite", QStringLiteral("サイトを開く")),
+  on(menu->AddEntry("mnuContext_TargetUrl_OpenSite", u"サイトを開く"_s),
      [this] { commands_.OpenSite(); });
-  on(menu->AddEntry("mnuContext_TargetUrl_OpenSource", QStringLiteral("ソース")),
+  on(menu->AddEntry("mnuContext_TargetUrl_OpenSource", u"ソース"_s),
      [this] { commands_.OpenSource(); });
   menu->addSeparator();
-  on(menu->AddEntry("mnuTargetUrl_Copy", QStringLiteral("コピー"), QKeySequence::Copy), [this] {
+  on(menu->AddEntry("mnuTargetUrl_Copy", u"コピー"_s, QKeySequence::Copy), [this] {
     const QString text = commands_.CopiedText();
     if (!text.isEmpty()) QGuiApplication::clipboard()->setText(text);
   });
-  on(menu->AddEntry("mnuTargetUrl_Paste", QStringLiteral("貼り付け"), QKeySequence::Paste),
+  on(menu->AddEntry("mnuTargetUrl_Paste", u"貼り付け"_s, QKeySequence::Paste),
      [this] { commands_.Paste(QGuiApplication::clipboard()->text()); });
   menu->addSeparator();
-  on(menu->AddEntry("mnuTargetUrl_Add", QStringLiteral("追加（下）"), Qt::Key_Insert),
+  on(menu->AddEntry("mnuTargetUrl_Add", u"追加（下）"_s, Qt::Key_Insert),
      [this] { commands_.Add(); });
-  on(menu->AddEntry("mnuTargetUrl_Del", QStringLiteral("削除"), QKeySequence::Delete),
+  on(menu->AddEntry("mnuTargetUrl_Del", u"削除"_s, QKeySequence::Delete),
      [this] { commands_.Delete(); });
   connect(&view, &QAbstractItemView::doubleClicked, this, [this] { commands_.OpenSite(); });
 }

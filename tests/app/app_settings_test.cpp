@@ -7,6 +7,9 @@
 #include "tests/support/temp_dir.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const char* const kDefaultFile =
@@ -25,22 +28,22 @@ TEST(AppSettings, AreWrittenInTheirOrderToTheByte) {
 
 TEST(AppSettings, ReadKeysInAnyLetterCaseAndSkipWhatIsNoSetting) {
   const TempDir dir;
-  const QString text = QStringLiteral(
-      "  Form Left = 7\r\nform top = x\nFORM RIGHT =   900 px\r\nform bottom = 1 = 2\r\n"
+  const QString text =
+      u"  Form Left = 7\r\nform top = x\nFORM RIGHT =   900 px\r\nform bottom = 1 = 2\r\n"
       "default save path =   保存 先 \r\nopen folder = 0\r\nunknown = 1\r\nno setting\r\n\r\n"
       "vlc show = 1\r\nGMT use = 1\r\ngmt use = 1\r\nGMT diff = 3\r\nvlc wma to mp3 = no\r\n"
       "streaming tool = 99999999999999999999\r\nauto close = 1\r\nadd date = 1\r\n"
-      "add date format = yyyy-\r\nform top=5\r\n");
+      "add date format = yyyy-\r\nform top=5\r\n"_s;
   AppSettings settings;
   settings.formTop = 1;
   settings.clock.gmtDiffHours = -5;
   ASSERT_TRUE(settings.Load(dir.Write("Conf.txt", EncodeAnsi(text).bytes)).Ok());
   ASSERT_TRUE(settings.Save(dir.Path("again.txt")).Ok());
-  const QString again = QStringLiteral(
-      "form left = 7\r\nform top = 0\r\nform right = 900\r\nform bottom = 700\r\n"
+  const QString again =
+      u"form left = 7\r\nform top = 0\r\nform right = 900\r\nform bottom = 700\r\n"
       "default save path = 保存 先 \r\nopen folder = 0\r\nvlc show = 1\r\nGMT use = 0\r\n"
       "GMT diff = 9\r\nvlc wma to mp3 = 0\r\nstreaming tool = 2147483647\r\nauto close = 1\r\n"
-      "add date = 1\r\nadd date format = yyyy-\r\n");
+      "add date = 1\r\nadd date format = yyyy-\r\n"_s;
   EXPECT_EQ(DecodeAnsi(dir.Read("again.txt")), again)
       << "a value with the separator is skipped, and the clock's lines are never read back";
 }

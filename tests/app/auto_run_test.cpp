@@ -11,6 +11,9 @@
 #include "tests/support/loopback_server.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // A workspace with an empty list open at 23:30:05, and everything that an armed run says.
@@ -113,7 +116,7 @@ TEST_F(AutoRunTest, ACancelEndsTheCountdownAndTheCommandBesideIt) {
   server.Route("/0", Answer().Ends(Answer::Ending::Silent));
   for (int job = 0; job < 2; ++job) {
     TargetUrlItem item;
-    item.Set(TargetUrlItem::Root, QStringLiteral("http://site.test/%1").arg(job));
+    item.Set(TargetUrlItem::Root, u"http://site.test/%1"_s.arg(job));
     item.Set(TargetUrlItem::FilePattern, "(a)");
     urls.InsertBelow(job - 1, item);
   }

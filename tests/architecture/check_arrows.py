@@ -10,8 +10,8 @@ import re
 import sys
 
 # A room may include itself and every room of a lower floor, never its neighbours.
-FLOORS = [["base"], ["net", "jobs", "launch"], ["crawl"], ["download"], ["download/stream"], ["app"],
-          ["ui/widgets"], ["ui/dialogs"], ["ui"]]
+FLOORS = [["base"], ["net", "jobs", "launch", "power"], ["crawl"], ["download"], ["download/stream"], ["app"],
+          ["terminal", "ui/widgets"], ["ui/dialogs"], ["ui"]]
 FLOOR_OF = {room: floor for floor, rooms in enumerate(FLOORS) for room in rooms}
 CORE_FLOORS = FLOOR_OF["app"]  # the floors below this one are zentorin_core
 

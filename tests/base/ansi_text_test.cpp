@@ -7,6 +7,9 @@
 #include <gtest/gtest.h>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 TEST(AnsiText, DecodesTheCodePageAndMarksEveryByteThatIsNoCharacter) {
@@ -27,7 +30,7 @@ TEST(AnsiText, DecodesTheCodePageAndMarksEveryByteThatIsNoCharacter) {
 TEST(AnsiText, EncodesExactlyOrNotAtAll) {
   int accepted = 0;
   for (char32_t unit = 0; unit <= 0xFFFF; ++unit) {
-    const QString text = QStringLiteral("あ") + QChar(static_cast<char16_t>(unit));
+    const QString text = u"あ"_s + QChar(static_cast<char16_t>(unit));
     const AnsiBytes ansi = EncodeAnsi(text);
     if (!ansi.fault) {
       ++accepted;
@@ -43,7 +46,7 @@ TEST(AnsiText, NamesTheFirstCharacterThatCannotBeKept) {
   for (const auto& [text, position, character] :
        {Case("a¥b", 1, "¥"), Case("日本〜😀", 2, "〜"), Case("日本😀€", 2, "😀"),
         Case(QString(QChar(0xD83D)), 0, QString(QChar(0xD83D))),
-        Case(QString(QChar(0xDE00)) + QLatin1Char('a'), 0, QString(QChar(0xDE00))),
+        Case(QString(QChar(0xDE00)) + u'a', 0, QString(QChar(0xDE00))),
         Case("\uFFFD", 0, "\uFFFD")}) {
     const AnsiBytes ansi = EncodeAnsi(text);
     const UnencodableCharacter fault = ansi.fault.value_or(UnencodableCharacter{});

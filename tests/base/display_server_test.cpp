@@ -9,6 +9,9 @@
 #include "tests/support/temp_dir.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 TEST(DisplayServer, ADisplayThatNobodyServesIsNone) {
@@ -18,7 +21,7 @@ TEST(DisplayServer, ADisplayThatNobodyServesIsNone) {
   QLocalServer silent;
   const QByteArray number = QByteArray::number(QCoreApplication::applicationPid());
   silent.setSocketOptions(QLocalServer::AbstractNamespaceOption);
-  ASSERT_TRUE(silent.listen(QStringLiteral("/tmp/.X11-unix/X") + number));
+  ASSERT_TRUE(silent.listen(u"/tmp/.X11-unix/X"_s + number));
   for (const QByteArray& x11 : {QByteArray(":54321"), QByteArray("no display"), ':' + number}) {
     qputenv("DISPLAY", x11);
     qputenv("WAYLAND_DISPLAY", gone);

@@ -40,7 +40,7 @@ TEST(FileNames, CleansNamesFromPages) {
                                     Case("Com9.txt", "_Com9.txt"),
                                     Case("COM0", "COM0"),
                                     Case("console", "console"),
-                                    Case("NUL" + Repeated(" ", 300) + QLatin1Char('x'), "_NUL"),
+                                    Case("NUL" + Repeated(" ", 300) + u'x', "_NUL"),
                                     Case(Repeated("a", 300) + ".mp3", Repeated("a", 251) + ".mp3"),
                                     Case(Repeated("日", 100) + ".mp3", Repeated("日", 83) + ".mp3"),
                                     Case(Repeated("😀", 100), Repeated("😀", 63)),

@@ -18,6 +18,8 @@
 
 namespace zentorin::test {
 
+using namespace Qt::Literals::StringLiterals;
+
 // One selected job on a site that the loopback server serves as http://h.test/ (and any other
 // host). Links are all that is quoted after "href=", files are what ends in ".mp3".
 class CrawlTest : public testing::Test {
@@ -66,9 +68,7 @@ class CrawlTest : public testing::Test {
     for (int row = 0; row < files_.Count(); ++row) rows << files_.Row(row).ToText();
     return Short(rows.join(u'\n').replace(u'\t', u'|'));
   }
-  static QString Short(QString text) {
-    return text.replace(QLatin1String("http://h.test"), QLatin1String("~"));
-  }
+  static QString Short(QString text) { return text.replace("http://h.test"_L1, "~"_L1); }
   void ExpectLinks(const char* links, const char* when) const {
     EXPECT_EQ(Links().toStdString(), links) << when;
     EXPECT_EQ(board_.FileCount(), QString::number(files_.Count())) << when;

@@ -5,6 +5,9 @@
 #include "tests/crawl/memory_engine.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using Generator = CrawlTest;
@@ -166,7 +169,7 @@ TEST_F(Generator, NamesARunawayExpressionOnceAtTheEnd) {
   EXPECT_EQ(Generate(), GenerateResult::Finished);
   EXPECT_TRUE(failed_);
   ASSERT_EQ(messages_.boxes.size(), 1U);
-  EXPECT_TRUE(messages_.Texts()[0].contains(QLatin1String("(x+x+)+[yz]")));
+  EXPECT_TRUE(messages_.Texts()[0].contains("(x+x+)+[yz]"_L1));
 }
 
 TEST_F(Generator, ACancelKeepsTheRowsFoundSoFar) {

@@ -9,7 +9,6 @@
 
 #include "crawl/file_list_search.h"
 #include "crawl/file_list_sorter.h"
-#include "crawl/row_address.h"
 
 namespace zentorin {
 namespace {

@@ -8,6 +8,9 @@
 #include "tests/support/random_text.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QStringList Tags(const QString& page) {
@@ -48,7 +51,7 @@ TEST(TagSplitter, HostilePagesCostTimeInProportion) {
   const qsizetype many = 25'000'000;
   EXPECT_EQ(TagSplitter::CountTags(QString(many, u'<')), 0);
   EXPECT_EQ(TagSplitter::CountTags(u'<' + QString(many, u'x') + u'>'), 1);
-  EXPECT_EQ(TagSplitter::CountTags(QStringLiteral("<\\").repeated(many / 2)), 0);
+  EXPECT_EQ(TagSplitter::CountTags(u"<\\"_s.repeated(many / 2)), 0);
 }
 
 }  // namespace

@@ -107,7 +107,7 @@ TEST(SaveFolder, TheProgramsOwnFilesAreNotWrittenOver) {
   EXPECT_NE(folder.Forbids(home.Path("Conf.txt")), 0);
   EXPECT_NE(folder.Forbids(home.Path("jobs.dat")), 0);
   EXPECT_EQ(folder.Forbids(home.Path("a.mp3")), 0);
-  EXPECT_EQ(folder.Forbids(home.Path(QString(5000, QLatin1Char('x')))),
+  EXPECT_EQ(folder.Forbids(home.Path(QString(5000, u'x'))),
             static_cast<int>(RunTimeError::BadFileName));
 }
 

@@ -10,6 +10,9 @@
 #include "tests/support/temp_dir.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using Field = TargetUrlItem::Field;
@@ -24,7 +27,7 @@ const QByteArray kSample =
 TEST(UrlListFile, WritesAndReadsEveryKeyOfAJobToTheByte) {
   TargetUrlItem item;
   for (int field = 1; field < TargetUrlItem::kFieldCount; ++field) {
-    item.Set(static_cast<Field>(field), QStringLiteral("v%1").arg(field));
+    item.Set(static_cast<Field>(field), u"v%1"_s.arg(field));
   }
   item.Set(Field::Date, {});
   item.Set(Field::Before, ",");

@@ -9,6 +9,9 @@
 #include "tests/launch/xdg_tree.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 std::string IdsOf(const InstalledPrograms& programs) {
@@ -75,7 +78,7 @@ TEST(InstalledPrograms, HostileEntriesAreNoPrograms) {
         Case("line-feed", head + "Exec=pl\\nay\n"), Case("relative", head + "Exec=../bin/play\n"),
         Case("first-counts", head + "Exec=missing\nExec=play\n"),
         Case("before-group", "Exec=play\n" + head)})
-    tree.Write(QStringLiteral("data/applications/%1.desktop").arg(name), bytes);
+    tree.Write(u"data/applications/%1.desktop"_s.arg(name), bytes);
   const QByteArray pipe = tree.Path("data/applications/pipe.desktop").toUtf8();
   ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
 

@@ -17,6 +17,9 @@
 #include "tests/support/recording_starter.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using std::chrono::milliseconds;
@@ -96,7 +99,7 @@ TEST_F(ProcessStarterTest, ThingsOpenInStubProgramsThatAreRegisteredByDesktopEnt
   opener.OpenFolder(tree_.Path("my folder"));
 
   const auto written = [&](const char* name) {
-    const QString file = QStringLiteral("bin/%1.out").arg(name);
+    const QString file = u"bin/%1.out"_s.arg(name);
     EXPECT_TRUE(RunUntil([&] { return QFile::exists(tree_.Path(file)); })) << name;
     return QString::fromUtf8(tree_.Read(file));
   };

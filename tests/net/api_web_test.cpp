@@ -10,6 +10,9 @@
 #include "tests/support/random_text.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using Pair = std::pair<const char*, const char*>;
@@ -124,16 +127,14 @@ TEST(ApiWeb, TheScansEqualTheExpressionsThatTheyStandFor) {
 
 TEST(ApiWeb, HostilePagesCostTimeInProportion) {
   const qsizetype many = 1'000'000;
-  EXPECT_EQ(API_Web::BaseElement(QStringLiteral("<base href=\"").repeated(many)), u"");
-  EXPECT_EQ(API_Web::BaseElement(QStringLiteral("<base href=\"") + QString(50 * many, u'x')), u"");
-  EXPECT_EQ(API_Web::BaseElement(QStringLiteral("<base href=\"%1\">").arg(QString(many, u'x'))),
-            u"")
+  EXPECT_EQ(API_Web::BaseElement(u"<base href=\""_s.repeated(many)), u"");
+  EXPECT_EQ(API_Web::BaseElement(u"<base href=\""_s + QString(50 * many, u'x')), u"");
+  EXPECT_EQ(API_Web::BaseElement(u"<base href=\"%1\">"_s.arg(QString(many, u'x'))), u"")
       << "no server takes such an address";
-  EXPECT_EQ(API_Web::StreamLink(QStringLiteral("href=\"mms://").repeated(many)).size(),
-            (many - 1) * 12 - 1);
-  EXPECT_EQ(API_Web::StreamLink(QStringLiteral("href   ").repeated(many)), u"");
+  EXPECT_EQ(API_Web::StreamLink(u"href=\"mms://"_s.repeated(many)).size(), (many - 1) * 12 - 1);
+  EXPECT_EQ(API_Web::StreamLink(u"href   "_s.repeated(many)), u"");
   EXPECT_EQ(API_Web::StripQuotes(QString(many, u'\''), false), u"");
-  EXPECT_EQ(API_Web::Resolve({}, QStringLiteral("/../").repeated(many)).size(), 4 * many);
+  EXPECT_EQ(API_Web::Resolve({}, u"/../"_s.repeated(many)).size(), 4 * many);
 }
 
 }  // namespace

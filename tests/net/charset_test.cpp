@@ -10,6 +10,9 @@
 #include "net/modjudg.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using modJUDG::kCertain;
@@ -143,7 +146,7 @@ TEST(DecodeAddo, EachUndecodableByteBecomesAReplacementCharacter) {
 }
 
 TEST(DecodeAddo, TheTableOfPageNamesHasItsGaps) {
-  const QByteArray utf8 = QStringLiteral("あ").toUtf8();
+  const QByteArray utf8 = u"あ"_s.toUtf8();
   for (const char* name : {"UTF8", "UTF-8", "ISO-8859-1", "UNICODE"}) {
     EXPECT_EQ(Decode_ADDO::DecodeByTable(utf8, name), "あ");
   }

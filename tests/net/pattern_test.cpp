@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QStringList Found(const QString& expression, const QString& text) {
@@ -43,8 +46,7 @@ TEST(Pattern, AFaultNamesTheExpressionAndThePlace) {
 
 TEST(Pattern, HalfASurrogatePairIsNoRunaway) {
   Pattern pattern("b+");
-  EXPECT_EQ(pattern.Candidates(QChar(0xD800) + QStringLiteral("bb") + QChar(0xDC00)),
-            QStringList({"bb"}));
+  EXPECT_EQ(pattern.Candidates(QChar(0xD800) + u"bb"_s + QChar(0xDC00)), QStringList({"bb"}));
   EXPECT_EQ(pattern.First(QChar(0xDC00) + QString("b")), u"b");
   EXPECT_FALSE(pattern.RanAway());
 }

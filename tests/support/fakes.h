@@ -9,9 +9,9 @@
 
 #include "base/clock.h"
 #include "base/message_boxes.h"
-#include "download/power_control.h"
 #include "download/stream_capture.h"
 #include "launch/opener.h"
+#include "power/power_control.h"
 
 namespace zentorin::test {
 

@@ -7,6 +7,9 @@
 #include <limits>
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr qsizetype kChunkBytes = 65'536;
@@ -158,11 +161,11 @@ void LoopbackServer::RouteTo(const QString& target, const Handler& handler) {
 }
 
 QString LoopbackServer::ConnectTo() const {
-  return QStringLiteral("::127.0.0.1:%1").arg(server_.serverPort());
+  return u"::127.0.0.1:%1"_s.arg(server_.serverPort());
 }
 
 QString LoopbackServer::Url(const QString& target) const {
-  return QStringLiteral("http://127.0.0.1:%1%2").arg(server_.serverPort()).arg(target);
+  return u"http://127.0.0.1:%1%2"_s.arg(server_.serverPort()).arg(target);
 }
 
 QByteArray LoopbackServer::GeneratedBytes(qint64 from, qsizetype count) {

@@ -14,6 +14,9 @@
 #include <unistd.h>
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const QString kConnection = "played services";
@@ -79,7 +82,7 @@ bool PrivateBus::handleMessage(const QDBusMessage& message, const QDBusConnectio
   const QString method = message.member();
   QStringList arguments;
   for (const QVariant& argument : message.arguments()) arguments.append(argument.toString());
-  Note(QStringLiteral("%1(%2)").arg(method, arguments.join(u',')));
+  Note(u"%1(%2)"_s.arg(method, arguments.join(u',')));
   if (silent.contains(method)) return true;
   QStringList& failures = errors[method];
   if (failures.isEmpty()) {

@@ -11,18 +11,16 @@
 
 namespace zentorin::test {
 
-// Starts nothing; keeps each request as "start:program|argument|…", "open:verb|target|parameters|
-// folder|mode" or "folder:path", and answers as it is told to.
+// Starts nothing; keeps each request as "start:program|argument|…", "open:target" or
+// "folder:path", and answers as it is told to.
 class RecordingStarter : public ProgramStarter {
  public:
   void Start(const ProgramRequest& request, std::function<void(ProgramStart)> done) override {
     requests.append("start:" + (QStringList{request.program} + request.arguments).join(u'|'));
     Answer([done = std::move(done), answer = outcome] { done(answer); });
   }
-  bool ShellOpen(const ShellOpenRequest& request) override {
-    const QStringList parts{request.verb, request.target, request.parameters, request.workingFolder,
-                            QString::number(request.showMode)};
-    requests.append("open:" + parts.join(u'|'));
+  bool ShellOpen(const QString& target) override {
+    requests.append("open:" + target);
     return hasShellOpener;
   }
   void ShowFolder(const QString& path, std::function<void(bool)> done) override {

@@ -16,6 +16,9 @@
 #include "ui/widgets/line_list_view.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // The whole program with its window on a display of its own. Its desktop is a folder: the programs
@@ -39,7 +42,7 @@ class DesktopTest : public testing::Test {
         {"XDG_CONFIG_HOME", "config"},     {"XDG_CONFIG_DIRS", "config-system"},
         {"XDG_RUNTIME_DIR", "no-runtime"}, {"PATH", "bin"}};
     for (const auto& [variable, folder] : folders) {
-      qputenv(variable, tree_.Path(QLatin1String(folder)).toUtf8());
+      qputenv(variable, tree_.Path(QLatin1StringView(folder)).toUtf8());
     }
     for (const char* const bus : {"DBUS_SYSTEM_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"}) {
       qputenv(bus, "unix:path=/nonexistent/bus");
@@ -53,21 +56,21 @@ class DesktopTest : public testing::Test {
 
   // A program that writes its arguments down, each in a line.
   void AddStub(const char* name, const QByteArray& codes, const QByteArray& types) const {
-    tree_.AddProgram(QLatin1String(name), codes, "MimeType=" + types);
-    tree_.AddCommand(QLatin1String(name), R"(for a; do echo "$a"; done >> "$0.out")");
+    tree_.AddProgram(QLatin1StringView(name), codes, "MimeType=" + types);
+    tree_.AddCommand(QLatin1StringView(name), R"(for a; do echo "$a"; done >> "$0.out")");
   }
   // Waits until the stub has written exactly that.
   void ExpectCalled(const char* name, const QStringList& arguments) const {
-    const QString file = QStringLiteral("bin/%1.out").arg(QLatin1String(name));
+    const QString file = u"bin/%1.out"_s.arg(QLatin1StringView(name));
     const QByteArray expected = (arguments.join(u'\n') + u'\n').toUtf8();
     EXPECT_TRUE(QTest::qWaitFor([&] { return tree_.Read(file) == expected; }, 30'000))
         << name << ": " << tree_.Read(file).toStdString();
   }
 
   static void Choose(const QWidget& window, const char* menuName, const char* entry) {
-    auto* menu = window.findChild<QMenu*>(QLatin1String(menuName));
+    auto* menu = window.findChild<QMenu*>(QLatin1StringView(menuName));
     if (!menu->isVisible()) menu->popup(QPoint());
-    QAction* action = window.findChild<QAction*>(QLatin1String(entry));
+    QAction* action = window.findChild<QAction*>(QLatin1StringView(entry));
     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
   }
 

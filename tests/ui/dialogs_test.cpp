@@ -6,6 +6,9 @@
 #include "ui/dialogs/text_window.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 class DialogsTest : public MainWindowTest {
@@ -25,7 +28,8 @@ class DialogsTest : public MainWindowTest {
     text = input->findChild<QPlainTextEdit*>("txtInput");
   }
   void Click(const char* button) {
-    QTest::mouseClick(input->findChild<QAbstractButton*>(QLatin1String(button)), Qt::LeftButton);
+    QTest::mouseClick(input->findChild<QAbstractButton*>(QLatin1StringView(button)),
+                      Qt::LeftButton);
   }
 
   QPointer<frmInput> input;
@@ -114,12 +118,12 @@ TEST_F(DialogsTest, AboutNamesVersionsAndOpensToolAndHistory) {
     EXPECT_TRUE(shown.contains(QString::fromUtf16(expected))) << shown.toStdString();
   }
   for (const char* button : {"cmdSysInfo", "cmdHistory"}) {
-    QTest::mouseClick(about->findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
+    QTest::mouseClick(about->findChild<QPushButton*>(QLatin1StringView(button)), Qt::LeftButton);
   }
   ASSERT_EQ(w->opener.opened.size(), 2);
   EXPECT_EQ(w->opener.opened[0], "with:システム情報:");
-  EXPECT_TRUE(w->opener.opened[1].startsWith(QLatin1String("play:/")));
-  EXPECT_TRUE(w->opener.opened[1].endsWith(QLatin1String("/history.html")));
+  EXPECT_TRUE(w->opener.opened[1].startsWith("play:/"_L1));
+  EXPECT_TRUE(w->opener.opened[1].endsWith("/history.html"_L1));
 }
 
 TextWindow* OpenTextWindow() {

@@ -13,7 +13,7 @@ QString ReadPage(const QString& path) {
 
 QSet<QString> FirstGroups(const QString& text, const char* expression) {
   QSet<QString> groups;
-  auto match = QRegularExpression(QLatin1String(expression)).globalMatch(text);
+  auto match = QRegularExpression(QLatin1StringView(expression)).globalMatch(text);
   while (match.hasNext()) groups.insert(match.next().captured(1));
   return groups;
 }

@@ -4,6 +4,9 @@
 #include "ui/dialogs/frm_input.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 class LayoutTest : public MainWindowTest {
@@ -62,8 +65,8 @@ TEST_F(LayoutTest, TheBarIsTheFractionOfItsFrame) {
   StatusBoard& board = w->workspace.board;
   board.SetProgressShown(true);
   for (const char* fraction : {"0.5", "1", "0"}) {
-    board.SetDone(QLatin1String(fraction));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return w->Text("lblDone") == QLatin1String(fraction); }));
+    board.SetDone(QLatin1StringView(fraction));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return w->Text("lblDone") == QLatin1StringView(fraction); }));
     const double frame = Width("frProgress_0");
     EXPECT_EQ(Width("lblProgress_0"), static_cast<int>(frame * QByteArray(fraction).toDouble()));
   }
@@ -94,7 +97,7 @@ std::string Overlaps(const QWidget& window) {
   QStringList pairs;
   for (const char* name : {"frSite", "frTop", "frBottom", "frReg", "frOpt_0", "frOpt_1", "FrSave",
                            "headerStrip", "frModify", "frStatus"}) {
-    const auto* frame = window.findChild<QWidget*>(QLatin1String(name));
+    const auto* frame = window.findChild<QWidget*>(QLatin1StringView(name));
     const auto inside = frame->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (const QWidget* one : inside) {
       for (const QWidget* other : inside) {
@@ -157,7 +160,7 @@ TEST_F(LayoutTest, HeadersStandOverTheirColumns) {
   ShowAt({1000, 760});
   const auto* list = w->Find<LineListView>("lstUrl_All");
   for (int i = 0; i < 6; ++i) {
-    const auto* header = w->Find<QLabel>(qPrintable(QStringLiteral("lblDescription_%1").arg(i)));
+    const auto* header = w->Find<QLabel>(qPrintable(u"lblDescription_%1"_s.arg(i)));
     const int left = header->mapTo(&w->window, QPoint()).x();
     const int column = list->viewport()->mapTo(&w->window, QPoint()).x() + list->ColumnLeft(5 - i);
     EXPECT_EQ(left, column) << i;

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "ui/list_menus.h"
 
 #include "crawl/file_list_search.h"
 #include "tests/ui/main_window_test.h"
 #include "ui/widgets/line_list_view.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // "name caption" of each entry, "-" for a separator.
@@ -28,7 +30,7 @@ class ListMenusTest : public MainWindowTest {
     for (int i = 0; i < count; ++i) {
       TargetUrlItem job;
       job.Set(TargetUrlItem::Description, QString(QChar(u'a' + i)));
-      job.Set(TargetUrlItem::Root, QStringLiteral("http://h/%1").arg(i));
+      job.Set(TargetUrlItem::Root, u"http://h/%1"_s.arg(i));
       urls.InsertBelow(i - 1, job);
     }
     urls.Select(0);

@@ -29,7 +29,7 @@ struct RunningWindow : FakeWorkspace {
 
   template <typename T = QWidget>
   T* Find(const char* name) const {
-    T* found = window.findChild<T*>(QLatin1String(name));
+    T* found = window.findChild<T*>(QLatin1StringView(name));
     EXPECT_NE(found, nullptr) << name;
     return found;
   }

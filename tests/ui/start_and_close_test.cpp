@@ -170,7 +170,7 @@ TEST_F(StartAndCloseTest, TheSettingsDialogTakesOverWhenItIsClosed) {
   auto* dialog = w->Find<QDialog>("frmSetting");
   ASSERT_TRUE(dialog->isVisible() && dialog->isModal());
   const auto in = [dialog](const char* name) {
-    return dialog->findChild<QWidget*>(QLatin1String(name));
+    return dialog->findChild<QWidget*>(QLatin1StringView(name));
   };
   EXPECT_EQ(in("OptStreaming_1")->property("text").toString(), "tool 1");
   EXPECT_EQ(in("cmbGmtDiff")->property("currentText").toString(), "  9");

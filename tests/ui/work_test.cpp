@@ -3,6 +3,9 @@
 #include "tests/ui/main_window_test.h"
 
 namespace zentorin::test {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // A request that never gets an answer: a phase in which a run stands still.
@@ -35,13 +38,13 @@ class WorkTest : public MainWindowTest, public testing::WithParamInterface<Phase
       ASSERT_TRUE(WaitForRest());
     }
     const bool isFile = QByteArray(phase.stalled).endsWith(".mp3");
-    server.Route(QLatin1String(phase.stalled),
+    server.Route(QLatin1StringView(phase.stalled),
                  isFile ? Answer::Generated(1 << 20).Ends(Answer::Ending::Stall, 1000)
                         : Answer().Ends(Answer::Ending::Silent));
-    const int before = server.Hits(QLatin1String(phase.stalled));
+    const int before = server.Hits(QLatin1StringView(phase.stalled));
     w->Click(phase.pressed);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return server.Hits(QLatin1String(phase.stalled)) > before; },
-                                20'000));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return server.Hits(QLatin1StringView(phase.stalled)) > before; }, 20'000));
     QTest::qWait(20);
   }
   void EnterPowerCountdown() {
@@ -95,11 +98,11 @@ TEST_F(WorkTest, AListIsGeneratedAndDownloadedByTwoClicksAndInABatch) {
 TEST_F(WorkTest, WorkLocksTheEditingSurfaceAndGivesTheFocusBack) {
   StartWithJob();
   w->Find("txtDescription")->setFocus();
-  const QString locked = QStringLiteral(
-      "cmdOrder_0 cmdOrder_1 lstTargetUrl txtDescription txtUrl_Root cmbUrl_SubPattern cmbDepth "
+  const QString locked =
+      u"cmdOrder_0 cmdOrder_1 lstTargetUrl txtDescription txtUrl_Root cmbUrl_SubPattern cmbDepth "
       "cmbFilePattern Opt_0 Opt_1 ChkSkip ChkOnlyInSite ChkOverWrite ChkTreeFolder txtSavePath "
       "cmdSavePath cmdGo_All_0 cmdGo_All_1 cmdAllDownload_0 cmdAllDownload_1 lblRegHelp mnuFile "
-      "mnuTool");
+      "mnuTool"_s;
   const QString live = "lstUrl_All cmdLog cmdClose ChkStandby mnuHelp";
   const auto enabled = [this](const QString& names) {
     QStringList found;

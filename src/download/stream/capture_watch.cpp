@@ -9,6 +9,9 @@
 #include "download/stream/stream_tool.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr std::chrono::milliseconds kAppearPoll(10);
@@ -70,7 +73,7 @@ void CaptureWatch::NoteProgress(const ToolReading& reading) {
   if (reading.moved || bytes > 0) ran_ = true;
   if (bytes > 0) board_.SetFileBytes(bytes);
   if (!reading.text.isEmpty()) {
-    board_.SetStatus(QStringLiteral("ダウンロード中  ") + reading.text);
+    board_.SetStatus(u"ダウンロード中  "_s + reading.text);
   }
   if (reading.lengthKnown) board_.SetDone(QString::number(reading.fraction, 'f', 2));
 }

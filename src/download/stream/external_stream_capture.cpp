@@ -22,19 +22,22 @@
 #include "net/my_xml_http_request.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 Q_LOGGING_CATEGORY(captureLog, "zentorin.capture")
 
 const QString& DownloadPage() {
   static const QString page =
-      QStringLiteral("https://forest.watch.impress.co.jp/library/software/vlcmedia_ply/");
+      u"https://forest.watch.impress.co.jp/library/software/vlcmedia_ply/"_s;
   return page;
 }
 
 // Fetched anew: what a page names may change from one moment to the next.
 QCoro::Task<QString> StreamAddress(const DownloadContext& context, QString url) {
-  if (SuffixOf(url) != QLatin1StringView(".asx")) co_return url;
+  if (SuffixOf(url) != ".asx"_L1) co_return url;
   const FetchedPage page = co_await context.http.FetchPageText(url);
   co_return page.status == 0 ? API_Web::StreamLink(page.text) : QString();
 }
@@ -68,11 +71,11 @@ QCoro::Task<int> ExternalStreamCapture::Capture(const DownloadContext& context, 
 
 QCoro::Task<void> ExternalStreamCapture::OfferDownloadPage(const DownloadContext& context) {
   const MessageBox question{
-      .title = QStringLiteral("VLC未インストール"),
-      .text = QStringLiteral(
-          "VLC media player　がインストールされていないようです。\r\n\r\n"
+      .title = u"VLC未インストール"_s,
+      .text =
+          u"VLC media player　がインストールされていないようです。\r\n\r\n"
           "ASX(ストリーミング形式）のダウンロードには、VLC media player が必要です。\r\n"
-          "VLC のダウンロードサイト（窓の杜）に接続しましょうか？"),
+          "VLC のダウンロードサイト（窓の杜）に接続しましょうか？"_s,
       .buttons = MessageBox::Buttons::YesNo,
       .defaultAnswer = MessageBox::Answer::No};
   const MessageBox::Answer answer = co_await context.messages.Ask(question);
@@ -92,7 +95,7 @@ QCoro::Task<int> ExternalStreamCapture::Record(const DownloadContext& context, F
   }
   if (code >= kFirstRunTimeError) {
     const QString why = DescribeRunTimeError(static_cast<RunTimeError>(code));
-    context.board.SetStatus(EscapeForDisplay(path + QStringLiteral(": ") + why), StatusBoard::kRed);
+    context.board.SetStatus(EscapeForDisplay(path + u": "_s + why), StatusBoard::kRed);
   }
   co_return code;
 }

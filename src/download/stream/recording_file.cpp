@@ -15,6 +15,9 @@
 #include "download/local_file.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 int Move(const QString& from, const QString& to) {
@@ -54,7 +57,7 @@ RecordingFile::~RecordingFile() {
 
 int RecordingFile::MakePart() {
   QString part;
-  const int error = MakeBeside(path_, QLatin1StringView(".part"), part);
+  const int error = MakeBeside(path_, ".part"_L1, part);
   if (error == 0) written_ = part;
   return error;
 }
@@ -62,7 +65,7 @@ int RecordingFile::MakePart() {
 int RecordingFile::PutOldAside() {
   if (QFileInfo::exists(path_)) {
     QString aside;
-    int error = MakeBeside(path_, QLatin1StringView(".old"), aside);
+    int error = MakeBeside(path_, ".old"_L1, aside);
     if (error != 0) return error;
     error = Move(path_, aside);
     if (error != 0) {

@@ -8,12 +8,15 @@
 #include "net/api_web.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr qint64 kMaxSettingsBytes = 1024LL * 1024;
 
 QString SettingsPath(const QString& toolFolder) {
-  return toolFolder + QStringLiteral("/StreamGet.ini");
+  return toolFolder + u"/StreamGet.ini"_s;
 }
 
 // A line break would begin a key of its own.
@@ -26,11 +29,10 @@ QString OneLine(const QString& text) {
 // The folder may be written in any letter case, as on the tool's own system.
 void RemoveOldStreams(const QString& toolFolder) {
   const QDir tool(toolFolder);
-  const auto folders = tool.entryList({QStringLiteral("inf")}, QDir::Dirs | QDir::NoDotAndDotDot);
+  const auto folders = tool.entryList({u"inf"_s}, QDir::Dirs | QDir::NoDotAndDotDot);
   for (const QString& folder : folders) {
     QDir inf(tool.filePath(folder));
-    const auto files =
-        inf.entryList({QStringLiteral("*.ini")}, QDir::Files | QDir::Hidden | QDir::System);
+    const auto files = inf.entryList({u"*.ini"_s}, QDir::Files | QDir::Hidden | QDir::System);
     for (const QString& file : files) inf.remove(file);
   }
 }
@@ -38,29 +40,29 @@ void RemoveOldStreams(const QString& toolFolder) {
 }  // namespace
 
 QString WindowsPath(const QString& path) {
-  return QStringLiteral("Z:") + QString(path).replace(u'/', u'\\');
+  return u"Z:"_s + QString(path).replace(u'/', u'\\');
 }
 
 QString StreamGetIni(const StreamGetRecording& recording) {
   const QStringList lines = {
-      QStringLiteral("[Option]"),
-      QStringLiteral("SavePath=") + OneLine(WindowsPath(recording.folder)),
-      QStringLiteral("[ASF]"),
-      QStringLiteral("ASFURL01=") + OneLine(recording.address),
-      QStringLiteral("[Position]"),
-      QStringLiteral("MAIN=66,66,578,469"),
-      QStringLiteral("DelayPlayMode=0"),
-      QStringLiteral("ManualInputMode = 0"),
-      QStringLiteral("ProtocolDetailMode = 0"),
-      QStringLiteral("ProtocolDispMode = 1"),
-      QStringLiteral("ReserveEditMode = 0"),
-      QStringLiteral("ReserveMode = 0"),
-      QStringLiteral("LASTPLAY="),
-      QStringLiteral("TimeSetURL02=https://www.nict.go.jp/JST/JST5.html"),
-      QStringLiteral("GASVersion=Ver 2.1.0.8c"),
-      QStringLiteral("ASFPLAY="),
+      u"[Option]"_s,
+      u"SavePath="_s + OneLine(WindowsPath(recording.folder)),
+      u"[ASF]"_s,
+      u"ASFURL01="_s + OneLine(recording.address),
+      u"[Position]"_s,
+      u"MAIN=66,66,578,469"_s,
+      u"DelayPlayMode=0"_s,
+      u"ManualInputMode = 0"_s,
+      u"ProtocolDetailMode = 0"_s,
+      u"ProtocolDispMode = 1"_s,
+      u"ReserveEditMode = 0"_s,
+      u"ReserveMode = 0"_s,
+      u"LASTPLAY="_s,
+      u"TimeSetURL02=https://www.nict.go.jp/JST/JST5.html"_s,
+      u"GASVersion=Ver 2.1.0.8c"_s,
+      u"ASFPLAY="_s,
   };
-  return lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n");
+  return lines.join(u"\r\n"_s) + u"\r\n"_s;
 }
 
 FileOutcome WriteStreamGetSettings(const QString& toolFolder, const StreamGetRecording& recording) {
@@ -68,8 +70,8 @@ FileOutcome WriteStreamGetSettings(const QString& toolFolder, const StreamGetRec
   if (ini.fault) {
     return {.error = static_cast<int>(RunTimeError::BadFileName),
             .message = SettingsPath(toolFolder) +
-                       QStringLiteral(": Shift_JIS にない文字「%1」は StreamGet に渡せません。")
-                           .arg(ini.fault->character)};
+                       u": Shift_JIS にない文字「%1」は StreamGet に渡せません。"_s.arg(
+                           ini.fault->character)};
   }
   const FileOutcome written = WriteWholeFile(SettingsPath(toolFolder), ini.bytes);
   if (written.Ok()) RemoveOldStreams(toolFolder);
@@ -79,7 +81,7 @@ FileOutcome WriteStreamGetSettings(const QString& toolFolder, const StreamGetRec
 QString StreamGetPlayed(const QString& toolFolder) {
   QByteArray bytes;
   if (!ReadWholeFile(SettingsPath(toolFolder), kMaxSettingsBytes, bytes).Ok()) return {};
-  return API_Web::FirstMatch(DecodeAnsi(bytes), QStringLiteral("^ASFPLAY=([^\\r\\n]+)")).trimmed();
+  return API_Web::FirstMatch(DecodeAnsi(bytes), u"^ASFPLAY=([^\\r\\n]+)"_s).trimmed();
 }
 
 }  // namespace zentorin

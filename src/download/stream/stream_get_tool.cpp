@@ -6,10 +6,13 @@
 
 #include <QCoro/QCoroTimer>
 
-#include "base/text_condition.h"
+#include "download/stream/text_condition.h"
 #include "net/api_web.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr std::chrono::milliseconds kAnswerTime(1000);
@@ -18,12 +21,12 @@ constexpr std::chrono::milliseconds kAnswerPoll(50);
 constexpr std::chrono::milliseconds kKillTime(500);
 
 QHash<QString, QString> VariablesOf(const ToolWindow& window) {
-  return {{QStringLiteral("title"), window.title},
-          {QStringLiteral("class"), window.className},
-          {QStringLiteral("instance"), window.instance},
-          {QStringLiteral("visible"), QString::number(static_cast<int>(window.visible))},
-          {QStringLiteral("process"), QString::number(window.processId)},
-          {QStringLiteral("owner"), QString::number(window.owner)}};
+  return {{u"title"_s, window.title},
+          {u"class"_s, window.className},
+          {u"instance"_s, window.instance},
+          {u"visible"_s, QString::number(static_cast<int>(window.visible))},
+          {u"process"_s, QString::number(window.processId)},
+          {u"owner"_s, QString::number(window.owner)}};
 }
 
 bool Holds(const QString& condition, const QHash<QString, QString>& variables) {
@@ -33,23 +36,25 @@ bool Holds(const QString& condition, const QHash<QString, QString>& variables) {
 // The class is the tool's own, or what the compatibility layer makes of its file's name.
 bool IsMainWindow(const ToolWindow& window) {
   const QHash<QString, QString> variables = VariablesOf(window);
-  return Holds(QStringLiteral("class = \"GetASFstreamWindow\" && owner == 0 || "
-                              "instance = \"GetASFstreamWindow\" && owner == 0 || "
-                              "class = \"streamget.exe\" && owner == 0 || "
-                              "instance = \"streamget.exe\" && owner == 0"),
-               variables);
+  return Holds(
+      u"class = \"GetASFstreamWindow\" && owner == 0 || "
+      "instance = \"GetASFstreamWindow\" && owner == 0 || "
+      "class = \"streamget.exe\" && owner == 0 || "
+      "instance = \"streamget.exe\" && owner == 0"_s,
+      variables);
 }
 
 // Another program's dialog of the same title is never answered: a tool whose window never appeared
 // has no id to be owned by.
 bool IsDialogOf(const ToolWindow& main, const ToolWindow& window, const QString& title) {
   QHash<QString, QString> variables = VariablesOf(window);
-  variables.insert(QStringLiteral("wanted"), title);
-  variables.insert(QStringLiteral("main"), QString::number(main.id));
-  variables.insert(QStringLiteral("tool"), QString::number(main.processId));
-  return Holds(QStringLiteral("visible && title == wanted && main != 0 && owner == main || "
-                              "visible && title == wanted && process != 0 && process == tool"),
-               variables);
+  variables.insert(u"wanted"_s, title);
+  variables.insert(u"main"_s, QString::number(main.id));
+  variables.insert(u"tool"_s, QString::number(main.processId));
+  return Holds(
+      u"visible && title == wanted && main != 0 && owner == main || "
+      "visible && title == wanted && process != 0 && process == tool"_s,
+      variables);
 }
 
 }  // namespace
@@ -64,7 +69,7 @@ StreamGetTool::StreamGetTool(QStringList command, QString folder, StreamGetRecor
 
 QString StreamGetTool::Start() {
   if (!windows_.Available()) {
-    return QStringLiteral("StreamGet は画面がないと実行できません。");
+    return u"StreamGet は画面がないと実行できません。"_s;
   }
   const FileOutcome written = WriteStreamGetSettings(folder_, recording_);
   if (!written.Ok()) return written.message;
@@ -74,7 +79,7 @@ QString StreamGetTool::Start() {
 }
 
 QString StreamGetTool::WhyNeverSeen() const {
-  return QStringLiteral("StreamGet のウィンドウが現れません。: ") + folder_;
+  return u"StreamGet のウィンドウが現れません。: "_s + folder_;
 }
 
 bool StreamGetTool::Appeared() {
@@ -95,27 +100,27 @@ bool StreamGetTool::Running() {
 }
 
 ToolReading StreamGetTool::Read() {
-  AnswerYes(QStringLiteral("確認"));
+  AnswerYes(u"確認"_s);
   const auto window = OpenWindow();
   const QString played = StreamGetPlayed(folder_);
   const QString status = window ? window->title : QString();
   ToolReading reading;
   const QString percent =
-      API_Web::FirstMatch(played + u' ' + status, QStringLiteral("([0-9]+(?:\\.[0-9]+)?) *%"));
+      API_Web::FirstMatch(played + u' ' + status, u"([0-9]+(?:\\.[0-9]+)?) *%"_s);
   constexpr double kWhole = 100;
   reading.fraction = std::clamp(percent.toDouble() / kWhole, 0.0, 1.0);
   reading.lengthKnown = reading.fraction > 0;
   reading.text = percent.isEmpty() ? played : percent + u'%';
   reading.moved = !played.isEmpty() || reading.lengthKnown;
-  reading.fileExists = Holds(
-      QStringLiteral("status ^ 既に存在 || status ^ すでに存在 || status ^ \"already exist\""),
-      {{QStringLiteral("status"), status}});
+  reading.fileExists =
+      Holds(u"status ^ 既に存在 || status ^ すでに存在 || status ^ \"already exist\""_s,
+            {{u"status"_s, status}});
   return reading;
 }
 
 QCoro::Task<void> StreamGetTool::End(bool atOnce) {
   const auto time = atOnce ? kHastyAnswerTime : kAnswerTime;
-  if (Running() && AnswerYes(QStringLiteral("注意"))) {
+  if (Running() && AnswerYes(u"注意"_s)) {
     for (auto left = time; left.count() > 0 && Running(); left -= kAnswerPoll) {
       co_await QCoro::sleepFor(kAnswerPoll);
     }

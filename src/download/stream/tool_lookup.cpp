@@ -8,14 +8,17 @@
 #include "launch/installed_programs.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-constexpr QLatin1StringView kStreamGetFile("StreamGet.exe");
+constexpr QLatin1StringView kStreamGetFile = "StreamGet.exe"_L1;
 
 bool IsVlc(const QString& path) {
   const QString name = QFileInfo(path).fileName();
-  return name.compare(QLatin1StringView("vlc"), Qt::CaseInsensitive) == 0 ||
-         name.compare(QLatin1StringView("cvlc"), Qt::CaseInsensitive) == 0;
+  return name.compare("vlc"_L1, Qt::CaseInsensitive) == 0 ||
+         name.compare("cvlc"_L1, Qt::CaseInsensitive) == 0;
 }
 
 // "StreamGet.exe" in a folder, in whatever letter case; empty when it is not there.
@@ -27,12 +30,12 @@ QString StreamGetIn(const QString& folder) {
 
 // The folder of the compatibility layer's drives.
 QString DrivesFolder(const QStringList& words) {
-  constexpr QLatin1StringView kPrefix("WINEPREFIX=");
-  QString prefix = qEnvironmentVariable("WINEPREFIX", QDir::homePath() + QStringLiteral("/.wine"));
+  constexpr QLatin1StringView kPrefix = "WINEPREFIX="_L1;
+  QString prefix = qEnvironmentVariable("WINEPREFIX", QDir::homePath() + u"/.wine"_s);
   for (const QString& word : words) {
     if (word.startsWith(kPrefix)) prefix = word.sliced(kPrefix.size());
   }
-  return prefix + QStringLiteral("/dosdevices/");
+  return prefix + u"/dosdevices/"_s;
 }
 
 QString StreamGetNamedIn(const QStringList& words) {
@@ -59,10 +62,10 @@ std::optional<FoundTool> ToolLookup::FindAny() const {
 
 std::optional<FoundTool> ToolLookup::FindVlc() const {
   QStringList candidates;
-  const auto entry = programs_.FindByDisplayName(QStringLiteral("VLC media player,VideoLAN VLC"));
+  const auto entry = programs_.FindByDisplayName(u"VLC media player,VideoLAN VLC"_s);
   if (entry) candidates.append(programs_.ProgramFile(*entry));
-  candidates += {programs_.Folders().FindCommand(QStringLiteral("vlc")),
-                 programs_.Folders().FindCommand(QStringLiteral("cvlc"))};
+  candidates +=
+      {programs_.Folders().FindCommand(u"vlc"_s), programs_.Folders().FindCommand(u"cvlc"_s)};
   for (const QString& path : candidates) {
     if (IsVlc(path)) return FoundTool{.kind = FoundTool::Kind::Vlc, .path = path, .words = {path}};
   }
@@ -70,7 +73,7 @@ std::optional<FoundTool> ToolLookup::FindVlc() const {
 }
 
 std::optional<FoundTool> ToolLookup::FindStreamGet() const {
-  const auto entry = programs_.FindByDisplayName(QStringLiteral("GetASFStream"));
+  const auto entry = programs_.FindByDisplayName(u"GetASFStream"_s);
   if (!entry) return std::nullopt;
   auto words = ExpandExec(*entry, {});
   if (!words) return std::nullopt;
@@ -82,11 +85,10 @@ std::optional<FoundTool> ToolLookup::FindStreamGet() const {
 }
 
 QStringList ToolLookup::Captions() const {
-  QStringList captions = {QStringLiteral("VLC media player"), QStringLiteral("GetASFStream")};
+  QStringList captions = {u"VLC media player"_s, u"GetASFStream"_s};
   for (const int setting : {kVlc, kStreamGet}) {
     const auto tool = Find(setting);
-    captions[setting] += tool ? QStringLiteral(" (%1)").arg(tool->path)
-                              : QStringLiteral("（インストールされていません）");
+    captions[setting] += tool ? u" (%1)"_s.arg(tool->path) : u"（インストールされていません）"_s;
   }
   return captions;
 }

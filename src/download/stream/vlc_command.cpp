@@ -4,6 +4,9 @@
 #include "net/request_address.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QString Quoted(const QString& text) {
@@ -11,12 +14,12 @@ QString Quoted(const QString& text) {
 }
 
 bool Converts(const QString& path) {
-  return path.endsWith(QLatin1StringView(".mp3"), Qt::CaseInsensitive);
+  return path.endsWith(".mp3"_L1, Qt::CaseInsensitive);
 }
 
 // A text inside a chain: in double quotes nothing but "\" and the quote has a meaning.
 QString ChainText(QString text) {
-  text.replace(u'\\', QStringLiteral("\\\\")).replace(u'"', QStringLiteral("\\\""));
+  text.replace(u'\\', u"\\\\"_s).replace(u'"', u"\\\""_s);
   return Quoted(text);
 }
 
@@ -25,12 +28,11 @@ QString ChainText(QString text) {
 // notes the true one, and writes as it goes only when it is told to: a recording that is broken off
 // would be lost otherwise.
 QString Container(const QString& path) {
-  for (const QLatin1StringView ending :
-       {QLatin1StringView(".wmv"), QLatin1StringView(".asf"), QLatin1StringView(".wma")}) {
+  for (const QLatin1StringView ending : {".wmv"_L1, ".asf"_L1, ".wma"_L1}) {
     if (path.endsWith(ending, Qt::CaseInsensitive))
-      return QStringLiteral("avformat{mux=asf,options={flush_packets=1}}");
+      return u"avformat{mux=asf,options={flush_packets=1}}"_s;
   }
-  return QStringLiteral("raw");
+  return u"raw"_s;
 }
 
 // VLC does not even ask for an address with one of these after the host, nor for one with a "%"
@@ -54,8 +56,8 @@ QString WithoutRefused(const QByteArray& wire) {
 // Empty for an address that VLC would not take for a stream elsewhere: it also opens files, discs
 // and screens.
 QString StreamAddress(const QString& address) {
-  constexpr QLatin1StringView kMms("mms://");
-  constexpr QLatin1StringView kHttp("http://");
+  constexpr QLatin1StringView kMms = "mms://"_L1;
+  constexpr QLatin1StringView kHttp = "http://"_L1;
   const bool isMms = address.startsWith(kMms, Qt::CaseInsensitive);
   // The rules of spelling are those of http.
   const QByteArray wire = WireAddress(isMms ? kHttp + address.sliced(kMms.size()) : address);
@@ -70,41 +72,38 @@ QString VlcCommandText(const VlcRecording& recording) {
   const QString address = Quoted(recording.address);
   const QString path = Quoted(recording.path);
   if (!Converts(recording.path)) {
-    return address + QStringLiteral(" --sout #duplicate{dst=std{access=file,mux=raw,dst=") + path +
-           QStringLiteral(" vlc:quit}");
+    return address + u" --sout #duplicate{dst=std{access=file,mux=raw,dst="_s + path +
+           u" vlc:quit}"_s;
   }
-  return address + QStringLiteral(" --sout #transcode{acodec=mp3,channels=2,ab=") +
-         QStringLiteral("192") + QStringLiteral("}:duplicate{dst=std{access=file,mux=raw,dst=") +
-         path + QStringLiteral("}");
+  return address + u" --sout #transcode{acodec=mp3,channels=2,ab="_s + u"192"_s +
+         u"}:duplicate{dst=std{access=file,mux=raw,dst="_s + path + u"}"_s;
 }
 
 QStringList VlcArguments(const VlcRecording& recording, const QString& socket, bool shown) {
   const QString address = StreamAddress(recording.address);
   if (address.isEmpty()) return {};
   // The user's own settings could add interfaces, windows and a running player that takes over.
-  QStringList words = {QStringLiteral("--ignore-config"),    QStringLiteral("--no-one-instance"),
-                       QStringLiteral("--no-dbus"),          QStringLiteral("--no-media-library"),
-                       QStringLiteral("--no-interact"),      QStringLiteral("--verbose=2"),
-                       QStringLiteral("--play-and-exit"),    QStringLiteral("--rc-fake-tty"),
-                       QStringLiteral("--rc-unix=") + socket};
+  QStringList words = {u"--ignore-config"_s,    u"--no-one-instance"_s, u"--no-dbus"_s,
+                       u"--no-media-library"_s, u"--no-interact"_s,     u"--verbose=2"_s,
+                       u"--play-and-exit"_s,    u"--rc-fake-tty"_s,     u"--rc-unix="_s + socket};
   if (shown) {
-    words += {QStringLiteral("--intf=qt"),
-              QStringLiteral("--extraintf=oldrc"),
-              QStringLiteral("--qt-start-minimized"),
-              QStringLiteral("--no-qt-privacy-ask"),
-              QStringLiteral("--no-qt-recentplay"),
-              QStringLiteral("--qt-notification=0"),
-              QStringLiteral("--no-qt-error-dialogs")};
+    words += {u"--intf=qt"_s,
+              u"--extraintf=oldrc"_s,
+              u"--qt-start-minimized"_s,
+              u"--no-qt-privacy-ask"_s,
+              u"--no-qt-recentplay"_s,
+              u"--qt-notification=0"_s,
+              u"--no-qt-error-dialogs"_s};
   } else {
-    words.append(QStringLiteral("--intf=oldrc"));
+    words.append(u"--intf=oldrc"_s);
   }
-  QString chain = QStringLiteral("#");
+  QString chain = u"#"_s;
   if (Converts(recording.path)) {
-    chain += QStringLiteral("transcode{acodec=mp3,channels=2,ab=192}:");
+    chain += u"transcode{acodec=mp3,channels=2,ab=192}:"_s;
   }
-  chain += QStringLiteral("std{access=file,mux=") + Container(recording.path) +
-           QStringLiteral(",dst=") + ChainText(recording.file) + u'}';
-  words += {QStringLiteral("--sout=") + chain, address};
+  chain += u"std{access=file,mux="_s + Container(recording.path) + u",dst="_s +
+           ChainText(recording.file) + u'}';
+  words += {u"--sout="_s + chain, address};
   return words;
 }
 

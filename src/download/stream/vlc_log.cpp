@@ -7,6 +7,9 @@
 #include "base/file_names.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr qsizetype kMaxLineBytes = 65'536;
@@ -59,7 +62,7 @@ void VlcLog::TakeLine(const QByteArray& line) {
     if (!scheme.isEmpty() || !location.isEmpty()) TakeSource(scheme, scheme + "://" + location);
   }
   const QByteArray format = Behind(line, "avformat demux debug: detected format: ").trimmed();
-  if (IsListOfAddresses(format)) Refuse(QStringLiteral("形式: ") + QString::fromUtf8(format));
+  if (IsListOfAddresses(format)) Refuse(u"形式: "_s + QString::fromUtf8(format));
 }
 
 void VlcLog::TakeSource(const QByteArray& scheme, const QByteArray& source) {

@@ -12,6 +12,9 @@
 #include "download/stream/tool_windows.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr std::chrono::milliseconds kQuitTime(1000);
@@ -36,17 +39,17 @@ QString ClockText(qint64 seconds) {
 }
 
 QString SocketFolderTemplate() {
-  const QString name = QStringLiteral("/zentorin-XXXXXX");
+  const QString name = u"/zentorin-XXXXXX"_s;
   const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
   for (const QString& folder : {runtime, QDir::tempPath()}) {
     const bool fits = !folder.isEmpty() && folder.toUtf8().size() <= kMaxFolderBytes;
     if (fits && QFileInfo(folder).isWritable()) return folder + name;
   }
-  return QStringLiteral("/tmp") + name;
+  return u"/tmp"_s + name;
 }
 
 bool IsVlcWindow(const ToolWindow& window) {
-  return window.IsOfClass(QStringLiteral("vlc")) && window.IsMain();
+  return window.IsOfClass(u"vlc"_s) && window.IsMain();
 }
 
 }  // namespace
@@ -65,23 +68,23 @@ VlcTool::VlcTool(QStringList command, VlcRecording recording, ToolWindows& windo
 QString VlcTool::Start() {
   folder_ = std::make_unique<QTemporaryDir>(SocketFolderTemplate());
   if (!folder_->isValid()) {
-    return QStringLiteral("一時フォルダを作成できません: ") + folder_->errorString();
+    return u"一時フォルダを作成できません: "_s + folder_->errorString();
   }
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   // This has the last word on how much is logged.
-  environment.insert(QStringLiteral("VLC_VERBOSE"), QStringLiteral("2"));
+  environment.insert(u"VLC_VERBOSE"_s, u"2"_s);
   // Its window notes its size and place: not in the user's own settings.
-  environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder_->path());
+  environment.insert(u"XDG_CONFIG_HOME"_s, folder_->path());
   process_.SetEnvironment(environment);
   if (StartWith(shown_)) return {};
-  return QStringLiteral("録画できないアドレスです。: ") + CutForDisplay(recording_.address);
+  return u"録画できないアドレスです。: "_s + CutForDisplay(recording_.address);
 }
 
 QString VlcTool::WhyNeverSeen() const {
   if (::geteuid() == 0) {
-    return QStringLiteral("VLC は root では動作しません。一般ユーザーで実行して下さい。");
+    return u"VLC は root では動作しません。一般ユーザーで実行して下さい。"_s;
   }
-  return QStringLiteral("VLC が応答しません。: ") + command_.value(0);
+  return u"VLC が応答しません。: "_s + command_.value(0);
 }
 
 bool VlcTool::StartWith(bool shown) {
@@ -109,12 +112,11 @@ bool VlcTool::HasRecorded() const {
 
 QString VlcTool::Refusal() const {
   if (!log_.Refused().isEmpty()) {
-    return QStringLiteral("録画できないアドレスに誘導されました。: ") +
-           CutForDisplay(recording_.address) + QStringLiteral(" → ") + log_.Refused();
+    return u"録画できないアドレスに誘導されました。: "_s + CutForDisplay(recording_.address) +
+           u" → "_s + log_.Refused();
   }
   if (log_.HasTold() || !HasRecorded()) return {};
-  return QStringLiteral("VLC が何を録画したか確認できません。: ") +
-         CutForDisplay(recording_.address);
+  return u"VLC が何を録画したか確認できません。: "_s + CutForDisplay(recording_.address);
 }
 
 bool VlcTool::Appeared() {

@@ -13,6 +13,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 class ToolWindows;
 
 // A run of VLC media player that records one stream. Its remote control takes the place of its
@@ -36,7 +38,7 @@ class VlcTool : public StreamTool {
   void Show(bool shown) override;
 
  private:
-  QString SocketPath() const { return folder_->filePath(QStringLiteral("rc")); }
+  QString SocketPath() const { return folder_->filePath(u"rc"_s); }
   bool StartWith(bool shown);
   void Hear(const QByteArray& log);
   bool HasRecorded() const;

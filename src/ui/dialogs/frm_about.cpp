@@ -3,12 +3,15 @@
 
 #include <QIcon>
 
-#include "net/library_version.h"
+#include "net/curl_http_engine.h"
 #include "ui_frm_about.h"
 
 // The build system's package version: ZENTORIN_QCORO_VERSION.
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kIconPixels = 64;
@@ -19,7 +22,7 @@ constexpr double kTitleScale = 1.4;
 frmAbout::frmAbout(const QString& title, const QStringList& libraries, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmAbout>()) {
   ui_->setupUi(this);
-  ui_->imgIcon->setPixmap(QIcon(QStringLiteral(":/icons/zentorin.svg")).pixmap(kIconPixels));
+  ui_->imgIcon->setPixmap(QIcon(u":/icons/zentorin.svg"_s).pixmap(kIconPixels));
   QFont large = ui_->lblTitle->font();
   large.setPointSizeF(large.pointSizeF() * kTitleScale);
   ui_->lblTitle->setFont(large);
@@ -33,9 +36,8 @@ frmAbout::frmAbout(const QString& title, const QStringList& libraries, QWidget* 
 frmAbout::~frmAbout() = default;
 
 QStringList LibraryVersions() {
-  return {QStringLiteral("Qt ") + QLatin1String(qVersion()),
-          QStringLiteral("libcurl ") + HttpLibraryVersion(),
-          QStringLiteral("QCoro ") + QStringLiteral(ZENTORIN_QCORO_VERSION)};
+  return {u"Qt "_s + QLatin1StringView(qVersion()), u"libcurl "_s + HttpLibraryVersion(),
+          u"QCoro "_s + QLatin1StringView(ZENTORIN_QCORO_VERSION)};
 }
 
 }  // namespace zentorin

@@ -16,6 +16,9 @@
 #include "ui/widgets/fixed_pitch_font.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kColumns = 64;  // half-width characters that the editor shows at first
@@ -24,7 +27,7 @@ constexpr int kLines = 4;
 template <typename Button>
 Button* MakeButton(const char* name, const QString& caption, const QString& toolTip = {}) {
   auto* button = new Button;
-  button->setObjectName(QLatin1String(name));
+  button->setObjectName(QLatin1StringView(name));
   button->setText(caption);
   button->setToolTip(toolTip);
   return button;
@@ -33,38 +36,36 @@ Button* MakeButton(const char* name, const QString& caption, const QString& tool
 }  // namespace
 
 frmInput::frmInput(const QString& value, QWidget* parent) : QDialog(parent) {
-  setObjectName(QStringLiteral("frmInput"));
-  setWindowTitle(QStringLiteral("入力"));
+  setObjectName(u"frmInput"_s);
+  setWindowTitle(u"入力"_s);
   setWindowFlag(Qt::WindowStaysOnTopHint);
   MakeControls();
   Connect();
   txtInput->setPlainText(value);
   txtInput->moveCursor(QTextCursor::End);
   const QFontMetrics metrics(txtInput->font());
-  resize(kColumns * metrics.horizontalAdvance(QLatin1Char('0')),
+  resize(kColumns * metrics.horizontalAdvance(u'0'),
          sizeHint().height() - txtInput->sizeHint().height() + (kLines + 1) * metrics.height());
 }
 
 void frmInput::MakeControls() {
   auto* rows = new QVBoxLayout(this);
   txtInput = new QPlainTextEdit;
-  txtInput->setObjectName(QStringLiteral("txtInput"));
+  txtInput->setObjectName(u"txtInput"_s);
   txtInput->setFont(FixedPitchFont(txtInput->font()));
   txtInput->setWordWrapMode(QTextOption::WrapAnywhere);
   txtInput->setTabChangesFocus(true);
-  txtInput->setAccessibleName(QStringLiteral("編集する値"));
+  txtInput->setAccessibleName(u"編集する値"_s);
   rows->addWidget(txtInput, 1);
-  lblComSw = new QLabel(QStringLiteral("コマンドラインスイッチ"));
-  lblComSw->setObjectName(QStringLiteral("lblComSw"));
+  lblComSw = new QLabel(u"コマンドラインスイッチ"_s);
+  lblComSw->setObjectName(u"lblComSw"_s);
   rows->addWidget(lblComSw);
   auto* buttons = new QHBoxLayout;
   rows->addLayout(buttons);
-  auto* larger = MakeButton<QToolButton>("UpD_0", QStringLiteral("A▲"),
-                                         QStringLiteral("フォントサイズを大きくします"));
-  auto* smaller = MakeButton<QToolButton>("UpD_1", QStringLiteral("A▼"),
-                                          QStringLiteral("フォントサイズを小さくします"));
-  auto* accept = MakeButton<QPushButton>("cmd_0", QStringLiteral("閉じる"));
-  auto* cancel = MakeButton<QPushButton>("cmd_1", QStringLiteral("キャンセル"));
+  auto* larger = MakeButton<QToolButton>("UpD_0", u"A▲"_s, u"フォントサイズを大きくします"_s);
+  auto* smaller = MakeButton<QToolButton>("UpD_1", u"A▼"_s, u"フォントサイズを小さくします"_s);
+  auto* accept = MakeButton<QPushButton>("cmd_0", u"閉じる"_s);
+  auto* cancel = MakeButton<QPushButton>("cmd_1", u"キャンセル"_s);
   for (QToolButton* button : {larger, smaller}) {
     button->setAccessibleName(button->toolTip());
     button->setFocusPolicy(Qt::StrongFocus);
@@ -73,10 +74,10 @@ void frmInput::MakeControls() {
   buttons->addStretch(1);
   buttons->addWidget(accept);
   buttons->addWidget(cancel);
-  mnuEdit = new QMenu(QStringLiteral("編集"), this);
-  mnuEdit->setObjectName(QStringLiteral("mnuEdit"));
-  QAction* font = mnuEdit->addAction(QStringLiteral("フォント"));
-  font->setObjectName(QStringLiteral("mnuEditFont"));
+  mnuEdit = new QMenu(u"編集"_s, this);
+  mnuEdit->setObjectName(u"mnuEdit"_s);
+  QAction* font = mnuEdit->addAction(u"フォント"_s);
+  font->setObjectName(u"mnuEditFont"_s);
   connect(font, &QAction::triggered, this, &frmInput::ChooseFont);
   connect(larger, &QToolButton::clicked, this, [this] { SetPoints(Points() + 1); });
   connect(smaller, &QToolButton::clicked, this, [this] { SetPoints(Points() - 1); });
@@ -93,7 +94,7 @@ void frmInput::Connect() {
 }
 
 void frmInput::SetTag(const QString& tag) {
-  lblComSw->setVisible(tag.compare(QLatin1String("no_commandline"), Qt::CaseInsensitive) != 0);
+  lblComSw->setVisible(tag.compare("no_commandline"_L1, Qt::CaseInsensitive) != 0);
 }
 
 void frmInput::PlaceBelow(const QRect& target) {

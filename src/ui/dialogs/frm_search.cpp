@@ -5,10 +5,12 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 frmSearch::frmSearch(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmSearch>()) {
   ui_->setupUi(this);
   setWindowFlag(Qt::WindowStaysOnTopHint);
-  Timer_Start.setObjectName(QStringLiteral("Timer_Start"));
+  Timer_Start.setObjectName(u"Timer_Start"_s);
   Timer_Start.setSingleShot(true);
   Timer_Start.setInterval(0);
   connect(&Timer_Start, &QTimer::timeout, this, [this] {

@@ -12,6 +12,9 @@
 #include "ui_frm_setting.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Characters that no file name may hold, as a character class and as the message names them.
@@ -71,19 +74,19 @@ void frmSetting::Connect() {
   auto* format = new KeyFilter(kForbiddenExpression.toString(), KeyFilter::Mode::AllButMatching,
                                ui_->txtAddDateFormat);
   connect(format, &KeyFilter::Refused, this, &frmSetting::RefuseKey);
-  new KeyFilter(QStringLiteral("[-0-9]"), KeyFilter::Mode::OnlyMatching, ui_->cmbGmtDiff);
+  new KeyFilter(u"[-0-9]"_s, KeyFilter::Mode::OnlyMatching, ui_->cmbGmtDiff);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &frmSetting::TakeOver);
 }
 
 void frmSetting::RefuseKey() {
   MessageBox box;
-  box.text = kForbidden.toString() + QStringLiteral(" の各文字は使用不可");
+  box.text = kForbidden.toString() + u" の各文字は使用不可"_s;
   context_.messages.Ask(box);
 }
 
 QCoro::Task<void> frmSetting::PickFolder() {
   FileDialog dialog;
-  dialog.title = QStringLiteral("保存フォルダの指定");
+  dialog.title = u"保存フォルダの指定"_s;
   dialog.folder = ui_->txtDefaultSavePath->text();
   if (!QDir::isAbsolutePath(dialog.folder)) dialog.folder = context_.programFolder;
   const QString folder = co_await context_.dialogs.AskForFolder(dialog);
@@ -94,9 +97,9 @@ QCoro::Task<void> frmSetting::TakeOver() {
   bool isNumber = false;
   const int gmtDiff = ui_->cmbGmtDiff->currentText().trimmed().toInt(&isNumber);
   if (!isNumber) {
-    const MessageBox box = MessageBox::Error(QString::number(kTypeMismatch) +
-                                             QStringLiteral(" 時差が数値ではありません。: ") +
-                                             ui_->cmbGmtDiff->currentText());
+    const MessageBox box =
+        MessageBox::Error(QString::number(kTypeMismatch) + u" 時差が数値ではありません。: "_s +
+                          ui_->cmbGmtDiff->currentText());
     co_await context_.messages.Ask(box);
     ui_->cmbGmtDiff->setFocus();
     co_return;

@@ -9,22 +9,23 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 QString HelpFileName(HelpPage page) {
   switch (page) {
     case HelpPage::Contents:
-      return QStringLiteral("index.html");
+      return u"index.html"_s;
     case HelpPage::Patterns:
-      return QStringLiteral("patterns.html");
+      return u"patterns.html"_s;
     case HelpPage::History:
-      return QStringLiteral("history.html");
+      return u"history.html"_s;
   }
   return {};
 }
 
 QString FindHelpFolder() {
-  const QString installed =
-      QCoreApplication::applicationDirPath() + QStringLiteral("/../share/zentorin/help");
-  for (const QString& folder : {installed, QStringLiteral(ZENTORIN_HELP_SOURCE)}) {
+  const QString installed = QCoreApplication::applicationDirPath() + u"/../share/zentorin/help"_s;
+  for (const QString& folder : {installed, QString::fromUtf8(ZENTORIN_HELP_SOURCE)}) {
     if (QFileInfo::exists(folder + u'/' + HelpFileName(HelpPage::Contents))) {
       return QDir(folder).canonicalPath();
     }

@@ -11,6 +11,8 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 PlainTextWindows::PlainTextWindows(FileDialogs& dialogs, MessageBoxes& messages)
     : dialogs_(dialogs), messages_(messages) {}
 
@@ -34,17 +36,16 @@ bool PlainTextWindows::Show(const QString& text, const QString& title) {
 // In UTF-8, which holds every text, with the line ends of the program's other files.
 QCoro::Task<void> PlainTextWindows::Save(QString text, QString title) {
   FileDialog dialog;
-  dialog.title = QStringLiteral("名前を付けて保存");
+  dialog.title = u"名前を付けて保存"_s;
   dialog.folder = QDir::homePath();
   QString name = CleanFileName(title);
-  if (!name.endsWith(QLatin1String(".txt"))) name += QStringLiteral(".txt");
+  if (!name.endsWith(".txt"_L1)) name += u".txt"_s;
   dialog.proposedFile = dialog.folder + u'/' + name;
-  dialog.filters = {QStringLiteral("テキストファイル(*.txt)"),
-                    QStringLiteral("すべてのファイル(*.*)")};
+  dialog.filters = {u"テキストファイル(*.txt)"_s, u"すべてのファイル(*.*)"_s};
   const QString path = co_await dialogs_.AskForFileToSave(dialog);
   if (path.isEmpty()) co_return;
-  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-  text.replace(QStringLiteral("\n"), QStringLiteral("\r\n"));
+  text.replace(u"\r\n"_s, u"\n"_s);
+  text.replace(u"\n"_s, u"\r\n"_s);
   const FileOutcome outcome = WriteWholeFile(path, text.toUtf8());
   if (outcome.Ok()) co_return;
   const MessageBox box = MessageBox::Error(outcome.message);

@@ -15,6 +15,9 @@
 #include "ui/widgets/fixed_pitch_font.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int kColumns = 88;  // half-width characters that the window shows at first
@@ -22,7 +25,7 @@ constexpr int kLines = 32;
 
 QPushButton* AddButton(QHBoxLayout* row, const char* name, const QString& caption) {
   auto* button = new QPushButton(caption);
-  button->setObjectName(QLatin1String(name));
+  button->setObjectName(QLatin1StringView(name));
   button->setAutoDefault(false);
   row->addWidget(button);
   return button;
@@ -49,14 +52,14 @@ QString WithoutEndlessLines(const QString& text) {
 
 TextWindow::TextWindow(const QString& text, const QString& title, QWidget* parent)
     : QWidget(parent, Qt::Window), text_(text) {
-  setObjectName(QStringLiteral("TextWindow"));
-  setWindowTitle(title.isEmpty() ? QStringLiteral("テキスト") : title);
-  setWindowIcon(QIcon(QStringLiteral(":/icons/zentorin.svg")));
+  setObjectName(u"TextWindow"_s);
+  setWindowTitle(title.isEmpty() ? u"テキスト"_s : title);
+  setWindowIcon(QIcon(u":/icons/zentorin.svg"_s));
   MakeControls();
   MakeShortcuts();
   txtText->setPlainText(WithoutEndlessLines(text));
   const QFontMetrics metrics(txtText->font());
-  resize(kColumns * metrics.horizontalAdvance(QLatin1Char('0')), kLines * metrics.lineSpacing());
+  resize(kColumns * metrics.horizontalAdvance(u'0'), kLines * metrics.lineSpacing());
 }
 
 void TextWindow::MakeControls() {
@@ -64,18 +67,18 @@ void TextWindow::MakeControls() {
   auto* bar = new QHBoxLayout;
   rows->addLayout(bar);
   txtFind = new QLineEdit;
-  txtFind->setObjectName(QStringLiteral("txtFind"));
-  txtFind->setPlaceholderText(QStringLiteral("検索する文字列"));
+  txtFind->setObjectName(u"txtFind"_s);
+  txtFind->setPlaceholderText(u"検索する文字列"_s);
   txtFind->setAccessibleName(txtFind->placeholderText());
   txtFind->setClearButtonEnabled(true);
   bar->addWidget(txtFind, 1);
-  auto* next = AddButton(bar, "cmdFindNext", QStringLiteral("次を検索"));
-  auto* previous = AddButton(bar, "cmdFindPrevious", QStringLiteral("前を検索"));
-  auto* copy = AddButton(bar, "cmdCopy", QStringLiteral("コピー"));
-  auto* save = AddButton(bar, "cmdSaveAs", QStringLiteral("名前を付けて保存"));
-  copy->setToolTip(QStringLiteral("選択した部分、選択がなければ全体をコピーします"));
+  auto* next = AddButton(bar, "cmdFindNext", u"次を検索"_s);
+  auto* previous = AddButton(bar, "cmdFindPrevious", u"前を検索"_s);
+  auto* copy = AddButton(bar, "cmdCopy", u"コピー"_s);
+  auto* save = AddButton(bar, "cmdSaveAs", u"名前を付けて保存"_s);
+  copy->setToolTip(u"選択した部分、選択がなければ全体をコピーします"_s);
   txtText = new QPlainTextEdit;
-  txtText->setObjectName(QStringLiteral("txtText"));
+  txtText->setObjectName(u"txtText"_s);
   txtText->setReadOnly(true);
   txtText->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   txtText->setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -83,7 +86,7 @@ void TextWindow::MakeControls() {
   txtText->setAccessibleName(windowTitle());
   rows->addWidget(txtText, 1);
   lblFound = new QLabel;
-  lblFound->setObjectName(QStringLiteral("lblFound"));
+  lblFound->setObjectName(u"lblFound"_s);
   lblFound->setTextFormat(Qt::PlainText);
   rows->addWidget(lblFound);
   lblFound->hide();
@@ -138,7 +141,7 @@ void TextWindow::Find(bool backward) {
     found = txtText->find(wanted, flags);
     if (!found) txtText->setTextCursor(before);
   }
-  lblFound->setText(QStringLiteral("「%1」は見つかりません。").arg(wanted));
+  lblFound->setText(u"「%1」は見つかりません。"_s.arg(wanted));
   lblFound->setVisible(!found);
 }
 

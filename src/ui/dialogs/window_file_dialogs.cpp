@@ -10,6 +10,9 @@
 #include <QCoro/QCoroSignal>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // A filter as Qt reads it: its text, and behind it in brackets, which the dialog hides, the pattern
@@ -17,9 +20,8 @@ namespace {
 QStringList QtFilters(const QStringList& filters) {
   QStringList result;
   for (const QString& filter : filters) {
-    const QString pattern = filter.mid(filter.lastIndexOf(QLatin1Char('(')));
-    result.append(filter + QLatin1Char(' ') +
-                  (pattern == QLatin1String("(*.*)") ? QStringLiteral("(*)") : pattern));
+    const QString pattern = filter.mid(filter.lastIndexOf(u'('));
+    result.append(filter + u' ' + (pattern == "(*.*)"_L1 ? u"(*)"_s : pattern));
   }
   return result;
 }
@@ -34,7 +36,7 @@ QString ExistingFolder(const QString& folder) {
 
 // The ending that a name without one gets: that of the first filter.
 QString SuffixOf(const QStringList& filters) {
-  static const QRegularExpression kEnding(QStringLiteral(R"(\*\.(\w+))"));
+  static const QRegularExpression kEnding(uR"(\*\.(\w+))"_s);
   return filters.isEmpty() ? QString() : kEnding.match(filters.first()).captured(1);
 }
 

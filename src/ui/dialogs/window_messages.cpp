@@ -14,6 +14,9 @@
 #include "base/file_names.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QMessageBox::StandardButtons ButtonsOf(MessageBox::Buttons buttons) {
@@ -99,10 +102,10 @@ void SetCaptions(QMessageBox& dialog) {
   const auto name = [&dialog](QMessageBox::StandardButton button, const QString& caption) {
     if (QAbstractButton* shown = dialog.button(button)) shown->setText(caption);
   };
-  name(QMessageBox::Ok, QStringLiteral("OK"));
-  name(QMessageBox::Cancel, QStringLiteral("キャンセル"));
-  name(QMessageBox::Yes, QStringLiteral("はい(&Y)"));
-  name(QMessageBox::No, QStringLiteral("いいえ(&N)"));
+  name(QMessageBox::Ok, u"OK"_s);
+  name(QMessageBox::Cancel, u"キャンセル"_s);
+  name(QMessageBox::Yes, u"はい(&Y)"_s);
+  name(QMessageBox::No, u"いいえ(&N)"_s);
 }
 
 }  // namespace
@@ -119,7 +122,7 @@ QCoro::Task<MessageBox::Answer> WindowMessages::Ask(MessageBox box) {
   dialog->setWindowTitle(title);
   dialog->setStandardButtons(ButtonsOf(box.buttons));
   dialog->setTextFormat(Qt::PlainText);
-  dialog->setText(QString(box.text).remove(QLatin1Char('\r')));
+  dialog->setText(QString(box.text).remove(u'\r'));
   dialog->setIcon(IconOf(box));
   dialog->setDefaultButton(ButtonOf(box.defaultAnswer));
   dialog->setWindowModality(Qt::ApplicationModal);

@@ -7,14 +7,14 @@
 namespace zentorin {
 
 ContextMenu::ContextMenu(const char* name, QAbstractItemView& list) : QMenu(&list), list_(list) {
-  setObjectName(QLatin1String(name));
+  setObjectName(QLatin1StringView(name));
   list.installEventFilter(this);
   list.viewport()->installEventFilter(this);
 }
 
 QAction* ContextMenu::AddEntry(const char* name, const QString& caption, const QKeySequence& keys) {
   QAction* action = addAction(caption);
-  action->setObjectName(QLatin1String(name));
+  action->setObjectName(QLatin1StringView(name));
   if (keys.isEmpty()) return action;
   action->setShortcut(keys);
   action->setShortcutContext(Qt::WidgetShortcut);

@@ -7,10 +7,11 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
 QFont FixedPitchFont(const QFont& base) {
   QFont font(base);
-  font.setFamilies({QStringLiteral("Noto Sans Mono CJK JP"), QStringLiteral("IPAGothic"),
-                    QStringLiteral("TakaoGothic"), QStringLiteral("VL Gothic"),
+  font.setFamilies({u"Noto Sans Mono CJK JP"_s, u"IPAGothic"_s, u"TakaoGothic"_s, u"VL Gothic"_s,
                     QFontDatabase::systemFont(QFontDatabase::FixedFont).family()});
   font.setStyleHint(QFont::Monospace);
   font.setFixedPitch(true);

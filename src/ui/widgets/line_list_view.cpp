@@ -18,14 +18,14 @@ constexpr int kLastColumnChars = 200;  // room that the scroll extent leaves for
 
 // The unit of the tab stops: the width of a half-width character of the fixed-pitch font.
 int CharWidth(const QFontMetrics& metrics) {
-  return metrics.horizontalAdvance(QLatin1Char('0'));
+  return metrics.horizontalAdvance(u'0');
 }
 
 // The columns of one line.
 QStringList ColumnTexts(const QModelIndex& index) {
   const QAbstractItemModel* model = index.model();
   const int columns = model->columnCount(index.parent());
-  if (columns == 1) return index.data(Qt::DisplayRole).toString().split(QLatin1Char('\t'));
+  if (columns == 1) return index.data(Qt::DisplayRole).toString().split(u'\t');
   QStringList texts;
   texts.reserve(columns);
   for (int column = 0; column < columns; ++column) {

@@ -6,6 +6,9 @@
 #include <QMimeData>
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // The path of the only .dat file that a drop brings; empty when it brings anything else.
@@ -13,7 +16,7 @@ QString DroppedList(const QMimeData& data) {
   const QList<QUrl> urls = data.urls();
   if (urls.size() != 1 || !urls.first().isLocalFile()) return {};
   const QString path = urls.first().toLocalFile();
-  return path.endsWith(QLatin1String(".dat"), Qt::CaseInsensitive) ? path : QString();
+  return path.endsWith(".dat"_L1, Qt::CaseInsensitive) ? path : QString();
 }
 
 }  // namespace

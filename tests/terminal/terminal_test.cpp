@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: MIT
+#include "terminal/terminal.h"
+
+#include <QCoreApplication>
+#include <array>
+#include <thread>
+#include <vector>
+
+#include <QCoro/QCoroSignal>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include "app/auto_run.h"
+#include "app/command_line.h"
+#include "app/run_tally.h"
+#include "download/finished_row.h"
+#include "download/result_code.h"
+#include "terminal/qt_messages.h"
+#include "terminal/terminal_messages.h"
+#include "terminal/terminal_progress.h"
+#include "terminal/terminal_text.h"
+#include "tests/support/fake_workspace.h"
+
+namespace zentorin::test {
+namespace {
+
+// Both ends of a pipe or of a pseudo-terminal of 20 columns without output processing.
+class Ends {
+ public:
+  explicit Ends(bool terminal) {
+    winsize size = {.ws_row = 5, .ws_col = 20, .ws_xpixel = 0, .ws_ypixel = 0};
+    termios raw = {};
+    ::cfmakeraw(&raw);
+    const bool made = terminal
+                          ? ::openpty(ends_.data(), ends_.data() + 1, nullptr, &raw, &size) == 0
+                          : ::pipe(ends_.data()) == 0;
+    EXPECT_TRUE(made);
+  }
+  ~Ends() {
+    for (const int end : ends_) ::close(end);
+  }
+  Ends(const Ends&) = delete;
+  Ends& operator=(const Ends&) = delete;
+
+  int Writer() const { return ends_[1]; }
+  QString Take() const {
+    // A pseudo-terminal hands over in pieces: it is read until nothing more comes.
+    constexpr int kSilenceMs = 100;
+    QByteArray text;
+    pollfd end = {ends_[0], POLLIN, 0};
+    while (::poll(&end, 1, kSilenceMs) == 1) {
+      std::array<char, 4096> bytes = {};
+      const ssize_t count = ::read(ends_[0], bytes.data(), bytes.size());
+      if (count <= 0) break;
+      text.append(bytes.data(), count);
+    }
+    return QString::fromUtf8(text);
+  }
+
+ private:
+  std::array<int, 2> ends_ = {-1, -1};
+};
+
+TEST(TerminalText, CountsWideCharactersTwiceAndMarksNotAtAll) {
+  EXPECT_EQ(TerminalWidth("aｱ漢！\U0001F600か\u3099"), 1 + 1 + 2 + 2 + 2 + 2);
+  EXPECT_EQ(CutToWidth("a漢字", 4), "a漢");
+  EXPECT_EQ(CutToWidth("\U0001F600か\u3099漢", 4), "\U0001F600か\u3099");
+  EXPECT_EQ(CutToWidth("漢字", 4), "漢字");
+}
+
+TEST(Terminal, DrawsOneLineOverAndKeepsOthersAboveIt) {
+  const Ends ends(true);
+  Terminal terminal(ends.Writer());
+  terminal.Refresh("ダウンロード中 1/3 http://a\x1b[31m.test/");
+  terminal.Line("x Error");
+  terminal.EndRefresh();
+  terminal.Refresh("漢字漢字漢字漢字漢字", " 9 バイト");
+  const QString clear = "\r\x1b[K";
+  const QString cut = "ダウンロード中 1/3 ";
+  EXPECT_EQ(ends.Take(),
+            clear + cut + clear + "x Error\n" + cut + clear + clear + "漢字漢字漢 9 バイト");
+}
+
+TEST(Terminal, WritesWholeLinesOnAPipeAndEscapesWhatCouldActOnAScreen) {
+  const Ends ends(false);
+  Terminal terminal(ends.Writer());
+  terminal.Refresh("never seen");
+  terminal.Line("名前\x1b]0;x\u202E");
+  EXPECT_EQ(ends.Take(), "名前\\u{1b}]0;x\\u{202e}\n");
+  terminal.Line(QString(10'000, u'x'));
+  EXPECT_LT(ends.Take().size(), 4'100);
+}
+
+TEST(TerminalMessages, ShowABoxAsOneLineAndAnswerItsDefault) {
+  const Ends ends(false);
+  Terminal terminal(ends.Writer());
+  TerminalMessages messages(terminal);
+  const MessageBox told{.title = "エラー発生",
+                        .text = "一行目\r\n\r\n二行目",
+                        .buttons = MessageBox::Buttons::Ok,
+                        .defaultAnswer = MessageBox::Answer::Ok};
+  EXPECT_EQ(QCoro::waitFor(messages.Ask(told)), MessageBox::Answer::Ok);
+  EXPECT_EQ(ends.Take(), "エラー発生: 一行目 / 二行目\n");
+  const MessageBox asked{.title = QString(),
+                         .text = "接続しましょうか？",
+                         .buttons = MessageBox::Buttons::YesNo,
+                         .defaultAnswer = MessageBox::Answer::No};
+  EXPECT_EQ(QCoro::waitFor(messages.Ask(asked)), MessageBox::Answer::No);
+  EXPECT_EQ(ends.Take(), "接続しましょうか？ → いいえ\n");
+}
+
+TEST(QtMessages, StandOnLinesOfTheirOwn) {
+  const Ends ends(true);
+  Terminal terminal(ends.Writer());
+  const QtMessages messages(terminal);
+  terminal.Refresh("12%");
+  std::thread([] { qWarning("from elsewhere"); }).join();
+  QCoreApplication::sendPostedEvents();
+  qInfo("here");
+  const QString clear = "\r\x1b[K";
+  EXPECT_EQ(ends.Take(), clear + "12%" + clear + "from elsewhere\n12%" + clear + "here\n12%");
+}
+
+TEST(TerminalProgress, ShowsEveryStepOfTheCountdownAndTheFaultOfEveryRow) {
+  const TempDir home;
+  FakeWorkspace w(home);
+  const Ends ends(true);
+  Terminal terminal(ends.Writer());
+  AutoRun run(w.workspace);
+  const TerminalProgress progress(w.workspace, run, terminal);
+  for (int row = 0; row < 2; ++row) {
+    w.workspace.board.SetStatus("ダウンロード中");
+    w.workspace.board.SetStatus("無効", StatusBoard::kRed);
+    w.workspace.board.SetBusy(row == 0);
+  }
+  EXPECT_EQ(ends.Take(), "無効\n無効\n");
+  w.workspace.driver.SetCountdownStep(std::chrono::milliseconds(1));
+  ASSERT_TRUE(run.Arm(ParseCommandLine("-a -q h")));
+  QCoro::waitFor(qCoro(&run, &AutoRun::Finished));
+  const QString drawn = ends.Take();
+  for (int tenths = 49; tenths >= 0; --tenths) {
+    const QString step = QString::number(tenths / 10.0, 'f', 1);
+    EXPECT_TRUE(drawn.contains("休止 します。  " + step)) << step.toStdString();
+  }
+}
+
+TEST(RunTally, SumsUpRowsByWhatBecameOfThem) {
+  RunTally tally;
+  tally.AddJob();
+  const std::vector<int> codes = {kComplete,       kComplete, kSkipExisting, kSkipNone, kFatal,
+                                  kOutOfDiskSpace, 57,        kCancelled};
+  for (const int code : codes) {
+    tally.AddRow({.code = code, .text = {}, .address = {}, .path = {}, .bytes = 600}, "/save");
+  }
+  EXPECT_EQ(tally.Summary(kExitFailures),
+            QStringList({"異常終了: ジョブ 1、ファイル 完了 2・失敗 3・スキップ 2、"
+                         "1,200 バイト",
+                         "保存先: /save"}));
+}
+
+}  // namespace
+}  // namespace zentorin::test
