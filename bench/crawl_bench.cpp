@@ -4,9 +4,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include "base/activity.h"
 #include "base/display_clock.h"
-#include "base/run_state.h"
-#include "base/status_board.h"
 #include "crawl/crawler.h"
 #include "crawl/file_list.h"
 #include "crawl/file_list_generator.h"
@@ -24,15 +23,14 @@ namespace {
 // A job and what it works on; its engine is never asked.
 struct Bench {
   Bench() {
-    urlList.ReplaceAll({TargetUrlItem().ToLine()});
+    urlList.ReplaceAll({TargetUrlItem()});
     urlList.Select(0);
     job.Edit(TargetUrlItem::Depth, u"1"_s);
   }
 
   test::MemoryEngine engine{[](const QString&) { return QByteArray(); }};
-  RunState state;
-  MyXMLHttpRequest http{engine, state};
-  StatusBoard board;
+  MyXMLHttpRequest http{engine};
+  Activity activity;
   test::RecordingMessageBoxes messages;
   test::SettableClock time;
   ClockOptions clockOptions;
@@ -40,12 +38,12 @@ struct Bench {
   UrlList urlList;
   JobEditor job{urlList};
   FileList files;
-  CrawlContext context{http, state, board, messages, clock, clockOptions, urlList, job, files};
+  CrawlContext context{http, activity, messages, clock, urlList, job, files};
 };
 
 FetchedPage PageOfLinks(qint64 count, const QString& ending) {
   FetchedPage page;
-  page.status = 0;
+  page.httpStatus = kHttpOk;
   page.finalUrl = u"http://h.test/index.html"_s;
   for (qint64 i = 0; i < count; ++i) {
     page.text +=
@@ -59,7 +57,7 @@ void ExtractLinks(benchmark::State& state) {
   for (auto _ : state) {
     Bench bench;
     Pattern files(uR"re(<.+?(?:href|url)=["']?(.+?\.mp3)["' >])re"_s);
-    PageExtractor extractor(bench.context, files, bench.clock.Now());
+    PageExtractor extractor(bench.context, files, bench.clock.Now(), {});
     QCoro::waitFor(extractor.Extract(page.finalUrl, page));
     if (bench.files.Count() != state.range(0)) state.SkipWithError("rows are missing");
   }
@@ -71,7 +69,7 @@ void ExtractKnownLinks(benchmark::State& state) {
   const FetchedPage page = PageOfLinks(state.range(0), u".mp3"_s);
   Bench bench;
   Pattern files(uR"re(<.+?(?:href|url)=["']?(.+?\.mp3)["' >])re"_s);
-  PageExtractor extractor(bench.context, files, bench.clock.Now());
+  PageExtractor extractor(bench.context, files, bench.clock.Now(), {});
   QCoro::waitFor(extractor.Extract(page.finalUrl, page));
   for (auto _ : state) QCoro::waitFor(extractor.Extract(page.finalUrl, page));
 }
@@ -85,7 +83,7 @@ void VisitPages(benchmark::State& state) {
   for (auto _ : state) {
     Bench bench;
     Pattern subPages(uR"re((?:href|url|src)=["']?(.+?)["' >])re"_s);
-    Crawler crawler(bench.context, subPages, nullptr);
+    Crawler crawler(bench.context, subPages, nullptr, {});
     QCoro::waitFor(crawler.Run(start));
     if (bench.files.Count() != state.range(0) + 1) state.SkipWithError("pages are missing");
   }

@@ -12,7 +12,6 @@
 
 #include <sys/resource.h>
 
-#include "base/run_state.h"
 #include "net/curl_http_engine.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -52,8 +51,7 @@ int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   const QStringList arguments = QCoreApplication::arguments();
   if (arguments.size() != 4) return 2;
-  zentorin::RunState state;
-  zentorin::CurlHttpEngine engine(state, {});
+  zentorin::CurlHttpEngine engine({});
   HttpRequest request;
   request.url = arguments.at(2);
   request.idleTimeout = std::chrono::seconds(60);

@@ -5,14 +5,14 @@
 
 #include <unistd.h>
 
-#include "app/exit_status.h"
 #include "app/stop_signals.h"
 #include "app/usage.h"
 #include "base/bus_greeting.h"
 #include "base/display_server.h"
 #include "base/message_bus.h"
 #include "base/program_folder.h"
-#include "compositions.h"
+#include "compose.h"
+#include "download/run_outcome.h"
 #include "terminal/terminal.h"
 
 using namespace Qt::Literals::StringLiterals;

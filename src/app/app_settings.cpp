@@ -16,7 +16,6 @@ namespace {
 
 constexpr qint64 kMaxFileBytes = 64LL * 1024 * 1024;
 
-// One line of the file: its key and the field that it stands for.
 struct Setting {
   using Field = std::variant<int*, bool*, QString*>;
 
@@ -68,11 +67,11 @@ QString ValueOf(const Setting& setting) {
 
 }  // namespace
 
-FileOutcome AppSettings::Load(const QString& path) {
+Outcome AppSettings::Load(const QString& path) {
   *this = AppSettings();
   QByteArray bytes;
-  FileOutcome outcome = ReadWholeFile(path, kMaxFileBytes, bytes);
-  if (outcome.error == static_cast<int>(RunTimeError::PathMissing)) return {};
+  Outcome outcome = ReadWholeFile(path, kMaxFileBytes, bytes);
+  if (outcome.error == RunTimeError::PathMissing) return {};
   if (!outcome.Ok()) return outcome;
   const std::vector<Setting> known = SettingsOf(*this);
   for (const QString& line : SplitLines(DecodeAnsi(bytes))) {
@@ -86,16 +85,16 @@ FileOutcome AppSettings::Load(const QString& path) {
   return {};
 }
 
-FileOutcome AppSettings::Save(const QString& path) const {
+Outcome AppSettings::Save(const QString& path) const {
   AppSettings copy = *this;
   QByteArray bytes;
   for (const Setting& setting : SettingsOf(copy)) {
     const AnsiBytes line = EncodeAnsi(setting.key + u" = "_s + ValueOf(setting) + u"\r\n"_s);
     if (line.fault) {
-      return {
-          .error = static_cast<int>(RunTimeError::Other),
-          .message = u"%1 に保存できません。「%2」の文字「%3」は Shift_JIS で表せません。"_s.arg(
-              path, setting.key, line.fault->character)};
+      return Outcome::Failed(
+          RunTimeError::Other,
+          u"%1 に保存できません。「%2」の文字「%3」は Shift_JIS で表せません。"_s.arg(
+              path, setting.key, line.fault->character));
     }
     bytes += line.bytes;
   }

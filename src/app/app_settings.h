@@ -9,7 +9,7 @@
 
 namespace zentorin {
 
-// The options that outlive a run of the program, kept in Conf.txt.
+// What Conf.txt holds.
 struct AppSettings {
   int formLeft = 130;  // the main window's normal rectangle, pixels
   int formTop = 100;
@@ -19,12 +19,10 @@ struct AppSettings {
   ClockOptions clock;
   DownloadOptions download;
 
-  // A missing file leaves the defaults and is no error; so do lines that are no setting. The lines
-  // of the clock are written but never read back: the clock starts at its defaults in every run of
-  // the program.
-  FileOutcome Load(const QString& path);
-  // Writes every setting in its fixed order, the rectangle as it stands here.
-  FileOutcome Save(const QString& path) const;
+  // A missing file and lines that are no setting leave the defaults. The lines of the clock are
+  // written but never read back.
+  Outcome Load(const QString& path);
+  Outcome Save(const QString& path) const;
 };
 
 }  // namespace zentorin

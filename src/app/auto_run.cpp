@@ -34,22 +34,18 @@ QString ListInUseText(const QString& listFile) {
 AutoRun::AutoRun(Workspace& workspace, QObject* parent) : QObject(parent), workspace_(workspace) {
   timer_.setInterval(kTickMs);
   connect(&timer_, &QTimer::timeout, this, &AutoRun::Tick);
-  connect(&workspace_.state, &RunState::Cancelled, this, &AutoRun::TakeCancel);
-  connect(&workspace_.driver, &RunDriver::PresetsCleared, this, &AutoRun::Abandon);
-  // A command that ends during the countdown has hidden the button that gives the countdown up.
-  connect(&workspace_.driver, &RunDriver::RunningChanged, this, [this](bool running) {
-    if (!running && phase_ == Phase::Armed) OfferCancel();
-  });
+  connect(&workspace_.driver, &RunDriver::PresetsCleared, this, &AutoRun::GiveUp);
+  connect(&workspace_.driver, &RunDriver::BatchEnded, this, &AutoRun::ShowBatchEnd);
 }
 
 bool AutoRun::Arm(const CommandLine& line) {
   if (!LockOpenList()) return false;
-  phase_ = Phase::Armed;
+  state_ = State::Armed;
+  armed_.emplace(workspace_.activity, Phase::Armed);
   autoStartTime_ = line.autoStartTime;
   trayMode_ = line.trayMode;
   remainingSeconds_ = SecondsUntilStart();
   workspace_.driver.SetAfterBatchAction(line.afterBatchAction);
-  OfferCancel();
   if (trayMode_) Q_EMIT MoveToTrayRequested();
   timer_.start();
   // The first tick comes as soon as start-up has returned: "at once" is not a second later.
@@ -65,8 +61,8 @@ int AutoRun::SecondsUntilStart() const {
 }
 
 void AutoRun::Tick() {
-  // The first tick may be on its way yet when a cancel has stopped the timer.
-  if (phase_ != Phase::Armed || !timer_.isActive()) return;
+  // The first tick may be on its way yet when the countdown is given up.
+  if (state_ != State::Armed) return;
   remainingSeconds_ = SecondsUntilStart();
   if (remainingSeconds_ <= 0) {
     // A command that the user has started meanwhile is let through first.
@@ -76,41 +72,19 @@ void AutoRun::Tick() {
   }
 }
 
-// A cancel ends the countdown at once instead of at the next tick. Queued, so that the command that
-// set the flag has done all it does before the flag is cleared again.
-void AutoRun::TakeCancel() {
-  if (phase_ != Phase::Armed) return;
-  timer_.stop();
-  QMetaObject::invokeMethod(this, &AutoRun::Abandon, Qt::QueuedConnection);
-}
-
-// The countdown can be given up by the cancel button.
-void AutoRun::OfferCancel() {
-  workspace_.board.SetCancelShown(true);
-  workspace_.board.SetCancelEnabled(true);
-}
-
 void AutoRun::ShowText(const QString& text) {
   Q_EMIT TitleChanged(text);
   Q_EMIT TrayTipChanged(text);
 }
 
-void AutoRun::Abandon() {
-  if (phase_ == Phase::Armed) GiveUp();
-}
-
 void AutoRun::GiveUp() {
-  if (!workspace_.driver.IsRunning()) {
-    workspace_.board.SetCancelShown(false);
-    workspace_.board.SetCancelCaption(u"キャンセル"_s);
-  }
+  if (state_ != State::Armed) return;
   Reset();
   Q_EMIT TitleChanged(ProductTitle());
-  Q_EMIT Finished(false);
+  Q_EMIT Finished({.cancelled = true});
 }
 
-// Takes the lock of the list that is open now, in place of one that is held; false when another run
-// holds it.
+// False when another run holds it.
 bool AutoRun::LockOpenList() {
   lock_.Release();
   const QString& list = workspace_.urlList.CurrentListFile();
@@ -120,40 +94,37 @@ bool AutoRun::LockOpenList() {
 QCoro::Task<void> AutoRun::RunBatch() {
   timer_.stop();
   // No longer armed: a program that closes meanwhile waits for the answer to the box below.
-  phase_ = Phase::Running;
+  state_ = State::Running;
+  RunOutcome outcome;
   // During the countdown another list may have been opened, or this one written anew.
-  if (!LockOpenList()) {
+  if (LockOpenList()) {
+    ShowText(u"ダウンロード実行中"_s);
+    armed_.reset();
+    outcome = co_await workspace_.driver.BatchCommand();
+  } else {
+    outcome.refused = true;
     const MessageBox box = MessageBox::Error(ListInUseText(workspace_.urlList.CurrentListFile()));
     co_await workspace_.world.messages.Ask(box);
-    GiveUp();
-    co_return;
+    Q_EMIT TitleChanged(ProductTitle());
   }
-  StatusBoard::Standby standby = workspace_.board.GetStandby();
-  standby.visible = true;
-  workspace_.board.SetStandby(standby);
-  ShowText(u"ダウンロード実行中"_s);
-  // A press from before the run is no wish to stop it.
-  workspace_.state.ClearCancel();
-  co_await workspace_.driver.Drive(true);
+  Reset();
+  Q_EMIT Finished(outcome);
+}
+
+// The step after the batch is yet to come.
+void AutoRun::ShowBatchEnd() {
+  if (state_ != State::Running) return;
   if (trayMode_) Q_EMIT RestoreFromTrayRequested();
   Q_EMIT TitleChanged(ProductTitle());
-  co_await workspace_.driver.PowerActionCountdown();
-  standby = workspace_.board.GetStandby();
-  standby.checked = false;
-  standby.visible = false;
-  workspace_.board.SetStandby(standby);
-  Reset();
-  Q_EMIT Finished(true);
 }
 
 void AutoRun::Reset() {
   timer_.stop();
-  // A command that works beside the countdown has yet to see its cancel.
-  if (!workspace_.driver.IsRunning()) workspace_.state.ClearCancel();
+  armed_.reset();
   workspace_.driver.SetAfterBatchAction(QString());
   autoStartTime_.clear();
   trayMode_ = false;
-  phase_ = Phase::Idle;
+  state_ = State::Idle;
   lock_.Release();
 }
 

@@ -17,7 +17,7 @@ constexpr std::chrono::milliseconds kToolWindowTime(500);
 QCoro::Task<void> WaitForRest(Workspace& workspace, AutoRun& autoRun) {
   RunDriver& driver = workspace.driver;
   SourceCommand& source = workspace.source;
-  while (autoRun.CurrentPhase() != AutoRun::Phase::Idle) {
+  while (autoRun.CurrentState() != AutoRun::State::Idle) {
     co_await qCoro(&autoRun, &AutoRun::Finished);
   }
   while (driver.IsRunning()) {
@@ -32,8 +32,16 @@ QCoro::Task<void> WaitForRest(Workspace& workspace, AutoRun& autoRun) {
 
 }  // namespace
 
-QCoro::Task<FileOutcome> CloseSteps(Workspace& workspace, AutoRun& autoRun) {
-  workspace.state.RequestCancel();
+void CancelWork(Workspace& workspace, AutoRun& autoRun) {
+  const bool works = workspace.driver.IsRunning() || workspace.source.IsRunning();
+  workspace.driver.CancelCommand();
+  workspace.source.Cancel();
+  if (!works) autoRun.GiveUp();
+}
+
+QCoro::Task<Outcome> CloseSteps(Workspace& workspace, AutoRun& autoRun) {
+  CancelWork(workspace, autoRun);
+  autoRun.GiveUp();
   co_await WaitForRest(workspace, autoRun);
   const bool asked = workspace.world.capture.AskToolToClose();
   if (asked) co_await QCoro::sleepFor(kToolWindowTime);

@@ -8,7 +8,6 @@
 
 namespace zentorin {
 
-// One question for a file.
 struct FileDialog {
   QString title;
   QString folder;        // where the dialog starts, absolute
@@ -16,8 +15,7 @@ struct FileDialog {
   QStringList filters;   // "caption(*.ending)", the first one is chosen
 };
 
-// The one way by which anything asks the user for a file or a folder. Answers an absolute path of
-// this system, empty when the user gives up.
+// Answers are absolute paths of this system, empty when the user gives up.
 class FileDialogs {
  public:
   FileDialogs() = default;

@@ -11,22 +11,17 @@ namespace zentorin {
 
 class Workspace;
 
-// The commands on the file list; all of them may be given while a run walks its rows. The workspace
-// outlives the commands and every task.
+// The commands on the file list. All of them may be given while a run walks its rows.
 class FileListCommands {
  public:
   explicit FileListCommands(Workspace& workspace) : workspace_(workspace) {}
 
   void SelectAll();
-  // The current row's file in the browser or as text.
-  void OpenSite();
-  QCoro::Task<void> OpenSource();
-  // Plays or views the current row's file, unless several rows are selected.
-  QCoro::Task<void> Play();
-  // The selected rows in list order, each with CR LF behind it.
-  QString CopiedText() const;
-  // Every selected row, when a row is current.
-  QCoro::Task<void> Delete();
+  void OpenSite();                 // the current row's file, in the browser
+  QCoro::Task<void> OpenSource();  // the same as text
+  QCoro::Task<void> Play();        // the current row's file, unless several are selected
+  QString CopiedText() const;      // the selected rows in list order, each with CR LF behind it
+  QCoro::Task<void> Delete();      // every selected row, when a row is current
   void Sort(FileListRow::Column column);
   const QString& SortTag() const { return sorter_.Tag(); }
 

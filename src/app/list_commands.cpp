@@ -23,12 +23,7 @@ TargetUrlItem NewJob(const QString& defaultSavePath) {
   job.Set(TargetUrlItem::SavePath, defaultSavePath);
   job.Set(TargetUrlItem::Before, u","_s);
   job.Set(TargetUrlItem::Depth, u"1"_s);
-  for (const TargetUrlItem::Field flag :
-       {TargetUrlItem::Opt, TargetUrlItem::Skip, TargetUrlItem::OverWrite,
-        TargetUrlItem::OnlyUnderRoot, TargetUrlItem::Modify, TargetUrlItem::TreeFolder,
-        TargetUrlItem::DispModify}) {
-    job.SetFlag(flag, false);
-  }
+  for (const TargetUrlItem::Field flag : TargetUrlItem::kFlags) job.SetFlag(flag, false);
   return job;
 }
 
@@ -70,7 +65,7 @@ QCoro::Task<void> ListCommands::Open() {
 QCoro::Task<void> ListCommands::OpenFile(QString path) {
   if (workspace_.driver.RefuseWhileRunning()) co_return;
   UrlList& list = workspace_.urlList;
-  const FileOutcome outcome = ReadUrlListFile(path, list);
+  const Outcome outcome = ReadUrlListFile(path, list);
   if (!outcome.Ok()) {
     co_await Report(outcome.message);
     co_return;
@@ -118,7 +113,7 @@ QCoro::Task<bool> ListCommands::MayClose() {
 }
 
 QCoro::Task<bool> ListCommands::WriteTo(QString path) {
-  const FileOutcome outcome = WriteUrlListFile(path, workspace_.urlList);
+  const Outcome outcome = WriteUrlListFile(path, workspace_.urlList);
   if (outcome.Ok()) {
     workspace_.urlList.SetDirty(false);
   } else {

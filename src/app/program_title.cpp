@@ -9,10 +9,6 @@ namespace zentorin {
 
 using namespace Qt::Literals::StringLiterals;
 
-QString ProductName() {
-  return u"Zentorin"_s;
-}
-
 QString ProductVersion() {
   return u"%1.%2.%3"_s.arg(ZENTORIN_MAJOR).arg(ZENTORIN_MINOR).arg(ZENTORIN_REVISION);
 }

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/source_command.h"
 
+#include "base/activity.h"
 #include "base/file_names.h"
 #include "base/message_boxes.h"
-#include "base/run_state.h"
-#include "base/status_board.h"
-#include "download/run_driver.h"
 #include "launch/opener.h"
 #include "net/my_xml_http_request.h"
 
@@ -13,52 +11,36 @@ namespace zentorin {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-constexpr int kFetched = 0;
-constexpr int kCancelled = 1;
-
-}  // namespace
-
 SourceCommand::SourceCommand(const SourceContext& context, QObject* parent)
-    : QObject(parent), context_(context) {
-  // A run that ends takes the button with it. Queued: a countdown may offer it again for itself.
-  connect(&context_.driver, &RunDriver::RunningChanged, this, &SourceCommand::OfferCancel,
-          Qt::QueuedConnection);
-}
+    : QObject(parent), context_(context) {}
 
 QCoro::Task<void> SourceCommand::Show(QString url) {
   if (running_) co_return;
   SetRunning(true);
-  fetching_ = true;
-  ownButton_ = false;
-  if (!context_.board.CancelShown()) context_.state.ClearCancel();
-  OfferCancel();
-  const FetchedPage page = co_await context_.http.FetchPageText(url);
-  fetching_ = false;
-  // A run that began meanwhile has the button now.
-  if (ownButton_ && !context_.driver.IsRunning()) {
-    StatusBoard& board = context_.board;
-    board.SetCancelShown(false);
-    board.SetCancelCaption(u"キャンセル"_s);
-    context_.state.ClearCancel();
-  }
-  if (page.status == kFetched) {
+  co_await FetchAndShow(url);
+  SetRunning(false);
+}
+
+void SourceCommand::Cancel() {
+  if (!fetch_) return;
+  context_.activity.SetCancelling();
+  CancelSource fetch = *fetch_;
+  fetch.Cancel();
+}
+
+QCoro::Task<void> SourceCommand::FetchAndShow(QString url) {
+  auto fetching = std::make_unique<Activity::Scope>(context_.activity, Phase::FetchingPage);
+  const CancelToken cancel = fetch_.emplace().Token();
+  const FetchedPage page = co_await context_.http.FetchPageText(url, cancel);
+  fetch_.reset();
+  fetching.reset();
+  if (page.Ok()) {
     context_.opener.ShowText(page.text, EscapeForDisplay(url));
-  } else if (page.status != kCancelled) {
+  } else if (page.failure != HttpFailure::Cancelled) {
     MessageBox box;
     box.text = u"このＵＲＬは無効です。\r\n\r\n"_s + EscapeForDisplay(url);
     co_await context_.messages.Ask(box);
   }
-  SetRunning(false);
-}
-
-void SourceCommand::OfferCancel() {
-  StatusBoard& board = context_.board;
-  if (!fetching_ || board.CancelShown() || context_.state.CancelRequested()) return;
-  ownButton_ = true;
-  board.SetCancelEnabled(true);
-  board.SetCancelShown(true);
 }
 
 void SourceCommand::SetRunning(bool running) {

@@ -3,51 +3,47 @@
 
 #include <QObject>
 #include <QString>
+#include <optional>
 
 #include <QCoro/QCoroTask>
 
+#include "base/cancel_token.h"
+
 namespace zentorin {
 
+class Activity;
 class MessageBoxes;
 class MyXMLHttpRequest;
 class Opener;
-class RunDriver;
-class RunState;
-class StatusBoard;
 
-// What the source command works on; all of it outlives the command.
 struct SourceContext {
   MyXMLHttpRequest& http;
-  RunState& state;
-  StatusBoard& board;
+  Activity& activity;
   MessageBoxes& messages;
   Opener& opener;
-  RunDriver& driver;
 };
 
-// "ソース": fetches the text of a page and shows it in a text window. Goes on beside a run, which
-// then has the cancel button; alone it offers the button itself. The cancel ends it in silence.
+// "ソース": fetches the text of a page and shows it in a text window. Goes on beside a run.
 class SourceCommand : public QObject {
   Q_OBJECT
 
  public:
   explicit SourceCommand(const SourceContext& context, QObject* parent = nullptr);
 
-  // One page at a time: does nothing while another one is on its way.
-  QCoro::Task<void> Show(QString url);
+  QCoro::Task<void> Show(QString url);  // does nothing while another one is on its way
   bool IsRunning() const { return running_; }
+  void Cancel();  // in silence
 
  Q_SIGNALS:
   void RunningChanged(bool running);
 
  private:
+  QCoro::Task<void> FetchAndShow(QString url);
   void SetRunning(bool running);
-  void OfferCancel();
 
   SourceContext context_;
   bool running_ = false;
-  bool fetching_ = false;
-  bool ownButton_ = false;
+  std::optional<CancelSource> fetch_;  // the one under way
 };
 
 }  // namespace zentorin

@@ -16,22 +16,18 @@ namespace {
 
 constexpr QLatin1StringView kLineBreaks = "\r\n\r\n"_L1;
 
-QString NumberAndText(const FileOutcome& outcome) {
-  return QString::number(outcome.error) + u' ' + outcome.message;
-}
-
 // Why a list could not be loaded; empty when it was.
 QString LoadList(Workspace& workspace, const QString& argument) {
   const QString path = FindListFile(argument, workspace.drives);
-  const FileOutcome outcome = ReadUrlListFile(path, workspace.urlList);
+  const Outcome outcome = ReadUrlListFile(path, workspace.urlList);
   if (outcome.Ok()) {
     workspace.urlList.SetCurrentListFile(path);
     return {};
   }
   QString message = u"ＵＲＬリスト読み込みエラー"_s + kLineBreaks + argument;
   // A missing file is told by its name alone; a fault inside it or on the way to it by its cause.
-  if (outcome.error == static_cast<int>(RunTimeError::PathMissing)) return message;
-  return message + kLineBreaks + NumberAndText(outcome);
+  if (outcome.error == RunTimeError::PathMissing) return message;
+  return message + kLineBreaks + outcome.NumberAndMessage();
 }
 
 // The steps in order; answers the message that ended them, or nothing.
@@ -39,12 +35,12 @@ QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line
                  const std::function<void()>& layOut) {
   if (!AnsiCodecAvailable()) {
     return u"この環境では Shift_JIS（CP932）の変換が使えません。"
-           "ICU を有効にした Qt が必要です。"_s;
+           "C ライブラリの iconv に CP932 の変換モジュール（gconv）がありません。"_s;
   }
-  const FileOutcome settings = workspace.settings.Load(workspace.SettingsPath());
-  if (!settings.Ok()) return NumberAndText(settings);
-  const FileOutcome patterns = workspace.patterns.LoadOrCreate(workspace.PatternsPath());
-  if (!patterns.Ok()) return NumberAndText(patterns);
+  const Outcome settings = workspace.settings.Load(workspace.SettingsPath());
+  if (!settings.Ok()) return settings.NumberAndMessage();
+  const Outcome patterns = workspace.patterns.LoadOrCreate(workspace.PatternsPath());
+  if (!patterns.Ok()) return patterns.NumberAndMessage();
   if (layOut) layOut();
   for (const QString& file : line.files) {
     const QString fault = LoadList(workspace, file);

@@ -5,19 +5,14 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <utility>
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include "app/exit_status.h"
+#include "download/run_outcome.h"
 
 namespace zentorin {
 namespace {
 
 // A signal handler can reach nothing but such variables.
 std::atomic<int> writeEnd = -1;
-int readEnd = -1;
 std::atomic<bool> stopSeen = false;
 
 extern "C" void OnStop(int /*signal*/) {
@@ -52,26 +47,25 @@ void StopSignals::Catch() {
 StopSignals::StopSignals(QObject* parent) : QObject(parent) {
   Catch();
   std::array<int, 2> ends = {-1, -1};
-  if (readEnd >= 0 || ::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
-  readEnd = ends[0];
+  if (writeEnd >= 0 || ::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+  readEnd_ = Descriptor(ends[0]);
   writeEnd = ends[1];
-  notifier_ = std::make_unique<QSocketNotifier>(readEnd, QSocketNotifier::Read);
-  connect(notifier_.get(), &QSocketNotifier::activated, this, &StopSignals::Read);
+  notifier_.setSocket(readEnd_.Number());
+  notifier_.setEnabled(true);
+  connect(&notifier_, &QSocketNotifier::activated, this, &StopSignals::Read);
 }
 
 StopSignals::~StopSignals() {
-  if (readEnd < 0) return;
+  if (readEnd_.Number() < 0) return;
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     if (!IsIgnored(signal)) Handle(signal, SIG_DFL);
   }
-  notifier_.reset();
   ::close(writeEnd.exchange(-1));
-  ::close(std::exchange(readEnd, -1));
 }
 
 void StopSignals::Read() {
   std::array<char, 16> bytes = {};
-  if (::read(readEnd, bytes.data(), bytes.size()) > 0) Q_EMIT StopRequested();
+  if (::read(readEnd_.Number(), bytes.data(), bytes.size()) > 0) Q_EMIT StopRequested();
 }
 
 }  // namespace zentorin

@@ -3,20 +3,20 @@
 
 #include <QObject>
 #include <QSocketNotifier>
-#include <memory>
+
+#include "base/descriptor.h"
 
 namespace zentorin {
 
-// Turns the system's wishes to stop (SIGINT, SIGTERM, and SIGHUP unless it is ignored as under
-// nohup) into a signal of the event loop. The second one ends the process at once with status 130,
-// also when the event loop stands still. A write to a pipe whose reader has gone no longer ends the
-// process. At most one object lives at a time.
+// Turns SIGINT, SIGTERM, and SIGHUP unless it is ignored as under nohup, into a signal of the event
+// loop. The second one ends the process at once with status 130. A write to a pipe whose reader has
+// gone no longer ends the process. At most one object lives at a time.
 class StopSignals : public QObject {
   Q_OBJECT
 
  public:
-  // Catches them from now on, before there is an application: nothing has been begun, so until
-  // there is an object the first one ends the process, too. Without this call the object does it.
+  // Catches them before there is an application. Until there is an object, the first one ends the
+  // process too. Without this call the object does it.
   static void Catch();
 
   explicit StopSignals(QObject* parent = nullptr);
@@ -28,7 +28,8 @@ class StopSignals : public QObject {
  private:
   void Read();
 
-  std::unique_ptr<QSocketNotifier> notifier_;
+  Descriptor readEnd_;
+  QSocketNotifier notifier_{QSocketNotifier::Read};
 };
 
 }  // namespace zentorin

@@ -2,7 +2,6 @@
 #include "app/url_list_commands.h"
 
 #include <QPersistentModelIndex>
-#include <QRegularExpression>
 
 #include "app/list_commands.h"
 #include "app/workspace.h"
@@ -27,15 +26,14 @@ QCoro::Task<void> UrlListCommands::OpenSource() {
 
 QString UrlListCommands::CopiedText() const {
   const UrlList& list = workspace_.urlList;
-  return list.SelectedRow() < 0 ? QString() : list.Line(list.SelectedRow());
+  return list.SelectedRow() < 0 ? QString() : list.Item(list.SelectedRow()).ToLine();
 }
 
 void UrlListCommands::Paste(const QString& text) {
-  static const QRegularExpression lineEnd(u"[\\r\\n\\0]"_s);
   UrlList& list = workspace_.urlList;
   const int row = list.SelectedRow();
   if (row < 0 || text.isEmpty()) return;
-  list.SetLine(row, text.left(text.indexOf(lineEnd)));
+  list.Set(row, TargetUrlItem::FromLine(text));
   list.Select(row);
   list.SetDirty(true);
 }
@@ -55,8 +53,8 @@ QCoro::Task<void> UrlListCommands::Delete() {
   const MessageBox question = DeleteQuestion();
   const MessageBox::Answer answer = co_await workspace_.world.messages.Ask(question);
   // An unattended run may have begun behind the question; it walks the list by its rows.
-  const bool stillThere = job.isValid() && !workspace_.board.Busy();
-  if (answer == MessageBox::Answer::Ok && stillThere) list.Remove(job.row());
+  if (answer != MessageBox::Answer::Ok || workspace_.driver.RefuseWhileRunning()) co_return;
+  if (job.isValid()) list.Remove(job.row());
 }
 
 QString UrlListCommands::RootAddress() const {

@@ -9,21 +9,16 @@ namespace zentorin {
 
 class Workspace;
 
-// The commands on the selected job of the URL list. Without a selected job all but Add() do
-// nothing. The workspace outlives the commands and every task.
+// Without a selected job all but Add() do nothing.
 class UrlListCommands {
  public:
   explicit UrlListCommands(Workspace& workspace) : workspace_(workspace) {}
 
-  // The root URL with its date templates expanded, in the browser or as text.
-  void OpenSite();
-  QCoro::Task<void> OpenSource();
-  // The job's whole line; empty without a job.
-  QString CopiedText() const;
-  // Puts the first line of a text in the place of the job's line, as it stands, and loads it.
-  void Paste(const QString& text);
-  // A new job below the selected one, else at the end of the list.
-  void Add();
+  void OpenSite();                  // the root URL, date templates expanded, in the browser
+  QCoro::Task<void> OpenSource();   // the same as text
+  QString CopiedText() const;       // the job's whole line
+  void Paste(const QString& text);  // its first line replaces the job's, as it stands
+  void Add();                       // below the selected job, else at the end
   QCoro::Task<void> Delete();
 
  private:

@@ -7,11 +7,9 @@
 
 namespace zentorin {
 
-// What "--help" or "--version" among the arguments is answered with, before anything else happens;
-// nothing without such an argument.
+// The answer to "--help" or "--version", before anything else happens; nothing without those.
 std::optional<QString> PlainAnswer(const QStringList& arguments);
 
-// What a start that can show no window and arms no run is told.
-QString HowToRunUnattended();
+QString HowToRunUnattended();  // told by a start that can show no window and arms no run
 
 }  // namespace zentorin

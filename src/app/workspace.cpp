@@ -7,15 +7,11 @@ namespace zentorin {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
 CrawlContext CrawlContextOf(Workspace& workspace) {
   return {.http = workspace.http,
-          .state = workspace.state,
-          .board = workspace.board,
+          .activity = workspace.activity,
           .messages = workspace.world.messages,
           .clock = workspace.clock,
-          .clockOptions = workspace.settings.clock,
           .urlList = workspace.urlList,
           .job = workspace.job,
           .files = workspace.files};
@@ -23,23 +19,19 @@ CrawlContext CrawlContextOf(Workspace& workspace) {
 
 DownloadContext DownloadContextOf(Workspace& workspace) {
   const World& world = workspace.world;
-  return {.engine = *workspace.engine,
-          .http = workspace.http,
-          .state = workspace.state,
-          .board = workspace.board,
-          .messages = world.messages,
-          .capture = world.capture,
-          .opener = world.opener,
-          .log = workspace.log,
-          .drives = workspace.drives,
-          .options = workspace.settings.download,
-          .clockOptions = workspace.settings.clock,
-          .job = workspace.job,
-          .files = workspace.files,
-          .clock = workspace.clock};
+  return {{.engine = *workspace.engine,
+           .http = workspace.http,
+           .activity = workspace.activity,
+           .capture = world.capture,
+           .drives = workspace.drives,
+           .options = workspace.settings.download,
+           .clock = workspace.clock},
+          world.messages,
+          world.opener,
+          workspace.log,
+          workspace.job,
+          workspace.files};
 }
-
-}  // namespace
 
 Workspace::Workspace(const World& outside, const QString& programFolder, const QString& connectTo)
     : world(outside),
@@ -48,11 +40,11 @@ Workspace::Workspace(const World& outside, const QString& programFolder, const Q
       job(urlList),
       dateFiles(job, files, world.clock, clock),
       log(programFolder + u"/log.txt"_s, world.clock),
-      engine(std::make_unique<CurlHttpEngine>(state, connectTo)),
-      http(*engine, state),
+      engine(std::make_unique<CurlHttpEngine>(connectTo)),
+      http(*engine),
       generator(CrawlContextOf(*this)),
       driver(DownloadContextOf(*this), urlList, generator, world.power),
-      source({http, state, board, world.messages, world.opener, driver}) {}
+      source({http, activity, world.messages, world.opener}) {}
 
 Workspace::~Workspace() = default;
 

@@ -6,10 +6,9 @@
 
 #include "app/app_settings.h"
 #include "app/source_command.h"
+#include "base/activity.h"
 #include "base/display_clock.h"
 #include "base/drives.h"
-#include "base/run_state.h"
-#include "base/status_board.h"
 #include "crawl/date_file_list.h"
 #include "crawl/file_list.h"
 #include "crawl/file_list_generator.h"
@@ -29,8 +28,7 @@ class Opener;
 class PowerControl;
 class StreamCapture;
 
-// What touches the world outside the process, as main.cpp or a test chooses it. Everything outlives
-// the workspace.
+// What touches the world outside the process, as main.cpp or a test chooses it.
 struct World {
   Clock& clock;
   MessageBoxes& messages;
@@ -39,9 +37,8 @@ struct World {
   PowerControl& power;
 };
 
-// The whole working state of one window and the commands on it, with no window: what a main window
-// binds to and what an unattended run drives. Members are built in the order in which they stand
-// and end in the reverse one.
+// The whole working state of one window and the commands on it, with no window. Members are built
+// in the order in which they stand and end in the reverse one.
 class Workspace {
  public:
   // `programFolder` is absolute. `connectTo` is the engine's host map, see CurlHttpEngine.
@@ -50,15 +47,13 @@ class Workspace {
   Workspace(const Workspace&) = delete;
   Workspace& operator=(const Workspace&) = delete;
 
-  // Conf.txt and reglist.txt.
-  QString SettingsPath() const;
-  QString PatternsPath() const;
+  QString SettingsPath() const;  // Conf.txt
+  QString PatternsPath() const;  // reglist.txt
 
   World world;
   Drives drives;
   AppSettings settings;
-  RunState state;
-  StatusBoard board;
+  Activity activity;
   DisplayClock clock;
   UrlList urlList;
   JobEditor job;
@@ -72,5 +67,8 @@ class Workspace {
   RunDriver driver;
   SourceCommand source;
 };
+
+CrawlContext CrawlContextOf(Workspace& workspace);
+DownloadContext DownloadContextOf(Workspace& workspace);
 
 }  // namespace zentorin

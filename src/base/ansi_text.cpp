@@ -3,10 +3,10 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <vector>
 
-#include <iconv.h>
+#include "base/iconv_handle.h"
+#include "base/utf16.h"
 
 namespace zentorin {
 namespace {
@@ -17,47 +17,31 @@ constexpr int kLastLead = 0xFC;
 constexpr int kFirstTrail = 0x40;
 constexpr int kLastTrail = 0xFC;
 
-// A converter of the C library, closed with its object.
-class Converter {
- public:
-  Converter(const char* to, const char* from) : codec_(iconv_open(to, from)) {}
-  Converter(const Converter&) = delete;
-  Converter& operator=(const Converter&) = delete;
-  ~Converter() {
-    if (IsOpen()) iconv_close(codec_);
-  }
-
-  // The library reports a failure by the address -1.
-  bool IsOpen() const { return reinterpret_cast<std::intptr_t>(codec_) != -1; }
-
-  // Converts one character; answers how many bytes came out, 0 when it is not exactly one.
-  std::size_t ConvertOne(std::array<char, 2> in, std::size_t inSize,
-                         std::array<char, 2>& out) const {
-    char* from = in.data();
-    char* to = out.data();
-    std::size_t outLeft = out.size();
-    iconv(codec_, nullptr, nullptr, nullptr, nullptr);
-    const std::size_t result = iconv(codec_, &from, &inSize, &to, &outLeft);
-    return result == 0 && inSize == 0 ? out.size() - outLeft : 0;
-  }
-
- private:
-  iconv_t codec_;
-};
+// Converts one character; answers how many bytes came out, 0 when it is not exactly one.
+std::size_t ConvertOne(const IconvHandle& converter, std::array<char, 2> in, std::size_t inSize,
+                       std::array<char, 2>& out) {
+  char* from = in.data();
+  char* to = out.data();
+  std::size_t outLeft = out.size();
+  iconv(converter.Codec(), nullptr, nullptr, nullptr, nullptr);
+  const std::size_t result = iconv(converter.Codec(), &from, &inSize, &to, &outLeft);
+  return result == 0 && inSize == 0 ? out.size() - outLeft : 0;
+}
 
 // The code page as two tables, asked of the C library once. Its code is the byte, or lead byte and
 // trail byte as one number. Every character of this code page is a single UTF-16 unit.
 class CodePage {
  public:
   CodePage() {
-    const Converter decoder("UTF-16LE", "CP932");
-    const Converter encoder("CP932", "UTF-16LE");
+    const IconvHandle decoder("UTF-16LE", "CP932");
+    const IconvHandle encoder("CP932", "UTF-16LE");
     for (int ascii = 0; ascii < 0x80; ++ascii) decode_[ascii] = static_cast<quint16>(ascii);
     if (decoder.IsOpen() && encoder.IsOpen()) {
       for (int byte = 0x80; byte <= 0xFF; ++byte) AskDecoder(decoder, byte);
       for (int lead = kFirstLead; lead <= kLastLead; ++lead) {
-        for (int trail = kFirstTrail; trail <= kLastTrail; ++trail)
+        for (int trail = kFirstTrail; trail <= kLastTrail; ++trail) {
           AskDecoder(decoder, lead << 8 | trail);
+        }
       }
     }
     for (int ascii = 0; ascii < 0x80; ++ascii) encode_[ascii] = static_cast<quint16>(ascii);
@@ -70,23 +54,23 @@ class CodePage {
   quint16 Encode(char16_t unit) const { return encode_[unit]; }
 
  private:
-  void AskDecoder(const Converter& decoder, int code) {
+  void AskDecoder(const IconvHandle& decoder, int code) {
     const std::array<char, 2> pair{static_cast<char>(code >> 8), static_cast<char>(code)};
     const std::array<char, 2> single{static_cast<char>(code), 0};
     std::array<char, 2> out{};
     const bool isPair = code > 0xFF;
-    if (decoder.ConvertOne(isPair ? pair : single, isPair ? 2 : 1, out) != 2) return;
+    if (ConvertOne(decoder, isPair ? pair : single, isPair ? 2 : 1, out) != 2) return;
     decode_[code] =
         static_cast<quint16>(static_cast<quint8>(out[1]) << 8 | static_cast<quint8>(out[0]));
   }
 
   // Several codes stand for one character: the C library says which one is written. What it would
   // write for merely similar characters is never taken over, the code must decode to `unit`.
-  void AskEncoder(const Converter& encoder, quint16 unit) {
+  void AskEncoder(const IconvHandle& encoder, quint16 unit) {
     if (encode_[unit] != kUnknown) return;
     std::array<char, 2> out{};
     const std::size_t size =
-        encoder.ConvertOne({static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)}, 2, out);
+        ConvertOne(encoder, {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)}, 2, out);
     if (size == 0) return;
     const int first = static_cast<quint8>(out[0]);
     const int code = size == 1 ? first : first << 8 | static_cast<quint8>(out[1]);
@@ -100,12 +84,6 @@ class CodePage {
 const CodePage& Page() {
   static const CodePage page;
   return page;
-}
-
-UnencodableCharacter FaultAt(QStringView text, qsizetype at) {
-  const bool pair =
-      text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
-  return {.position = at, .character = text.sliced(at, pair ? 2 : 1).toString()};
 }
 
 }  // namespace
@@ -133,7 +111,10 @@ AnsiBytes EncodeAnsi(QStringView text) {
   char* out = bytes.data();
   for (qsizetype at = 0; at < text.size(); ++at) {
     const quint16 code = page.Encode(text[at].unicode());
-    if (code == kUnknown) return {.bytes = {}, .fault = FaultAt(text, at)};
+    if (code == kUnknown) {
+      const QString character = text.sliced(at, UnitsAt(text, at)).toString();
+      return {.bytes = {}, .fault = UnencodableCharacter{.position = at, .character = character}};
+    }
     if (code > 0xFF) *out++ = static_cast<char>(code >> 8);
     *out++ = static_cast<char>(code);
   }

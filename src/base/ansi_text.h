@@ -10,13 +10,11 @@
 
 namespace zentorin {
 
-// Text of the program's files: Shift_JIS as code page 932 reads it. Conversions are exact both
-// ways for every text that EncodeAnsi accepts.
-
+// Shift_JIS as code page 932 reads it, exact both ways for every text that EncodeAnsi() accepts.
 // Bytes that are no character become U+FFFD, one for each byte.
+
 QString DecodeAnsi(QByteArrayView bytes);
 
-// A character that code page 932 cannot hold.
 struct UnencodableCharacter {
   qsizetype position = 0;  // index into the text, in UTF-16 units
   QString character;       // the whole character, also when it takes two units
@@ -29,11 +27,9 @@ struct AnsiBytes {
 
 AnsiBytes EncodeAnsi(QStringView text);
 
-// Splits a file's text into lines at CR LF and at bare LF. A line end at the end of the text does
-// not begin a further line.
+// At CR LF and at bare LF. A line end at the end of the text begins no further line.
 QStringList SplitLines(const QString& text);
 
-// False when this machine lacks the conversion; checked once at start-up.
 bool AnsiCodecAvailable();
 
 }  // namespace zentorin

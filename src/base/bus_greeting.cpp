@@ -65,8 +65,8 @@ QByteArray SocketName(const QString& address) {
 
 BusGreeting::BusGreeting(const QString& address) {
   for (const QString& each : address.split(u';', Qt::SkipEmptyParts)) {
-    descriptor_ = ConnectUnixSocket(SocketName(each));
-    if (descriptor_ < 0) continue;
+    socket_ = ConnectUnixSocket(SocketName(each));
+    if (Socket() < 0) continue;
     address_ = each;
     state_ = State::Waiting;
     const QByteArray user = QByteArray::number(geteuid()).toHex();
@@ -75,13 +75,9 @@ BusGreeting::BusGreeting(const QString& address) {
   }
 }
 
-BusGreeting::~BusGreeting() {
-  if (descriptor_ >= 0) close(descriptor_);
-}
-
 void BusGreeting::Say(const QByteArray& words) {
   const auto size = static_cast<size_t>(words.size());
-  const ssize_t sent = send(descriptor_, words.constData(), size, MSG_NOSIGNAL);
+  const ssize_t sent = send(Socket(), words.constData(), size, MSG_NOSIGNAL);
   if (sent != words.size()) state_ = State::Absent;
 }
 
@@ -105,7 +101,7 @@ void BusGreeting::Advance() {
 
 void BusGreeting::Hear() {
   std::array<char, 512> block = {};
-  const ssize_t size = recv(descriptor_, block.data(), block.size(), 0);
+  const ssize_t size = recv(Socket(), block.data(), block.size(), 0);
   if (size > 0) heard_.append(block.data(), size);
   const bool gone = size == 0 || (size < 0 && errno != EAGAIN && errno != EINTR);
   if (gone || heard_.size() > kMaxHeard) state_ = State::Absent;
@@ -114,7 +110,7 @@ void BusGreeting::Hear() {
 BusGreeting::State BusGreeting::WaitFor(std::chrono::milliseconds bound) {
   const QDeadlineTimer deadline(bound);
   while (state_ == State::Waiting && !deadline.hasExpired()) {
-    pollfd watched = {.fd = descriptor_, .events = POLLIN, .revents = 0};
+    pollfd watched = {.fd = Socket(), .events = POLLIN, .revents = 0};
     if (poll(&watched, 1, static_cast<int>(deadline.remainingTime())) > 0) Advance();
   }
   if (state_ == State::Waiting) state_ = State::Absent;

@@ -7,8 +7,7 @@
 
 namespace zentorin {
 
-// Turns any number of Touch() calls into at most ten Due() signals a second. The first touch after
-// a pause is announced at once, the last one of a burst is never lost.
+// At most ten Due() a second: the first touch at once, the last of a burst never lost.
 class ChangeThrottle : public QObject {
   Q_OBJECT
 
@@ -16,8 +15,7 @@ class ChangeThrottle : public QObject {
   explicit ChangeThrottle(QObject* parent = nullptr);
 
   void Touch();
-  // Announces a pending touch now.
-  void Flush();
+  void Flush();  // announces a pending touch now
 
  Q_SIGNALS:
   void Due();

@@ -5,8 +5,8 @@
 
 namespace zentorin {
 
-// Where the program gets the time from. Date-times are wall times without a zone: they are held
-// with Qt::UTC so that arithmetic on them never meets a daylight-saving gap.
+// Date-times are wall times without a zone, held with Qt::UTC so that arithmetic on them never
+// meets a daylight-saving gap.
 class Clock {
  public:
   Clock() = default;
@@ -14,8 +14,7 @@ class Clock {
   Clock& operator=(const Clock&) = delete;
   virtual ~Clock() = default;
 
-  // The computer's local wall time, to the millisecond.
-  virtual QDateTime LocalNow() const = 0;
+  virtual QDateTime LocalNow() const = 0;  // to the millisecond
 };
 
 class SystemClock : public Clock {

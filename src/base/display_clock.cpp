@@ -7,6 +7,12 @@ namespace zentorin {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+constexpr qint64 kSecondsPerHour = 3600;
+
+}  // namespace
+
 DisplayClock::DisplayClock(const Clock& clock, const ClockOptions& options)
     : clock_(clock), options_(options) {}
 
@@ -14,12 +20,15 @@ QDateTime DisplayClock::Now() const {
   QDateTime now = clock_.LocalNow();
   const QTime time = now.time();
   now.setTime(QTime(time.hour(), time.minute(), time.second()));
-  constexpr qint64 kSecondsPerHour = 3600;
   return options_.useGmt ? now.addSecs(-options_.gmtDiffHours * kSecondsPerHour) : now;
 }
 
-QString DisplayClock::Text() const {
-  return Now().toString(u"yyyy/MM/dd hh:mm:ss"_s);
+QDateTime DisplayClock::Shown(const QDateTime& gmt) const {
+  return options_.useGmt ? gmt : gmt.addSecs(options_.gmtDiffHours * kSecondsPerHour);
+}
+
+QString DisplayClock::TextOf(const QDateTime& time) {
+  return time.toString(u"yyyy/MM/dd hh:mm:ss"_s);
 }
 
 QString DisplayClock::Label() const {

@@ -67,9 +67,7 @@ bool WaylandAnswers() {
   const QString name = qEnvironmentVariable(kWayland);
   const bool whole = name.startsWith(u'/');
   const QString path = whole ? name : qEnvironmentVariable("XDG_RUNTIME_DIR") + u'/' + name;
-  const int descriptor = ConnectUnixSocket(QFile::encodeName(path));
-  if (descriptor >= 0) close(descriptor);
-  return descriptor >= 0;
+  return ConnectUnixSocket(QFile::encodeName(path)).Number() >= 0;
 }
 
 // Qt's base packages come without it.

@@ -33,10 +33,11 @@ QString Below(const QString& root, const QString& path, qsizetype floor = 0) {
   QStringList kept;
   for (const QString& segment : path.split(kSlash, Qt::SkipEmptyParts)) {
     if (segment == u"."_s) continue;
-    if (segment != u".."_s)
+    if (segment != u".."_s) {
       kept.append(segment);
-    else if (kept.size() > floor)
+    } else if (kept.size() > floor) {
       kept.removeLast();
+    }
   }
   return kept.isEmpty() ? root : root + kSlash + kept.join(kSlash);
 }

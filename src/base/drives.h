@@ -5,26 +5,21 @@
 
 namespace zentorin {
 
-// Turns the program's local paths, which keep their "\\", into paths of this system at the moment
-// of use. The only place that knows how.
+// The only place that knows where the program's local paths, which keep their "\\", lie.
 class Drives {
  public:
-  // `programFolder` is absolute, in this system's form.
   explicit Drives(const QString& programFolder);
 
   const QString& ProgramFolder() const { return programFolder_; }
 
   // "\\" becomes "/"; a path that begins with a single "/" is already one; "X:\\…" lies in
-  // drives/x/ of the program's folder, "\\\\server\\share\\…" in drives/unc/server/share/; any
-  // other path is relative to the program's folder. "X:name" and "X:" count from the drive's root:
-  // there is no current folder of a drive here. "." and ".." segments are resolved by their text
-  // alone; a drive path never climbs above its drive (a server's share is a drive), a relative path
-  // may climb out of the program's folder. The result is absolute, without a trailing "/".
+  // drives/x/ of the program's folder, "\\\\server\\share\\…" in drives/unc/server/share/, others
+  // in the folder itself. ".." never climbs above a drive or a share; a relative path may climb.
+  // The result is absolute, without a trailing "/".
   QString ToSystemPath(const QString& path) const;
 
-  // The stored form of a system path: relative to the program's folder when it lies below it (then
-  // with "\\" between its folders), with one trailing "\\" or "/" removed unless the path is a
-  // root. Paths that already have the program's form ("C:\\…") lose only that trailing separator.
+  // Relative to the program's folder when it lies below it, then with "\\". One trailing separator
+  // goes unless the path is a root. The program's own form ("C:\\…") stays but for that.
   QString ToStoredPath(const QString& systemPath) const;
 
  private:

@@ -12,6 +12,9 @@
 
 #include <sys/stat.h>
 
+#include "base/number_text.h"
+#include "base/utf16.h"
+
 namespace zentorin {
 
 using namespace Qt::Literals::StringLiterals;
@@ -32,10 +35,6 @@ bool IsHarmfulToShow(char16_t unit) {
   return unit < 0x20 || IsBetween(unit, 0x7F, 0x9F) || unit == 0x061C ||
          IsBetween(unit, 0x200E, 0x200F) || IsBetween(unit, 0x2028, 0x202E) ||
          IsBetween(unit, 0x2066, 0x2069) || unit == 0xFEFF;
-}
-
-bool IsPairAt(const QString& text, qsizetype at) {
-  return text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
 }
 
 int HexDigit(char c) {
@@ -73,11 +72,8 @@ QString DecodeName(const QString& name) {
 
 QString ReplaceUnsafe(const QString& name) {
   QString safe = name;
-  for (qsizetype at = 0; at < safe.size(); ++at) {
-    if (IsPairAt(safe, at)) {
-      ++at;
-      continue;
-    }
+  for (qsizetype at = 0; at < safe.size(); at += UnitsAt(safe, at)) {
+    if (UnitsAt(safe, at) == 2) continue;
     const QChar c = safe[at];
     const bool separator = c == u'/' || c == u'\\';
     if (separator || c.isSurrogate() || IsHarmfulToShow(c.unicode())) safe[at] = u'_';
@@ -86,22 +82,20 @@ QString ReplaceUnsafe(const QString& name) {
 }
 
 QString Trimmed(const QString& name) {
-  qsizetype begin = 0;
-  while (begin < name.size() && name[begin] == u' ') ++begin;
-  qsizetype end = name.size();
-  while (end > begin && (name[end - 1] == u' ' || name[end - 1] == u'.')) --end;
-  return name.sliced(begin, end - begin);
+  QStringView bare = name;
+  while (bare.endsWith(u' ') || bare.endsWith(u'.')) bare.chop(1);
+  return TrimLeadingBlanks(bare);
 }
 
 // The longest beginning of the text, whole characters only, that takes at most `bytes` of UTF-8.
 QString FirstBytes(const QString& text, qsizetype bytes) {
   qsizetype at = 0;
   while (at < text.size()) {
-    const bool pair = IsPairAt(text, at);
+    const qsizetype units = UnitsAt(text, at);
     const char16_t unit = text[at].unicode();
-    bytes -= 1 + (unit >= 0x80) + (unit >= 0x800) + pair;
+    bytes -= units + (unit >= 0x80) + (unit >= 0x800);
     if (bytes < 0) break;
-    at += pair ? 2 : 1;
+    at += units;
   }
   return text.first(at);
 }
@@ -172,8 +166,9 @@ QString CleanFileName(const QString& name) {
 QString CleanRelativePath(const QString& path) {
   QStringList clean;
   const QString text = QString(path).replace(u'\\', u'/');
-  for (const QString& segment : text.split(u'/', Qt::SkipEmptyParts))
+  for (const QString& segment : text.split(u'/', Qt::SkipEmptyParts)) {
     clean.append(CleanFileName(segment));
+  }
   return clean.join(u'\\');
 }
 
@@ -188,10 +183,11 @@ QString EscapeForDisplay(const QString& text) {
   QString shown;
   shown.reserve(text.size());
   for (const QChar c : text) {
-    if (IsHarmfulToShow(c.unicode()))
+    if (IsHarmfulToShow(c.unicode())) {
       shown += u"\\u{%1}"_s.arg(c.unicode(), 0, 16);
-    else
+    } else {
       shown += c;
+    }
   }
   return shown;
 }

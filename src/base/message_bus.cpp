@@ -12,8 +12,6 @@
 #include <QUuid>
 #include <utility>
 
-#include <QCoro/QCoroSignal>
-
 namespace zentorin {
 
 using namespace Qt::Literals::StringLiterals;
@@ -21,14 +19,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr std::chrono::milliseconds kFarewellTime(1000);
-
-// Where the answer to one call arrives.
-class Reply : public QObject {
-  Q_OBJECT
-
- Q_SIGNALS:
-  void Came(const QDBusMessage& /*message*/);
-};
 
 }  // namespace
 
@@ -76,13 +66,6 @@ QString MessageBus::SessionAddress() {
   return u"unix:path="_s + QString::fromLatin1(escaped);
 }
 
-QCoro::Task<QDBusMessage> MessageBus::Call(QDBusMessage call) {
-  Reply reply;
-  Ask(call, &reply, [&reply](const QDBusMessage& message) { Q_EMIT reply.Came(message); });
-  QDBusMessage message = co_await qCoro(&reply, &Reply::Came);
-  co_return message;
-}
-
 void MessageBus::Ask(const QDBusMessage& call, QObject* receiver, const Answer& told) {
   Take({.call = call, .receiver = receiver, .told = told});
 }
@@ -111,7 +94,7 @@ void MessageBus::Open() {
     EndGreeting();
     return;
   }
-  notifier_ = new QSocketNotifier(greeting_->Descriptor(), QSocketNotifier::Read, this);
+  notifier_ = new QSocketNotifier(greeting_->Socket(), QSocketNotifier::Read, this);
   connect(notifier_, &QSocketNotifier::activated, this, &MessageBus::GoOn);
   bound_.start(answerTime_);
 }
@@ -158,5 +141,3 @@ void MessageBus::Issue(const Waiting& waiting) {
 }
 
 }  // namespace zentorin
-
-#include "message_bus.moc"

@@ -9,8 +9,6 @@
 #include <memory>
 #include <vector>
 
-#include <QCoro/QCoroTask>
-
 #include "base/bus_greeting.h"
 
 class QDBusMessage;
@@ -18,34 +16,26 @@ class QSocketNotifier;
 
 namespace zentorin {
 
-// A connection of its own to a D-Bus message bus. Nothing waits on the spot or asks the user for
-// authorisation, and every call is answered within bounds: by an error when the bus, the service or
-// its answer is missing. The first call opens the connection; a bus that does not answer the
-// greeting within the bound of a call counts as missing.
+// Nothing blocks or asks the user for authorisation, and every call is answered within bounds: by
+// an error when the bus, the service or its answer is missing.
 class MessageBus : public QObject {
   Q_OBJECT
 
  public:
   using Answer = std::function<void(const QDBusMessage& reply)>;
 
-  // `address` as D-Bus writes it, "unix:path=…"; empty for a bus that is not there.
+  // As D-Bus writes it, "unix:path=…"; empty for a bus that is not there.
   explicit MessageBus(QString address,
                       std::chrono::milliseconds answerTime = std::chrono::seconds(10));
   ~MessageBus() override;
 
-  // Where the computer's services are, and those of the user's session. The latter is empty when
-  // there is none: a bus is never started for it.
   static QString SystemAddress();
-  static QString SessionAddress();
+  static QString SessionAddress();  // empty when there is none: it is never started
 
   std::chrono::milliseconds AnswerTime() const { return answerTime_; }
 
-  // The reply or the error. The bus outlives the task.
-  QCoro::Task<QDBusMessage> Call(QDBusMessage call);
-  // Hands the reply or the error to `told`, from the event loop; never when `receiver` has gone
-  // before.
+  // From the event loop; never when `receiver` has gone before.
   void Ask(const QDBusMessage& call, QObject* receiver, const Answer& told);
-  // A call whose answer nobody waits for.
   void Send(const QDBusMessage& call);
 
  private:

@@ -101,20 +101,23 @@ QString GroupedNumber(qint64 value) {
   return text;
 }
 
+QString SecondsText(std::chrono::milliseconds time) {
+  return QString::number(std::chrono::duration<double>(time).count(), 'f', 1);
+}
+
 QString PadLeft(const QString& text, int width) {
   return text.rightJustified(width, u' ');
 }
 
 QString TrimBlanks(const QString& text) {
-  qsizetype end = text.size();
-  while (end > 0 && text[end - 1] == u' ') --end;
-  return TrimLeadingBlanks(text.first(end));
+  QStringView bare = text;
+  while (bare.endsWith(u' ')) bare.chop(1);
+  return TrimLeadingBlanks(bare);
 }
 
-QString TrimLeadingBlanks(const QString& text) {
-  qsizetype begin = 0;
-  while (begin < text.size() && text[begin] == u' ') ++begin;
-  return text.sliced(begin);
+QString TrimLeadingBlanks(QStringView text) {
+  while (text.startsWith(u' ')) text = text.sliced(1);
+  return text.toString();
 }
 
 }  // namespace zentorin

@@ -3,24 +3,22 @@
 
 #include <QString>
 #include <QStringView>
+#include <chrono>
 
 namespace zentorin {
 
-// The number at the start of a text, blanks ignored: "3 days" is 3, "x" is 0, " -1.5e2" is -150.
-// Never fails; a value out of range is clamped to a finite double.
+// Blanks are ignored: "3 days" is 3, "x" is 0, " -1.5e2" is -150. Never infinite.
 double NumericValue(QStringView text);
 
-// The same as a whole number, rounded half to even and clamped to 32 bits.
-int WholeNumber(QStringView text);
+int WholeNumber(QStringView text);  // rounded half to even, clamped to 32 bits
 
-// "#,##0": decimal digits in groups of three.
-QString GroupedNumber(qint64 value);
+QString GroupedNumber(qint64 value);  // "#,##0"
 
-// Blanks on the left up to `width` characters; longer texts stay whole.
-QString PadLeft(const QString& text, int width);
+QString SecondsText(std::chrono::milliseconds time);  // "4.9"
 
-// Removes ASCII blanks at both ends, and only those.
-QString TrimBlanks(const QString& text);
-QString TrimLeadingBlanks(const QString& text);
+QString PadLeft(const QString& text, int width);  // longer texts stay whole
+
+QString TrimBlanks(const QString& text);  // U+0020 alone
+QString TrimLeadingBlanks(QStringView text);
 
 }  // namespace zentorin

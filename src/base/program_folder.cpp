@@ -24,8 +24,9 @@ QString ChooseFolder(const QString& executableFolder) {
   QString home = qEnvironmentVariable("ZENTORIN_HOME");
   if (!home.isEmpty()) return home;
   if (!executableFolder.isEmpty() &&
-      (Holds(executableFolder, u"Conf.txt"_s) || Holds(executableFolder, u"portable"_s)))
+      (Holds(executableFolder, u"Conf.txt"_s) || Holds(executableFolder, u"portable"_s))) {
     return executableFolder;
+  }
   return QDir(DataFolder()).filePath(u"zentorin"_s);
 }
 

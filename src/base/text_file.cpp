@@ -18,17 +18,16 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-FileOutcome Failure(const QString& what, const QString& path, RunTimeError error,
-                    const QString& reason) {
+Outcome Failure(const QString& what, const QString& path, RunTimeError error,
+                const QString& reason) {
   const int number = static_cast<int>(error);
-  return {.error = number,
-          .message = u"ファイル「%1」を%2。%3（エラー %4）。"_s.arg(
-              EscapeForDisplay(path), what, reason, QString::number(number))};
+  return Outcome::Failed(error, u"ファイル「%1」を%2。%3（エラー %4）。"_s.arg(
+                                    EscapeForDisplay(path), what, reason, QString::number(number)));
 }
 
-FileOutcome ReadFailure(const QString& path, RunTimeError error, const QString& reason = {}) {
+Outcome ReadFailure(const QString& path, RunTimeError error, const QString& reason = {}) {
   return Failure(u"読み込めません"_s, path, error,
-                 reason.isEmpty() ? DescribeRunTimeError(error) : reason);
+                 reason.isEmpty() ? Outcome::Of(error).message : reason);
 }
 
 // Reads at most `size` bytes, fewer only at the end of the file; false with errno set.
@@ -50,8 +49,9 @@ bool ReadUpTo(const Descriptor& file, qint64 size, QByteArray& bytes) {
 RunTimeError CheckTarget(const QString& path) {
   if (path.contains(QChar(QChar::Null))) return RunTimeError::BadFileName;
   struct stat status{};
-  if (stat(QFile::encodeName(path).constData(), &status) != 0)
+  if (stat(QFile::encodeName(path).constData(), &status) != 0) {
     return errno == ENOENT ? RunTimeError::None : RunTimeErrorFromErrno(errno);
+  }
   return S_ISREG(status.st_mode) ? RunTimeError::None : RunTimeError::PathAccess;
 }
 
@@ -76,11 +76,11 @@ RunTimeError ErrorOf(const QSaveFile& file, int systemError) {
 
 }  // namespace
 
-FileOutcome WriteFailure(const QString& path, RunTimeError error) {
-  return Failure(u"書き込めません"_s, path, error, DescribeRunTimeError(error));
+Outcome WriteFailure(const QString& path, RunTimeError error) {
+  return Failure(u"書き込めません"_s, path, error, Outcome::Of(error).message);
 }
 
-FileOutcome ReadWholeFile(const QString& path, qint64 maxBytes, QByteArray& bytes) {
+Outcome ReadWholeFile(const QString& path, qint64 maxBytes, QByteArray& bytes) {
   if (path.contains(QChar(QChar::Null))) return ReadFailure(path, RunTimeError::BadFileName);
   const Descriptor file(path, O_RDONLY);
   if (file.Number() < 0) return ReadFailure(path, RunTimeErrorFromErrno(errno));
@@ -91,8 +91,9 @@ FileOutcome ReadWholeFile(const QString& path, qint64 maxBytes, QByteArray& byte
   }
   QByteArray content;
   // One byte more than allowed tells a file that is too long, whatever its status claims.
-  if (status.st_size <= maxBytes && !ReadUpTo(file, maxBytes + 1, content))
+  if (status.st_size <= maxBytes && !ReadUpTo(file, maxBytes + 1, content)) {
     return ReadFailure(path, RunTimeErrorFromErrno(errno));
+  }
   if (status.st_size > maxBytes || content.size() > maxBytes) {
     return ReadFailure(path, RunTimeError::Other,
                        u"ファイルが大きすぎます。上限は %1 バイトです"_s.arg(maxBytes));
@@ -101,15 +102,17 @@ FileOutcome ReadWholeFile(const QString& path, qint64 maxBytes, QByteArray& byte
   return {};
 }
 
-FileOutcome WriteWholeFile(const QString& path, const QByteArray& bytes) {
-  if (const RunTimeError error = CheckTarget(path); error != RunTimeError::None)
+Outcome WriteWholeFile(const QString& path, const QByteArray& bytes) {
+  if (const RunTimeError error = CheckTarget(path); error != RunTimeError::None) {
     return WriteFailure(path, error);
+  }
   QSaveFile file(path);
   errno = 0;
   if (!file.open(QIODevice::WriteOnly)) return WriteFailure(path, ErrorOf(file, errno));
   errno = 0;
-  if (file.write(bytes) != bytes.size() || !file.flush())
+  if (file.write(bytes) != bytes.size() || !file.flush()) {
     return WriteFailure(path, ErrorOf(file, errno));
+  }
   errno = 0;
   if (!file.commit()) return WriteFailure(path, ErrorOf(file, errno));
   return {};

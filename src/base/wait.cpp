@@ -4,8 +4,6 @@
 #include <QCoro/QCoroSignal>
 #include <QCoro/QCoroTimer>
 
-#include "base/run_state.h"
-
 namespace zentorin {
 
 FirstEvent::FirstEvent(std::chrono::milliseconds time) {
@@ -14,17 +12,21 @@ FirstEvent::FirstEvent(std::chrono::milliseconds time) {
   timer_.start(time);
 }
 
+void FirstEvent::Add(const CancelToken& cancel) {
+  cancel.OnCancel(this, [this] { Q_EMIT Came(); });
+}
+
 QCoro::Task<void> FirstEvent::Wait() {
   co_await qCoro(this, &FirstEvent::Came);
 }
 
-QCoro::Task<bool> SleepUnlessCancelled(RunState& state, std::chrono::milliseconds time) {
-  if (!state.CancelRequested()) {
+QCoro::Task<bool> SleepUnlessCancelled(CancelToken cancel, std::chrono::milliseconds time) {
+  if (!cancel.Cancelled()) {
     FirstEvent end(time);
-    end.Add(state, &RunState::Cancelled);
+    end.Add(cancel);
     co_await end.Wait();
   }
-  co_return !state.CancelRequested();
+  co_return !cancel.Cancelled();
 }
 
 QCoro::Task<void> YieldToEventLoop() {

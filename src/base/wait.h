@@ -7,14 +7,12 @@
 
 #include <QCoro/QCoroTask>
 
+#include "base/cancel_token.h"
+
 namespace zentorin {
 
-class RunState;
-
-// Ends a wait with the first of several events: its time is over, a signal that was added, or a
-// Came() that somebody emits. What comes after the first one goes away with the object; a wait on
-// the signal itself, with a time of its own, would be resumed a second time by it. What came before
-// Wait() is not seen by it: without a time it would then wait for ever.
+// Ends a wait with the first of several events; later ones go away with the object, where a wait on
+// the signal itself would be resumed again. What came before Wait() is not seen.
 class FirstEvent : public QObject {
   Q_OBJECT
 
@@ -22,11 +20,11 @@ class FirstEvent : public QObject {
   FirstEvent() = default;
   explicit FirstEvent(std::chrono::milliseconds time);
 
-  // `sender` outlives the object.
   template <typename Sender>
   void Add(const Sender& sender, void (Sender::*signal)()) {
     connect(&sender, signal, this, &FirstEvent::Came);
   }
+  void Add(const CancelToken& cancel);
   QCoro::Task<void> Wait();
 
  Q_SIGNALS:
@@ -36,11 +34,9 @@ class FirstEvent : public QObject {
   QTimer timer_;
 };
 
-// Sleeps on the event loop. Ends early, and answers false, when a cancel is requested before the
-// time is over (also when it was requested before the call). `state` must outlive the task.
-QCoro::Task<bool> SleepUnlessCancelled(RunState& state, std::chrono::milliseconds time);
+// Answers false, at once, when a cancel is or was requested.
+QCoro::Task<bool> SleepUnlessCancelled(CancelToken cancel, std::chrono::milliseconds time);
 
-// Lets the event loop run once: pending input, timers and sockets are served before it returns.
-QCoro::Task<void> YieldToEventLoop();
+QCoro::Task<void> YieldToEventLoop();  // input, timers and sockets are served
 
 }  // namespace zentorin

@@ -5,9 +5,8 @@
 #include <array>
 #include <utility>
 
+#include "base/activity.h"
 #include "base/number_text.h"
-#include "base/run_state.h"
-#include "base/status_board.h"
 #include "crawl/file_list.h"
 #include "crawl/file_list_generator.h"
 #include "crawl/tag_splitter.h"
@@ -48,8 +47,9 @@ QString PageLinkOf(const QString& candidate) {
 
 }  // namespace
 
-Crawler::Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* extractor)
-    : context_(context), subPages_(subPages), extractor_(extractor) {}
+Crawler::Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* extractor,
+                 CancelToken cancel)
+    : context_(context), subPages_(subPages), extractor_(extractor), cancel_(std::move(cancel)) {}
 
 QCoro::Task<void> Crawler::Run(CrawlStart start) {
   startAddress_ = start.startAddress;
@@ -61,7 +61,7 @@ QCoro::Task<void> Crawler::Run(CrawlStart start) {
   FetchedPage page = start.page;
   if (page.finalUrl != startAddress_) page = FetchedPage();
   co_await Take(root, page);
-  if (context_.state.CancelRequested()) co_return;
+  if (cancel_.Cancelled()) co_return;
   if (!subPages_.Expression().isEmpty()) {
     co_await WalkFrom(start.rootUrl, start.page);
     co_return;
@@ -80,7 +80,7 @@ QCoro::Task<void> Crawler::WalkFrom(QString rootUrl, FetchedPage page) {
   Record root;
   root.address = rootUrl;
   co_await Enter(root, page);
-  while (!context_.state.CancelRequested()) {
+  while (!cancel_.Cancelled()) {
     Frame& frame = path_.back();
     if (frame.next < frame.links.size()) {
       const Link link = std::move(frame.links[frame.next++]);
@@ -107,17 +107,17 @@ QCoro::Task<void> Crawler::Follow(Link link) {
   record.parent = frame.record.address;
   const auto depth = static_cast<int>(path_.size());
   if (depth == 1) {
-    context_.board.SetProgress(static_cast<double>(link.tag) / static_cast<double>(frame.tagCount));
-    context_.board.SetFile(link.text);
+    context_.activity.SetShare(static_cast<double>(link.tag) / static_cast<double>(frame.tagCount));
+    context_.activity.SetAddress(link.text);
   }
   if (context_.job.Depth() <= depth) {
     const FetchedPage unfetched;
     co_await Take(record, unfetched);
     co_return;
   }
-  const FetchedPage page = co_await context_.http.FetchPageText(record.address);
-  if (context_.state.CancelRequested()) co_return;
-  if (page.status == 0) {
+  const FetchedPage page = co_await context_.http.FetchPageText(record.address, cancel_);
+  if (cancel_.Cancelled()) co_return;
+  if (page.Ok()) {
     co_await Enter(record, page);
   } else if (extractor_ == nullptr) {
     ListPage(record);
@@ -146,7 +146,7 @@ QCoro::Task<void> Crawler::CollectLinks(Frame& frame) {
       if (!link.isEmpty()) frame.links.push_back({link, frame.tagCount});
     }
     ++frame.tagCount;
-    if (context_.state.CancelRequested()) co_return;
+    if (cancel_.Cancelled()) co_return;
     if (slice_.Over()) co_await slice_.Rest();
   }
 }
@@ -164,9 +164,8 @@ QCoro::Task<void> Crawler::Take(Record record, FetchedPage page) {
     ListPage(record);
     co_return;
   }
-  if (page.status != 0) page = co_await context_.http.FetchPageText(record.address);
-  if (page.status == 0) co_await extractor_->Extract(record.address, page);
-  context_.board.SetFileCount(QString::number(extractor_->RowCount()));
+  if (!page.Ok()) page = co_await context_.http.FetchPageText(record.address, cancel_);
+  if (page.Ok()) co_await extractor_->Extract(record.address, page);
 }
 
 void Crawler::ListPage(const Record& record) {
@@ -177,7 +176,7 @@ void Crawler::ListPage(const Record& record) {
   row.Set(FileListRow::Parent, record.parent);
   row.Set(FileListRow::Address, record.address);
   context_.files.Append(row, true);
-  context_.board.SetFileCount(QString::number(context_.files.Count()));
+  context_.activity.SetFound(context_.files.Count());
 }
 
 // Only an absolute link can lead outside, and only from a page whose base directory is not itself

@@ -16,26 +16,22 @@ namespace zentorin {
 
 struct CrawlContext;
 
-// Where a run begins.
 struct CrawlStart {
   QString rootUrl;       // as asked for
   QString startAddress;  // as answered: what the only-under-the-root rules compare against
   FetchedPage page;
 };
 
-// Walks the pages of a site depth first and takes each of them: its files go to the file list, or,
-// in a run that lists pages only, the page itself does.
+// Walks the pages of a site depth first. Their files go to the file list; without an extractor the
+// pages themselves do. An empty `subPages` follows no link.
 class Crawler {
  public:
-  // Both must outlive the crawler. Without an extractor the pages themselves are listed; an empty
-  // `subPages` follows no link.
-  Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* extractor);
+  Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* extractor,
+          CancelToken cancel);
 
-  // Ends early on a cancel.
   QCoro::Task<void> Run(CrawlStart start);
 
  private:
-  // A page of the crawl.
   struct Record {
     QString link;  // as written
     QString baseDir;
@@ -49,7 +45,7 @@ class Crawler {
   // A page whose links are being followed. It is taken after the pages below it.
   struct Frame {
     Record record;
-    FetchedPage page;  // status other than 0: to be fetched again
+    FetchedPage page;  // not Ok(): to be fetched again
     QString baseDir;
     std::vector<Link> links;
     size_t next = 0;
@@ -68,10 +64,10 @@ class Crawler {
   const CrawlContext& context_;
   Pattern& subPages_;
   PageExtractor* extractor_;
+  CancelToken cancel_;
   QString startAddress_;
   SuffixIndex visited_;
-  // The pages from the root to the one in hand. A work stack instead of recursion: a chain of
-  // pages may be as long as the depth that the user types.
+  // From the root to the page in hand. No recursion: a chain may be as long as the depth typed.
   std::vector<Frame> path_;
   qsizetype heldCharacters_ = 0;  // page texts in path_
   TimeSlice slice_;

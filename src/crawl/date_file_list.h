@@ -12,9 +12,8 @@ class DisplayClock;
 class FileList;
 class JobEditor;
 
-// Keeps the file list of a date-format job: one row for each day of its window, oldest first,
-// rebuilt when the job is loaded or switched to this mode and whenever its format or its window is
-// edited. Also keeps the window shown as two dates. All references must outlive it.
+// Keeps the file list of a date-format job at one row for each day of its window, oldest first,
+// whatever is loaded or edited. Also keeps the window shown as two dates.
 class DateFileList : public QObject {
   Q_OBJECT
 

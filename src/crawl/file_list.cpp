@@ -15,23 +15,6 @@ namespace {
 // pass over the rows; more of them are told as one reset.
 constexpr size_t kMaxToldRanges = 8;
 
-QString Caption(int column) {
-  switch (column) {
-    case FileListRow::Date:
-      return u"更新日時(GMT)"_s;
-    case FileListRow::Size:
-      return u"KByte"_s;
-    case FileListRow::Link:
-      return u"FileUrl"_s;
-    case FileListRow::BaseDir:
-      return u"BaseUrl"_s;
-    case FileListRow::Parent:
-      return u"ParentUrl"_s;
-    default:
-      return {};
-  }
-}
-
 }  // namespace
 
 FileList::FileList(QObject* parent) : QAbstractTableModel(parent) {
@@ -195,13 +178,6 @@ int FileList::columnCount(const QModelIndex& parent) const {
 QVariant FileList::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || role != Qt::DisplayRole) return {};
   return EscapeForDisplay(rows_[index.row()].row[FileListRow::Column(index.column())]);
-}
-
-QVariant FileList::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal) return {};
-  if (role == Qt::DisplayRole) return Caption(section);
-  if (role == Qt::ToolTipRole) return u"クリックで昇順/降順 基準列 の並べ替え可"_s;
-  return {};
 }
 
 }  // namespace zentorin

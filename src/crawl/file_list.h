@@ -10,9 +10,8 @@
 
 namespace zentorin {
 
-// The file list (`lstUrl_All`): rows, which of them are selected, and the current row. Rows that a
-// crawl adds are announced to views at most ten times a second; all other calls see every row
-// at once. Rows are selected as they are added.
+// The file list (`lstUrl_All`). Views hear of rows that a crawl adds at most ten times a second;
+// all other callers see every row at once.
 class FileList : public QAbstractTableModel {
   Q_OBJECT
 
@@ -23,47 +22,35 @@ class FileList : public QAbstractTableModel {
   const FileListRow& Row(int row) const { return rows_[row].row; }
   bool IsSelected(int row) const { return rows_[row].selected; }
   int SelectedCount() const { return selectedCount_; }
-  // -1 when there is none.
-  int CurrentRow() const { return currentRow_; }
+  int CurrentRow() const { return currentRow_; }  // -1 when there is none
 
-  // Adds a selected row; `makeCurrent` also makes it the current one.
-  void Append(const FileListRow& row, bool makeCurrent = false);
+  void Append(const FileListRow& row, bool makeCurrent = false);  // adds it selected
   void SetRow(int row, const FileListRow& value);
   void SetSelected(int row, bool selected) { SelectRange(row, row, selected); }
-  // The rows first to last, both included.
-  void SelectRange(int first, int last, bool selected);
+  void SelectRange(int first, int last, bool selected);  // both included
   void SelectAll();
   void DeselectAll();
-  // Leaves exactly these rows selected and announces that once.
-  void SelectOnly(const std::vector<int>& rows);
+  void SelectOnly(const std::vector<int>& rows);  // exactly these; announced once
   void SetCurrentRow(int row);
-  // Removes every selected row in linear time. When the current row is among them, the next row
-  // that stays becomes current, else the last one. Views hear of a few removed ranges or of a
-  // reset.
+  // In linear time. When the current row goes, the next that stays becomes current, else the last.
   void RemoveSelected();
-  // Puts the rows into the given order: order[i] is the old index of the row that comes to stand at
-  // i. Selection and current row stay on their rows.
+  // `order[i]`: old index of the new row i. Selection and current row stay on their rows.
   void Reorder(const std::vector<int>& order);
-  // Removes all rows (`ClearFileList`); does nothing to an empty list.
   void ClearFileList();
 
   // Announces rows that views do not know yet. Called by whoever hands the list to a view.
   void Flush();
 
-  // The list's tooltip: "12個", nothing for an empty list.
-  QString ToolTip() const;
+  QString ToolTip() const;  // "12個"; empty for an empty list
 
   // Rows that views have been told of; Count() knows them all.
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   // DisplayRole: the column's text with harmless characters only.
   QVariant data(const QModelIndex& index, int role) const override;
-  // The captions of the columns and the hint that a click sorts.
-  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  Q_SIGNALS:
-  // The selection of some of the rows first to last changed. Rows that come with rowsInserted() or
-  // a reset bring their selection along; so does a row that moves.
+  // For rows that stay. Rows that come, move or are reset bring their selection along.
   void SelectionChanged(int first, int last);
   void CurrentRowChanged(int row);
   void Cleared();

@@ -5,8 +5,11 @@
 
 #include <QCoro/QCoroTask>
 
+#include "base/cancel_token.h"
+
 namespace zentorin {
 
+class Activity;
 class Crawler;
 class DisplayClock;
 class FileList;
@@ -14,53 +17,45 @@ class JobEditor;
 class MessageBoxes;
 class MyXMLHttpRequest;
 class Pattern;
-class RunState;
-class StatusBoard;
 class UrlList;
-struct ClockOptions;
 
-// What the crawl works on and with. All must outlive the generator.
 struct CrawlContext {
   MyXMLHttpRequest& http;
-  RunState& state;
-  StatusBoard& board;
+  Activity& activity;
   MessageBoxes& messages;
   const DisplayClock& clock;
-  const ClockOptions& clockOptions;
   UrlList& urlList;
   JobEditor& job;
   FileList& files;
 };
 
-enum class GenerateResult {
-  Finished = -1,  // also after a cancel and after a page that was not found
-  Refused = 2,    // no job or no root URL; the user was told
+// The user has been told of a refusal and of a fault.
+struct ListOutcome {
+  enum class Refusal { None, NoJob, NoRootUrl };
+
+  Refusal refusal = Refusal::None;
+  // The root page was not found, or an expression is not valid or ran away. Rows may have come.
+  bool failed = false;
 };
 
 // "ファイルリスト生成": fetches the root page of the job being edited, follows its links down to
-// the chosen depth and fills the file list. It also keeps the board's row count empty for an
-// emptied list. One run at a time; the generator must outlive it.
+// the chosen depth and fills the file list.
 class FileListGenerator {
  public:
-  explicit FileListGenerator(const CrawlContext& context);
+  explicit FileListGenerator(const CrawlContext& context) : context_(context) {}
 
-  // `listOnly`: lists the pages that the crawl visits instead of their files.
-  QCoro::Task<GenerateResult> Generate(bool listOnly);
-
-  // True when the last Generate() was ended by a fault that the user was told of: the root page was
-  // not found, an expression is not valid or ran away, a run-time error.
-  bool LastRunFailed() const { return lastRunFailed_; }
+  // `listOnly`: lists the pages that the crawl visits instead of their files. One run at a time.
+  QCoro::Task<ListOutcome> Generate(bool listOnly, CancelToken cancel);
 
  private:
-  QCoro::Task<bool> CheckInput();
-  QCoro::Task<void> BuildList(bool listOnly);
-  QCoro::Task<void> CrawlFrom(QString rootUrl, Crawler& crawler);
-  // Tells the user of the pattern's fault, if it has one; true when there was none.
+  QCoro::Task<ListOutcome::Refusal> CheckInput();
+  // These answer false after a fault.
+  QCoro::Task<bool> BuildList(bool listOnly, CancelToken cancel);
+  QCoro::Task<bool> CrawlFrom(QString rootUrl, Crawler& crawler, CancelToken cancel);
   QCoro::Task<bool> CheckPattern(const Pattern& pattern);
   QCoro::Task<void> Tell(QString text);
 
   CrawlContext context_;
-  bool lastRunFailed_ = false;
 };
 
 }  // namespace zentorin

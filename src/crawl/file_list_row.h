@@ -24,8 +24,7 @@ class FileListRow {
   static constexpr const char* kNoFileSize = "     -";
   static constexpr const char* kNoPageSize = "    -";
 
-  // Missing columns are empty, further ones are dropped.
-  static FileListRow FromText(const QString& text);
+  static FileListRow FromText(const QString& text);  // missing columns are empty
   QString ToText() const;
 
   const QString& operator[](Column column) const { return columns_[column]; }
@@ -38,11 +37,9 @@ class FileListRow {
   int written_ = kColumnCount;  // columns that ToText() writes
 };
 
-// Where a row's file is: its link resolved against the base directory of its page.
-QString FileAddressOf(const FileListRow& row);
+QString FileAddressOf(const FileListRow& row);  // link resolved against the base directory
 
-// What a player is given: a link that names its own scheme as it is, any other one resolved; no
-// blanks around it.
+// A link that names its own scheme as it is, any other one resolved; no blanks around it.
 QString PlayAddressOf(const FileListRow& row);
 
 }  // namespace zentorin

@@ -13,11 +13,9 @@ class FileList;
 // list's tag text; every sort turns it round, the first one is ascending.
 class FileListSorter {
  public:
-  // Stable; selection and current row stay on their rows.
-  void Sort(FileList& files, FileListRow::Column column);
+  void Sort(FileList& files, FileListRow::Column column);  // stable
 
-  // "1" after an ascending sort, "0" after a descending one.
-  const QString& Tag() const { return tag_; }
+  const QString& Tag() const { return tag_; }  // "1": ascending, "0": descending
 
  private:
   QString tag_;

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <utility>
 
+#include "base/activity.h"
 #include "base/display_clock.h"
 #include "base/number_text.h"
-#include "base/run_state.h"
 #include "crawl/file_list.h"
 #include "crawl/file_list_generator.h"
 #include "crawl/tag_splitter.h"
@@ -63,8 +63,12 @@ QString FileExpression(const QString& filePattern) {
   return filePattern;
 }
 
-PageExtractor::PageExtractor(const CrawlContext& context, Pattern& files, QDateTime reference)
-    : context_(context), files_(files), reference_(std::move(reference)) {}
+PageExtractor::PageExtractor(const CrawlContext& context, Pattern& files, QDateTime reference,
+                             CancelToken cancel)
+    : context_(context),
+      files_(files),
+      reference_(std::move(reference)),
+      cancel_(std::move(cancel)) {}
 
 QCoro::Task<void> PageExtractor::Extract(QString pageUrl, FetchedPage page) {
   Source source;
@@ -77,13 +81,13 @@ QCoro::Task<void> PageExtractor::Extract(QString pageUrl, FetchedPage page) {
   for (QStringView tag = tags.Next(); !tag.isNull(); tag = tags.Next()) {
     const QStringList candidates = files_.Candidates(tag);
     for (const QString& candidate : candidates) {
-      if (context_.state.CancelRequested()) co_return;
+      if (cancel_.Cancelled()) co_return;
       const QString link = LinkOf(candidate);
       if (!link.isEmpty() && !links_.AnyEndsWith(link)) co_await TakeCandidate(source, link);
       if (slice_.Over()) co_await slice_.Rest();
     }
     if (slice_.Over()) co_await slice_.Rest();
-    if (context_.state.CancelRequested()) co_return;
+    if (cancel_.Cancelled()) co_return;
   }
 }
 
@@ -93,32 +97,34 @@ QCoro::Task<void> PageExtractor::TakeCandidate(const Source& source, QString can
   const bool ask = job.Flag(TargetUrlItem::DispModify);
   FileDate date;
   if (ask) date = co_await AskDate(address);
-  if (context_.state.CancelRequested() || !InDateWindow(date) || !UnderRoot(candidate)) co_return;
+  if (cancel_.Cancelled() || !InDateWindow(date) || !UnderRoot(candidate)) co_return;
   QString size = QLatin1StringView(FileListRow::kNoFileSize);
   if (ask) size = co_await AskSize(address);
-  if (context_.state.CancelRequested()) co_return;
+  if (cancel_.Cancelled()) co_return;
   candidate.remove(u'\\');
   links_.Add(candidate);
   FileListRow row;
-  row.Set(FileListRow::Date, date ? date->toString(u"yyyy/MM/dd HH:mm:ss"_s) : u"-"_s);
+  row.Set(FileListRow::Date, date ? DisplayClock::TextOf(*date) : u"-"_s);
   row.Set(FileListRow::Size, size);
   row.Set(FileListRow::Link, candidate);
   row.Set(FileListRow::BaseDir, source.base);
   row.Set(FileListRow::Parent, source.url);
   row.Set(FileListRow::Address, address);
   context_.files.Append(row, true);
-  ++rowCount_;
+  context_.activity.SetFound(++rowCount_);
 }
 
 QCoro::Task<PageExtractor::FileDate> PageExtractor::AskDate(QString address) {
-  const QString header = co_await context_.http.QueryHeader(address, HeaderSelector::LastModified);
+  const QString header =
+      co_await context_.http.QueryHeader(address, HeaderSelector::LastModified, cancel_);
   FileDate date = ParseHttpDate(header);
-  if (date) date = date->addSecs(qint64(context_.clockOptions.OffsetHours()) * 3600);
+  if (date) date = context_.clock.Shown(*date);
   co_return date;
 }
 
 QCoro::Task<QString> PageExtractor::AskSize(QString address) {
-  const QString header = co_await context_.http.QueryHeader(address, HeaderSelector::ContentLength);
+  const QString header =
+      co_await context_.http.QueryHeader(address, HeaderSelector::ContentLength, cancel_);
   const QString bytes = TrimBlanks(header);
   co_return bytes.isEmpty() ? QString(QLatin1StringView(FileListRow::kNoFileSize))
                             : SizeText(bytes);

@@ -16,34 +16,27 @@ namespace zentorin {
 
 struct CrawlContext;
 
-// The expression that a file pattern stands for: a few keywords stand for fixed ones, anything else
-// for itself.
+// A few keywords stand for fixed expressions, anything else for itself.
 QString FileExpression(const QString& filePattern);
 
 // Finds the files that the pages of one run link to and appends a row for each new one.
 class PageExtractor {
  public:
-  // `context` and `files` must outlive the extractor. The date window is counted back from
-  // `reference`.
-  PageExtractor(const CrawlContext& context, Pattern& files, QDateTime reference);
+  PageExtractor(const CrawlContext& context, Pattern& files, QDateTime reference,
+                CancelToken cancel);
 
-  // The address that the only-under-the-root rule compares against.
   void SetStartAddress(const QString& address) { startAddress_ = address; }
 
-  // Appends the files of a fetched page. Ends early on a cancel.
   QCoro::Task<void> Extract(QString pageUrl, FetchedPage page);
 
-  // Rows appended so far, also those that the user has removed from the list since.
-  int RowCount() const { return rowCount_; }
+  int RowCount() const { return rowCount_; }  // also those removed from the list since
 
  private:
-  // The page in hand.
   struct Source {
     QString url;
     QString base;
   };
-  // A file's modification date in the clock label's time.
-  using FileDate = std::optional<QDateTime>;
+  using FileDate = std::optional<QDateTime>;  // in the time of the clock label
 
   QCoro::Task<void> TakeCandidate(const Source& source, QString candidate);
   QCoro::Task<FileDate> AskDate(QString address);
@@ -53,8 +46,9 @@ class PageExtractor {
 
   const CrawlContext& context_;
   Pattern& files_;
-  QDateTime reference_;
-  QString startAddress_;
+  QDateTime reference_;  // the date window is counted back from it
+  CancelToken cancel_;
+  QString startAddress_;  // what the only-under-the-root rule compares against
   SuffixIndex links_;
   int rowCount_ = 0;
   TimeSlice slice_;

@@ -7,6 +7,7 @@
 namespace zentorin {
 namespace {
 
+// Case is folded character by character, which keeps lengths.
 QString ReversedFolded(QStringView text) {
   QString reversed(text.size(), Qt::Uninitialized);
   std::ranges::transform(std::views::reverse(text), reversed.begin(),

@@ -7,10 +7,8 @@
 
 namespace zentorin {
 
-// The texts seen so far, asked whether one of them ends with a given text, letter case ignored.
-// They are kept reversed and case-folded in order, so that texts with a common end are neighbours:
-// a question costs a few comparisons, not a walk over all texts. Case is folded character by
-// character, which keeps lengths.
+// The texts seen so far, asked whether one of them ends with a given text, letter case ignored. A
+// question costs a few comparisons, not a walk over all texts.
 class SuffixIndex {
  public:
   void Add(QStringView text);
@@ -18,10 +16,8 @@ class SuffixIndex {
   // Every text ends with the empty one; before the first Add() nothing does.
   bool AnyEndsWith(QStringView ending) const;
 
-  void Clear() { reversed_.clear(); }
-
  private:
-  std::set<QString> reversed_;
+  std::set<QString> reversed_;  // and case-folded: texts with a common end are neighbours
 };
 
 }  // namespace zentorin

@@ -22,11 +22,4 @@ QStringView TagSplitter::Next() {
   return {};
 }
 
-qsizetype TagSplitter::CountTags(QStringView page) {
-  TagSplitter tags(page);
-  qsizetype count = 0;
-  while (!tags.Next().isNull()) ++count;
-  return count;
-}
-
 }  // namespace zentorin

@@ -16,7 +16,6 @@ class TimeSlice {
   TimeSlice() { timer_.start(); }
 
   bool Over() const { return timer_.hasExpired(kSliceMs); }
-  // Serves the event loop and begins the next slice. The slice must outlive the task.
   QCoro::Task<void> Rest() {
     co_await YieldToEventLoop();
     timer_.start();

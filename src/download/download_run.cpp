@@ -9,15 +9,10 @@
 #include "base/file_names.h"
 #include "base/message_boxes.h"
 #include "base/number_text.h"
-#include "base/run_state.h"
-#include "base/run_time_error.h"
-#include "base/status_board.h"
 #include "base/wait.h"
 #include "crawl/file_list.h"
 #include "download/local_target.h"
-#include "download/result_code.h"
 #include "download/row_cursor.h"
-#include "download/row_download.h"
 #include "jobs/date_template.h"
 #include "jobs/job_editor.h"
 #include "jobs/log_file.h"
@@ -34,18 +29,12 @@ const QString& LineEnd() {
   return lineEnd;
 }
 
-bool IsFatal(int code) {
-  return code == kFolderNotCreated || code == kOutOfDiskSpace;
-}
-
-QString FatalText(const RowOutcome& outcome) {
-  if (outcome.code == kFolderNotCreated) {
-    return QString::number(outcome.folderError) + u' ' +
-           DescribeRunTimeError(static_cast<RunTimeError>(outcome.folderError)) + LineEnd() +
-           LineEnd() + outcome.folderAtFault;
+QString FatalText(const RowOutcome& row) {
+  if (row.code == RowCode::FolderNotCreated) {
+    return row.folderOutcome.NumberAndMessage() + LineEnd() + LineEnd() + row.folderOutcome.subject;
   }
   constexpr qint64 kBytesPerKilobyte = 1024;
-  const qint64 free = QStorageInfo(outcome.folder).bytesAvailable();
+  const qint64 free = QStorageInfo(row.folder).bytesAvailable();
   const qint64 rounded = (free + kBytesPerKilobyte / 2) / kBytesPerKilobyte;
   return u"空き容量不足です。"_s + LineEnd() + LineEnd() + u"Free Space = "_s +
          GroupedNumber(rounded) + u" kbyte"_s;
@@ -53,26 +42,26 @@ QString FatalText(const RowOutcome& outcome) {
 
 }  // namespace
 
-DownloadRun::DownloadRun(const DownloadContext& context, QObject* parent)
-    : QObject(parent), context_(context) {}
+DownloadRun::DownloadRun(const DownloadContext& context, Mode mode, CancelToken cancel,
+                         RowFinished rowFinished)
+    : context_(context),
+      mode_(mode),
+      cancel_(std::move(cancel)),
+      rowFinished_(std::move(rowFinished)) {}
 
-DownloadRun::~DownloadRun() = default;
-
-QCoro::Task<void> DownloadRun::Run() {
-  logText_.clear();
-  lastStatusText_.clear();
-  total_ = counter_ = completed_ = lastResult_ = 0;
-  lastRunFailed_ = lastRunWasFatal_ = false;
-  context_.board.SetStatus({});
-  context_.board.SetSiteEnabled(false);
+QCoro::Task<RunOutcome> DownloadRun::Run() {
+  context_.activity.Say({});
   if (context_.files.SelectedCount() == 0) {
-    if (!context_.state.IsBatch()) co_await TellNothingSelected();
+    outcome_.nothingSelected = true;
+    if (mode_ == Mode::Single) co_await TellNothingSelected();
   } else {
     Start();
     co_await WalkRows();
-    if (!lastRunWasFatal_) EndOfRun();
+    if (!outcome_.fatal) EndOfRun();
   }
   CleanUp();
+  outcome_.cancelled = cancel_.Cancelled();
+  co_return outcome_;
 }
 
 QCoro::Task<void> DownloadRun::TellNothingSelected() {
@@ -85,17 +74,9 @@ QCoro::Task<void> DownloadRun::TellNothingSelected() {
                            u"[URLリスト]項目を選択⇒[ファイルリスト生成]⇒ファイル選択　後に"
                            "再度実行して下さい。"_s;
   co_await context_.messages.Ask(box);
-  context_.board.RequestFocus(hasRows ? FocusTarget::FileList : FocusTarget::UrlList);
 }
 
 void DownloadRun::Start() {
-  context_.state.ClearCancel();
-  StatusBoard& board = context_.board;
-  board.SetCancelShown(true);
-  board.SetCancelEnabled(true);
-  board.SetProgressShown(true);
-  board.SetProgress(0);
-
   const JobEditor& job = context_.job;
   RunJob fields;
   fields.savePath = job[TargetUrlItem::SavePath];
@@ -104,10 +85,11 @@ void DownloadRun::Start() {
   fields.treeFolder = job.Flag(TargetUrlItem::TreeFolder);
   fields.overWrite = job.Flag(TargetUrlItem::OverWrite);
   root_ = fields.root;
-  download_ = std::make_unique<RowDownload>(context_, fields);
+  download_ = std::make_unique<RowDownload>(context_, fields, cancel_);
 
   logText_ = u"< "_s + job[TargetUrlItem::Description] + u" >"_s + LineEnd() + LineEnd();
-  total_ = context_.files.SelectedCount();
+  place_.count = context_.files.SelectedCount();
+  context_.activity.SetShare(0);
 }
 
 QCoro::Task<void> DownloadRun::WalkRows() {
@@ -116,24 +98,24 @@ QCoro::Task<void> DownloadRun::WalkRows() {
     const bool goesOn = co_await TakeRow(rows, index);
     if (!goesOn) co_return;
     co_await YieldToEventLoop();
-    if (context_.state.CancelRequested()) co_return;
+    if (cancel_.Cancelled()) co_return;
   }
 }
 
 // False when the run ends with this row.
 QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
-  StatusBoard& board = context_.board;
+  Activity& activity = context_.activity;
   FileList& files = context_.files;
   files.SetCurrentRow(index);
-  board.SetStatus(u"ダウンロード中"_s);
+  activity.Say(u"ダウンロード中"_s);
   FileListRow row = files.Row(index);
   const QString address = RowAddress(row, root_);
-  ++counter_;
-  board.SetCounter(QString::number(counter_) + u'/' + QString::number(total_));
+  ++place_.number;
+  activity.SetRow(place_);
   // An address without "/" leads nowhere: it is counted and leaves no trace.
   if (address.contains(u'/')) {
-    board.SetFileBytes(0);
-    board.SetFile(CutForDisplay(address));
+    activity.SetBytes(0);
+    activity.SetAddress(CutForDisplay(address));
     QCoro::Task<RowOutcome> fetch = download_->Fetch(address, row[FileListRow::Date]);
     const int next = rows.Peek();
     if (next >= 0) download_->Prepare(RowAddress(files.Row(next), root_));
@@ -143,73 +125,60 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
     row.Set(FileListRow::Mark, ReportFor(outcome.code, false).mark);
     if (place >= 0) files.SetRow(place, row);
     const bool goesOn = Report(outcome, address);
-    if (IsFatal(outcome.code)) co_await TellFatal(outcome);
+    if (outcome.code.IsFatal()) co_await TellFatal(outcome);
     if (!goesOn) co_return false;
   }
-  board.SetProgress(static_cast<double>(counter_) / total_);
+  activity.SetShare(static_cast<double>(place_.number) / place_.count);
   if (const int place = rows.Find(row); place >= 0) files.SetSelected(place, false);
   co_return true;
 }
 
-// Log, flags and status line. False when the run ends with this result.
-bool DownloadRun::Report(const RowOutcome& outcome, const QString& address) {
-  const ResultReport report = ReportFor(outcome.code, context_.state.CancelRequested());
-  logText_ += LogTextFor(outcome.code, report, CutForDisplay(address), outcome.folderPrefix,
-                         CutForDisplay(outcome.reason));
-  lastResult_ = outcome.code;
+// Log, counts and message. False when the run ends with this result.
+bool DownloadRun::Report(const RowOutcome& row, const QString& address) {
+  const RowReport report = ReportFor(row.code, cancel_.Cancelled());
+  const QString shownAddress = CutForDisplay(address);
+  // The other codes say by themselves what happened.
+  const QString reason = row.code == RowCode::Fatal ? CutForDisplay(row.reason) : QString();
+  logText_ += LogTextFor(row.code, report, shownAddress, row.folderPrefix, reason);
+  lastCode_ = row.code;
   lastStatusText_ = report.text;
-  if (outcome.code == kComplete) ++completed_;
-  if (report.setsErrorFlag) {
-    context_.state.SetErrorFlag(true);
-    lastRunFailed_ = true;
-  }
-  if (outcome.code == kSkipExisting) context_.board.SetStatus(u"alreay exist"_s);
-  if (outcome.code == kCancelled) context_.board.SetStatus(u"Cancel"_s);
-  const bool complete = outcome.code == kComplete;
-  const qint64 bytes = complete ? QFileInfo(outcome.path).size() : 0;
-  Q_EMIT RowFinished({.code = outcome.code,
-                      .text = TextWithCode(outcome.code, report),
-                      .address = CutForDisplay(address),
-                      .path = outcome.path,
-                      .bytes = bytes});
-  return outcome.code != kCancelled && !IsFatal(outcome.code);
+  outcome_.Add(row);
+  outcome_.errorFlag |= report.setsErrorFlag;
+  if (row.code == RowCode::SkipExisting) context_.activity.Say(u"alreay exist"_s);
+  if (row.code == RowCode::Cancelled) context_.activity.Say(u"Cancel"_s);
+  rowFinished_({.outcome = row, .text = TextWithCode(row.code, report), .address = shownAddress});
+  return row.code != RowCode::Cancelled && !row.code.IsFatal();
 }
 
-QCoro::Task<void> DownloadRun::TellFatal(RowOutcome outcome) {
-  lastRunFailed_ = lastRunWasFatal_ = true;
-  MessageBox box = MessageBox::Error(FatalText(outcome));
+QCoro::Task<void> DownloadRun::TellFatal(RowOutcome row) {
+  outcome_.fatal = true;
+  MessageBox box = MessageBox::Error(FatalText(row));
   box.title = u"続行不可エラー発生"_s;
   co_await context_.messages.Ask(box);
-  context_.state.RequestCancel();
 }
 
 void DownloadRun::EndOfRun() {
-  if (lastResult_ == kComplete) {
-    context_.board.SetStatus(u"ダウンロード完了"_s, StatusBoard::kBlue);
-  } else if (lastResult_ < 0) {
-    context_.board.SetStatus(lastStatusText_, StatusBoard::kRed);
+  if (lastCode_ == RowCode::Complete) {
+    context_.activity.Say(u"ダウンロード完了"_s, Tone::Good);
+  } else if (lastCode_.Number() < 0) {
+    context_.activity.Say(lastStatusText_, Tone::Fault);
   }
-  if (!context_.state.IsBatch() && completed_ > 0 && context_.options.openFolder) {
+  if (mode_ == Mode::Single && outcome_.completed > 0 && context_.options.openFolder) {
     context_.opener.OpenFolder(context_.drives.ToSystemPath(context_.job[TargetUrlItem::SavePath]));
   }
 }
 
 void DownloadRun::CleanUp() {
-  StatusBoard& board = context_.board;
-  board.SetSiteEnabled(true);
-  board.SetCounter({});
-  board.SetProgressShown(false);
-  board.SetProgress(0);
-  board.SetDone(u"0"_s);
-  board.SetFileBytes(0);
+  context_.activity.SetRow({});
+  context_.activity.SetShare(0);
+  context_.activity.SetBytes(0);
   download_.reset();
   // A run whose last row was not recorded (-2) leaves no entry: this program's rule.
-  if (lastResult_ == kDownloadFailed) return;
-  const FileOutcome logged = context_.log.Append(logText_);
+  if (lastCode_ == RowCode::DownloadFailed) return;
+  const Outcome logged = context_.log.Append(logText_);
   if (logged.Ok()) return;
-  lastRunFailed_ = true;
-  context_.state.SetErrorFlag(true);
-  if (!lastRunWasFatal_) board.SetStatus(logged.message, StatusBoard::kRed);
+  outcome_.anyFailure = outcome_.errorFlag = true;
+  if (!outcome_.fatal) context_.activity.Say(logged.message, Tone::Fault);
 }
 
 }  // namespace zentorin

@@ -8,57 +8,34 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "base/run_time_error.h"
-
 namespace zentorin {
-namespace {
-
-constexpr mode_t kNewFileMode = 0666;
-
-int ErrorNumber(int systemError) {
-  return static_cast<int>(RunTimeErrorFromErrno(systemError));
-}
-
-}  // namespace
-
-LocalFile::~LocalFile() {
-  Close();
-}
-
-int LocalFile::Open(const QString& path) {
-  const QByteArray name = QFile::encodeName(path);
+Outcome LocalFile::Open(const QString& path) {
   if (path.isEmpty() || path.contains(QChar(u'\0'))) {
-    return static_cast<int>(RunTimeError::BadFileName);
+    return Outcome::Of(RunTimeError::BadFileName, path);
   }
-  const int handle = ::open(name.constData(),
-                            O_CREAT | O_WRONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK, kNewFileMode);
-  if (handle < 0) return ErrorNumber(errno);
+  Descriptor file(path, O_CREAT | O_WRONLY | O_NOFOLLOW);
+  if (file.Number() < 0) return Outcome::OfErrno(errno, path);
   struct stat status = {};
-  if (::fstat(handle, &status) != 0 || !S_ISREG(status.st_mode)) {
-    ::close(handle);
-    return static_cast<int>(RunTimeError::PathAccess);
+  if (::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) {
+    return Outcome::Of(RunTimeError::PathAccess, path);
   }
-  handle_ = handle;
-  return 0;
+  file_ = std::move(file);
+  return {};
 }
 
-int LocalFile::Write(QByteArrayView bytes) {
+Outcome LocalFile::Write(QByteArrayView bytes) {
   while (!bytes.isEmpty()) {
-    const ssize_t written = write_(handle_, bytes.data(), static_cast<size_t>(bytes.size()));
+    const ssize_t written = write_(file_.Number(), bytes.data(), static_cast<size_t>(bytes.size()));
     if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return ErrorNumber(errno);
-    if (written == 0) return static_cast<int>(RunTimeError::InputOutput);
+    if (written < 0) return Outcome::OfErrno(errno);
+    if (written == 0) return Outcome::Of(RunTimeError::InputOutput);
     bytes = bytes.sliced(written);
   }
-  return 0;
+  return {};
 }
 
-int LocalFile::Close() {
-  if (handle_ < 0) return 0;
-  const int handle = handle_;
-  handle_ = -1;
-  const int closed = ::close(handle);
-  return closed == 0 || errno == EINTR ? 0 : ErrorNumber(errno);
+Outcome LocalFile::Close() {
+  return file_.Close() ? Outcome() : Outcome::OfErrno(errno);
 }
 
 void DeleteLocalFile(const QString& path) {

@@ -7,6 +7,9 @@
 
 #include <sys/types.h>
 
+#include "base/descriptor.h"
+#include "base/outcome.h"
+
 namespace zentorin {
 
 // A regular file that is written from its start. An existing one is not truncated: a longer one
@@ -14,26 +17,19 @@ namespace zentorin {
 // file is refused without waiting for it.
 class LocalFile {
  public:
-  // write(2), or a test's stand-in.
-  using WriteCall = ssize_t (*)(int, const void*, size_t);
+  using WriteCall = ssize_t (*)(int, const void*, size_t);  // write(2), or a test's
 
   explicit LocalFile(WriteCall write) : write_(write) {}
-  LocalFile(const LocalFile&) = delete;
-  LocalFile& operator=(const LocalFile&) = delete;
-  ~LocalFile();
 
-  // Each answers 0 or a run-time error number.
-  int Open(const QString& path);
-  int Write(QByteArrayView bytes);
-  // Also tells of write errors that the system only finds out now.
-  int Close();
+  Outcome Open(const QString& path);
+  Outcome Write(QByteArrayView bytes);
+  Outcome Close();  // also tells of write errors that the system only finds out now
 
  private:
   WriteCall write_;
-  int handle_ = -1;
+  Descriptor file_;
 };
 
-// Deletes a regular file; a link, a folder or anything else at that path is left alone.
-void DeleteLocalFile(const QString& path);
+void DeleteLocalFile(const QString& path);  // leaves anything but a regular file alone
 
 }  // namespace zentorin

@@ -8,21 +8,17 @@
 
 namespace zentorin {
 
-// The rules by which a row of the file list becomes an address, a folder and a file name. Rules
-// about text; nothing here touches the disk.
+// How a row becomes an address, a folder and a file name. Nothing here touches the disk.
 
-// The row's address; `root` is the base of last resort.
-QString RowAddress(const FileListRow& row, const QString& root);
+QString RowAddress(const FileListRow& row, const QString& root);  // root: base of last resort
 
 // From the last "." on, in lower case; the whole rest of the address when that dot is not in its
 // last segment.
 QString SuffixOf(const QString& address);
 
-// Rows with these suffixes are captured instead of fetched.
-bool IsStreamSuffix(const QString& suffix);
+bool IsStreamSuffix(const QString& suffix);  // captured instead of fetched
 
-// The text after the last "/".
-QString LastSegment(const QString& address);
+QString LastSegment(const QString& address);  // behind the last "/"
 
 // Where in the mirrored tree the file of `address` lies, as a clean relative path; empty for a file
 // that lies directly in the root's or the root base's directory.
@@ -31,7 +27,6 @@ QString TreeFolder(const QString& address, const QString& rootBase, const QStrin
 // One clean file name; empty when the address gives none. `prefix` is the date prefix, or empty.
 QString LocalName(const QString& prefix, const QString& address);
 
-// ".wma" at the end, in any letter case, becomes ".mp3".
-QString WithMp3Suffix(const QString& name);
+QString WithMp3Suffix(const QString& name);  // instead of ".wma" in any letter case
 
 }  // namespace zentorin

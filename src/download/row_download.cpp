@@ -4,13 +4,10 @@
 #include <QFileInfo>
 #include <utility>
 
+#include "base/activity.h"
 #include "base/display_clock.h"
 #include "base/drives.h"
-#include "base/run_state.h"
-#include "base/run_time_error.h"
-#include "base/status_board.h"
 #include "download/local_target.h"
-#include "download/result_code.h"
 #include "download/stream_capture.h"
 #include "jobs/date_format.h"
 #include "jobs/date_text.h"
@@ -23,13 +20,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kMayWrite = 0;
-
 QString WithSeparator(const QString& folder) {
   return folder.endsWith(u'\\') ? folder : folder + u'\\';
 }
 
-// The local folder in the program's own form, with its separator.
 QString FolderPrefix(const QString& savePath, QString subFolder) {
   QString prefix = WithSeparator(savePath);
   if (subFolder.isEmpty()) return prefix;
@@ -43,25 +37,12 @@ bool FileExists(const QString& path) {
 
 }  // namespace
 
-// Shows a file's progress on the board.
-class RowDownload::BoardProgress : public DownloadProgress {
- public:
-  explicit BoardProgress(StatusBoard& board) : board_(board) {}
-  void SetCaption(const QString& fraction) override { board_.SetDone(fraction); }
-  void SetBytes(qint64 written) override { board_.SetFileBytes(written); }
-
- private:
-  StatusBoard& board_;
-};
-
-RowDownload::RowDownload(const DownloadContext& context, RunJob job)
+RowDownload::RowDownload(const FetchContext& context, RunJob job, CancelToken cancel)
     : context_(context),
       job_(std::move(job)),
+      cancel_(std::move(cancel)),
       saveFolder_(context.drives.ToSystemPath(job_.savePath), context.drives.ProgramFolder()),
-      download_(context.engine, context.http, context.state),
-      progress_(std::make_unique<BoardProgress>(context.board)) {}
-
-RowDownload::~RowDownload() = default;
+      download_(context.engine, context.http, context.activity, cancel_) {}
 
 QCoro::Task<RowOutcome> RowDownload::Fetch(QString address, QString date) {
   RowOutcome outcome;
@@ -70,10 +51,9 @@ QCoro::Task<RowOutcome> RowDownload::Fetch(QString address, QString date) {
       job_.treeFolder ? TreeFolder(address, job_.rootBase, job_.root) : QString();
   outcome.folderPrefix = FolderPrefix(job_.savePath, subFolder);
   const SaveFolder::Made made = saveFolder_.Make(subFolder);
-  if (made.error != 0) {
-    outcome.code = made.refused ? made.error : static_cast<int>(kFolderNotCreated);
-    outcome.folderError = made.error;
-    outcome.folderAtFault = made.path;
+  if (!made.outcome.Ok()) {
+    outcome.code = made.refused ? RowCode(made.outcome.error) : RowCode::FolderNotCreated;
+    outcome.folderOutcome = made.outcome;
     co_return outcome;
   }
   outcome.folder = made.path;
@@ -82,6 +62,7 @@ QCoro::Task<RowOutcome> RowDownload::Fetch(QString address, QString date) {
   } else {
     outcome.code = co_await FetchFile(address, outcome);
   }
+  if (outcome.code == RowCode::Complete) outcome.bytes = QFileInfo(outcome.path).size();
   co_return outcome;
 }
 
@@ -96,65 +77,69 @@ void RowDownload::Prepare(const QString& address) {
   if (job_.overWrite || !FileExists(folder + u'/' + name)) download_.Prepare(address);
 }
 
-QCoro::Task<int> RowDownload::FetchFile(QString address, RowOutcome& outcome) {
+QCoro::Task<RowCode> RowDownload::FetchFile(QString address, RowOutcome& outcome) {
   const QString prefix = co_await DatePrefix(address, outcome.date);
   // Without its prefix the name may be that of another file, which no cancel may delete.
-  if (context_.state.CancelRequested()) co_return kCancelled;
+  if (cancel_.Cancelled()) co_return RowCode::Cancelled;
   const QString name = LocalName(prefix, address);
-  if (name.isEmpty()) co_return static_cast<int>(RunTimeError::BadFileName);
+  if (name.isEmpty()) co_return RunTimeError::BadFileName;
   const QString path = outcome.folder + u'/' + name;
   outcome.path = path;
-  const int refused = MayWrite(path);
-  if (refused != kMayWrite) co_return refused;
+  if (const auto refusal = Refusal(path)) co_return *refusal;
 
-  int code = co_await download_.DownloadToFile(address, path, progress_.get());
-  if (code == kFatal) code = kSkipNone;
+  const FileDownload download = co_await download_.DownloadToFile(address, path);
   // A partial or stale file must not remain: after a cancel the file that was to be written over is
   // deleted too, this program's rule. One that could not be opened is left alone.
-  const bool broken = context_.state.CancelRequested() || code >= kFirstRunTimeError;
-  if (broken && !download_.FileRefused()) DeleteLocalFile(path);
-  co_return code;
+  const bool broken = cancel_.Cancelled() || download.code.IsRunTimeError();
+  if (broken && !download.refused) DeleteLocalFile(path);
+  co_return download.code == RowCode::Fatal ? RowCode(RowCode::SkipNone) : download.code;
 }
 
-// kMayWrite, or the result of the row.
-int RowDownload::MayWrite(const QString& path) const {
-  if (!job_.overWrite && FileExists(path)) return kSkipExisting;
-  return saveFolder_.Forbids(path);
+// The code of a row that may not be written to that path.
+std::optional<RowCode> RowDownload::Refusal(const QString& path) const {
+  if (!job_.overWrite && FileExists(path)) return RowCode::SkipExisting;
+  const Outcome allowed = saveFolder_.Allows(path);
+  return allowed.Ok() ? std::nullopt : std::optional<RowCode>(allowed.error);
 }
 
-QCoro::Task<int> RowDownload::CaptureStream(QString address, RowOutcome& outcome) {
-  QString stream = address;
-  if (SuffixOf(address) == ".asx"_L1) {
-    const FetchedPage page = co_await context_.http.FetchPageText(address);
-    if (context_.state.CancelRequested()) co_return kCancelled;
-    stream = page.status == 0 ? API_Web::StreamLink(page.text) : QString();
-    if (stream.isEmpty()) {
-      context_.board.SetStatus(u"ＵＲＬ無効"_s, StatusBoard::kRed);
-      co_return kSkipNone;
-    }
+// Of a stream that an .asx file names; empty when it names none.
+QCoro::Task<QString> RowDownload::StreamAddress(QString address) {
+  if (SuffixOf(address) != ".asx"_L1) co_return address;
+  const FetchedPage page = co_await context_.http.FetchPageText(address, cancel_);
+  co_return page.Ok() ? API_Web::StreamLink(page.text) : QString();
+}
+
+QCoro::Task<RowCode> RowDownload::CaptureStream(QString address, RowOutcome& outcome) {
+  StreamRequest request;
+  request.tool = context_.options.streamingTool;
+  request.showTool = context_.options.vlcShow;
+  request.address = co_await StreamAddress(address);
+  if (cancel_.Cancelled()) co_return RowCode::Cancelled;
+  if (request.address.isEmpty()) {
+    context_.activity.Say(u"ＵＲＬ無効"_s, Tone::Fault);
+    co_return RowCode::SkipNone;
   }
-  QString name = LocalName({}, stream);
-  if (name.isEmpty()) co_return static_cast<int>(RunTimeError::BadFileName);
+  QString name = LocalName({}, request.address);
+  if (name.isEmpty()) co_return RunTimeError::BadFileName;
   // Whichever program records: this program's rule. StreamGet does not convert, so its sound is
   // missed under this name.
   if (context_.options.wmaToMp3) name = WithMp3Suffix(name);
-  const QString path = outcome.folder + u'/' + name;
-  outcome.path = path;
-  const int refused = MayWrite(path);
-  if (refused != kMayWrite) co_return refused;
+  request.path = outcome.folder + u'/' + name;
+  outcome.path = request.path;
+  if (const auto refusal = Refusal(request.path)) co_return *refusal;
   // Nothing but a regular file is written over.
-  const QFileInfo old(path);
-  if (old.isSymLink() || (old.exists() && !old.isFile())) {
-    co_return static_cast<int>(RunTimeError::PathAccess);
-  }
-  const int code = co_await context_.capture.Capture(context_, address, path);
-  // The other codes say by themselves what happened.
-  if (code == kFatal && context_.board.StatusColour() == StatusBoard::kRed) {
-    outcome.reason = context_.board.Status();
-  }
+  const QFileInfo old(request.path);
+  if (old.isSymLink() || (old.exists() && !old.isFile())) co_return RunTimeError::PathAccess;
+
+  const Activity::Scope recording(context_.activity, Phase::Recording);
+  const StreamOutcome recorded =
+      co_await context_.capture.Capture(request, context_.activity, cancel_);
+  context_.activity.SetRecorded(std::nullopt);
+  outcome.reason = recorded.reason;
+  if (!recorded.reason.isEmpty()) context_.activity.Say(recorded.reason, Tone::Fault);
   // As with plain files, also one that was to be written over.
-  if (context_.state.CancelRequested()) DeleteLocalFile(path);
-  co_return code;
+  if (cancel_.Cancelled()) DeleteLocalFile(request.path);
+  co_return recorded.code;
 }
 
 // Empty when none is wanted and when no date is known. A date that the row lacks is asked for, in
@@ -164,12 +149,10 @@ QCoro::Task<QString> RowDownload::DatePrefix(QString address, QString& date) {
   if (!context_.options.addDate || format.isEmpty()) co_return QString();
   if (date.isEmpty() || date == "-"_L1) {
     const QString header =
-        co_await context_.http.QueryHeader(address, HeaderSelector::LastModified);
+        co_await context_.http.QueryHeader(address, HeaderSelector::LastModified, cancel_);
     const auto modified = ParseHttpDate(header);
     if (!modified) co_return QString();
-    constexpr qint64 kSecondsPerHour = 3600;
-    date = modified->addSecs(context_.clockOptions.OffsetHours() * kSecondsPerHour)
-               .toString(u"yyyy/MM/dd hh:mm:ss"_s);
+    date = DisplayClock::TextOf(context_.clock.Shown(*modified));
   }
   const auto known = ParseDateText(date);
   if (!known) co_return QString();

@@ -2,14 +2,40 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 #include <QCoro/QCoroTask>
 
-#include "download/download_run.h"
+#include "base/cancel_token.h"
+#include "download/row_code.h"
 #include "download/save_folder.h"
 #include "download/single_download.h"
 
 namespace zentorin {
+
+class DisplayClock;
+class Drives;
+class StreamCapture;
+
+struct DownloadOptions {
+  bool openFolder = true;
+  bool vlcShow = false;
+  bool wmaToMp3 = true;
+  int streamingTool = 0;  // 0 VLC media player, 1 StreamGet
+  bool addDate = false;
+  QString addDateFormat = "yyyymmddhh_";
+  bool autoClose = false;  // the program ends after a download command
+};
+
+struct FetchContext {
+  HttpEngine& engine;
+  MyXMLHttpRequest& http;
+  Activity& activity;
+  StreamCapture& capture;
+  const Drives& drives;
+  const DownloadOptions& options;
+  const DisplayClock& clock;
+};
 
 // The fields of the job that a run reads, as they stood when it started.
 struct RunJob {
@@ -21,26 +47,21 @@ struct RunJob {
 };
 
 struct RowOutcome {
-  int code = 0;          // ResultCode or run-time error number
-  QString date;          // the row's date, filled in when it had to be asked for
-  QString folderPrefix;  // the local folder in the program's own form, with its separator
-  QString folder;        // the same as a path of this system
-  QString path;          // the local file, empty when it did not come so far
-  int folderError = 0;   // with kFolderNotCreated: why, and for which path
-  QString folderAtFault;
-  QString reason;  // with kFatal: why, as far as it is known
+  RowCode code = RowCode::Complete;
+  QString reason;         // what is known beyond the code
+  QString path;           // the local file, empty when it did not come so far
+  qint64 bytes = 0;       // size of the file after a complete download, else 0
+  QString date;           // the row's date, filled in when it had to be asked for
+  QString folderPrefix;   // the local folder in the program's own form, with its separator
+  QString folder;         // the same as a path of this system
+  Outcome folderOutcome;  // with FolderNotCreated: why, and for which path
 };
 
-// Takes one row's file to the disk: works out where it goes, and fetches or captures it. What
-// `context` refers to must outlive it.
+// Takes one row's file to the disk: works out where it goes, and fetches or captures it.
 class RowDownload {
  public:
-  RowDownload(const DownloadContext& context, RunJob job);
-  RowDownload(const RowDownload&) = delete;
-  RowDownload& operator=(const RowDownload&) = delete;
-  ~RowDownload();
+  RowDownload(const FetchContext& context, RunJob job, CancelToken cancel);
 
-  // The object must outlive the task.
   QCoro::Task<RowOutcome> Fetch(QString address, QString date);
 
   // Sends the requests of the row that comes next ahead of its turn, when it looks as if it will be
@@ -48,18 +69,17 @@ class RowDownload {
   void Prepare(const QString& address);
 
  private:
-  class BoardProgress;
-
-  QCoro::Task<int> FetchFile(QString address, RowOutcome& outcome);
-  QCoro::Task<int> CaptureStream(QString address, RowOutcome& outcome);
+  QCoro::Task<RowCode> FetchFile(QString address, RowOutcome& outcome);
+  QCoro::Task<RowCode> CaptureStream(QString address, RowOutcome& outcome);
+  QCoro::Task<QString> StreamAddress(QString address);
   QCoro::Task<QString> DatePrefix(QString address, QString& date);
-  int MayWrite(const QString& path) const;
+  std::optional<RowCode> Refusal(const QString& path) const;
 
-  DownloadContext context_;
+  FetchContext context_;
   RunJob job_;
+  CancelToken cancel_;
   SaveFolder saveFolder_;
   SingleDownload download_;
-  std::unique_ptr<BoardProgress> progress_;
 };
 
 }  // namespace zentorin

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "download/run_driver.h"
 
+#include "base/activity.h"
 #include "base/message_boxes.h"
-#include "base/run_state.h"
-#include "base/status_board.h"
 #include "base/wait.h"
 #include "crawl/file_list.h"
-#include "crawl/file_list_generator.h"
 #include "download/stream_capture.h"
 #include "jobs/job_editor.h"
 #include "jobs/log_file.h"
@@ -20,6 +18,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// The countdown shows 4.9 first and 0.0 last.
+constexpr std::chrono::milliseconds kCountdownStart(4900);
+
 // The preset action that only ends the program.
 const QString& CloseAction() {
   static const QString action = u"閉じる"_s;
@@ -30,268 +31,225 @@ const QString& CloseAction() {
 
 RunDriver::RunDriver(const DownloadContext& context, UrlList& urlList, FileListGenerator& generator,
                      PowerControl& power, QObject* parent)
-    : QObject(parent),
-      context_(context),
-      urlList_(urlList),
-      generator_(generator),
-      power_(power),
-      run_(context) {
-  connect(&run_, &DownloadRun::RowFinished, this, &RunDriver::RowFinished);
-}
+    : QObject(parent), context_(context), urlList_(urlList), generator_(generator), power_(power) {}
 
-// False when a command runs already.
-bool RunDriver::Begin() {
-  if (running_) return false;
-  running_ = true;
+// Only when none runs.
+CancelToken RunDriver::Begin() {
+  CancelToken cancel = command_.emplace().Token();
   Q_EMIT RunningChanged(true);
-  return true;
+  return cancel;
 }
 
-void RunDriver::End() {
-  HideCancel();
-  running_ = false;
+// What was asked ahead and never taken ends with the command.
+void RunDriver::End(Unload unload) {
+  context_.activity.SetBatch(false);
+  CancelSource ended = *command_;
+  command_.reset();
+  ended.Cancel();
   Q_EMIT RunningChanged(false);
+  if (unload == Unload::Yes) Q_EMIT CloseRequested();
 }
 
 bool RunDriver::RefuseWhileRunning() {
-  if (running_) {
-    context_.board.SetStatus(u"処理中です。終了を待つか、キャンセルしてください。"_s);
+  if (IsRunning()) {
+    context_.activity.Say(u"処理中です。終了を待つか、キャンセルしてください。"_s);
   }
-  return running_;
+  return IsRunning();
 }
 
-QCoro::Task<void> RunDriver::GenerateCommand(bool listOnly) {
-  if (RefuseWhileRunning() || !Begin()) co_return;
-  context_.state.ClearCancel();
-  ShowCancel();
-  co_await generator_.Generate(listOnly);
-  context_.state.ClearCancel();
-  RefreshCounts();
-  End();
+QCoro::Task<ListOutcome> RunDriver::GenerateCommand(bool listOnly) {
+  ListOutcome outcome;
+  if (RefuseWhileRunning()) co_return outcome;
+  const CancelToken cancel = Begin();
+  outcome = co_await generator_.Generate(listOnly, cancel);
+  End(Unload::No);
+  co_return outcome;
 }
 
-QCoro::Task<void> RunDriver::DownloadCommand(bool batch) {
-  if (RefuseWhileRunning() || !Begin()) co_return;
-  context_.state.ClearCancel();
-  StatusBoard& board = context_.board;
-  StatusBoard::Standby standby = board.GetStandby();
-  standby.visible = false;
-  board.SetStandby(standby);
-  board.SetFileCount({});
-
-  MessageBox::Answer answer = MessageBox::Answer::Ok;
+QCoro::Task<RunOutcome> RunDriver::DownloadCommand(bool batch) {
+  RunOutcome outcome;
+  if (RefuseWhileRunning()) co_return outcome;
+  const CancelToken cancel = Begin();
+  context_.activity.SetAfterBatch({});
   if (batch) {
-    MessageBox box;
-    box.title = u"一括ダウンロード"_s;
-    box.text = u"全てのＵＲＬリストから一括ダウンロードします。よろしいですか？"_s;
-    box.buttons = MessageBox::Buttons::OkCancel;
-    answer = co_await context_.messages.Ask(box);
+    const MessageBox question{
+        .title = u"一括ダウンロード"_s,
+        .text = u"全てのＵＲＬリストから一括ダウンロードします。よろしいですか？"_s,
+        .buttons = MessageBox::Buttons::OkCancel};
+    const MessageBox::Answer answer = co_await context_.messages.Ask(question);
+    if (answer != MessageBox::Answer::Ok) {
+      End(Unload::No);
+      co_return outcome;
+    }
   }
-  const bool agreed = answer == MessageBox::Answer::Ok;
+  outcome = co_await Drive(batch, cancel);
   Unload unload = Unload::No;
-  if (agreed) {
-    co_await DriveSteps(batch);
-    if (batch) unload = co_await CountdownSteps();
-    if (context_.options.autoClose) unload = Unload::Yes;
-  }
-
-  if (agreed) {
-    afterBatchAction_.clear();
-    Q_EMIT PresetsCleared();
-  }
-  context_.state.ClearCancel();
-  standby = board.GetStandby();
-  standby.visible = standby.checked = false;
-  board.SetStandby(standby);
-  RefreshCounts();
-  End();
-  if (unload == Unload::Yes) Q_EMIT CloseRequested();
+  if (batch) unload = co_await AfterBatchStep(outcome, cancel);
+  if (context_.options.autoClose) unload = Unload::Yes;
+  afterBatchAction_.clear();
+  Q_EMIT PresetsCleared();
+  End(unload);
+  co_return outcome;
 }
 
-QCoro::Task<void> RunDriver::Drive(bool batch) {
-  if (!Begin()) co_return;
-  co_await DriveSteps(batch);
-  End();
-}
-
-QCoro::Task<void> RunDriver::PowerActionCountdown() {
-  if (!Begin()) co_return;
-  const Unload unload = co_await CountdownSteps();
-  End();
-  if (unload == Unload::Yes) Q_EMIT CloseRequested();
+QCoro::Task<RunOutcome> RunDriver::BatchCommand() {
+  RunOutcome outcome;
+  if (IsRunning()) co_return outcome;
+  const CancelToken cancel = Begin();
+  outcome = co_await Drive(true, cancel);
+  const Unload unload = co_await AfterBatchStep(outcome, cancel);
+  End(unload);
+  co_return outcome;
 }
 
 void RunDriver::CancelCommand() {
-  context_.board.SetCancelCaption(u"キャンセル処理中"_s);
-  context_.state.RequestCancel();
+  if (!IsRunning()) return;
+  context_.activity.SetCancelling();
+  // What it ends may end the command.
+  CancelSource source = *command_;
+  source.Cancel();
 }
 
-QCoro::Task<void> RunDriver::DriveSteps(bool batch) {
-  anyFailure_ = wasCancelled_ = endedByFatal_ = false;
+QCoro::Task<RunOutcome> RunDriver::Drive(bool batch, CancelToken cancel) {
+  Activity& activity = context_.activity;
   std::unique_ptr<SleepHold> awake;
-  if (batch) {
-    awake = power_.KeepAwake();
-    Q_EMIT BatchStarted();
-  }
-  StatusBoard& board = context_.board;
-  board.SetBusy(true);
-  board.SetStatus({});
-  context_.state.SetErrorFlag(false);
+  if (batch) awake = power_.KeepAwake();
+  activity.SetBatch(batch);
+  auto downloading = std::make_unique<Activity::Scope>(activity, Phase::Downloading);
+  activity.Say({});
+  runBytes_ = 0;
+  activity.SetRunBytes(0);
   context_.capture.FindTool();
-  const QString start = batch ? u"Start - 一括"_s : u"Start"_s;
-  const FileOutcome logged = context_.log.Append(start, true);
+  RunOutcome outcome;
+  const Outcome logged = context_.log.Append(batch ? u"Start - 一括"_s : u"Start"_s, true);
   if (!logged.Ok()) {
-    anyFailure_ = true;
-    const MessageBox box = MessageBox::Error(QString::number(logged.error) + u' ' + logged.message);
+    outcome.anyFailure = true;
+    const MessageBox box = MessageBox::Error(logged.NumberAndMessage());
     co_await context_.messages.Ask(box);
-    board.SetStatus({});
+    activity.Say({});
   } else if (batch) {
-    co_await AllJobs();
+    outcome = co_await AllJobs(cancel);
   } else {
-    co_await SingleRun();
+    outcome = co_await SingleRun(cancel);
   }
-  wasCancelled_ = context_.state.CancelRequested() && !endedByFatal_;
-  board.SetBusy(false);
-  board.SetFile({});
+  outcome.cancelled = cancel.Cancelled();
+  activity.SetAddress({});
+  downloading.reset();
   awake.reset();
-  if (batch) Q_EMIT BatchEnded();
+  if (batch) Q_EMIT BatchEnded(outcome);
+  co_return outcome;
 }
 
-QCoro::Task<void> RunDriver::RunDownload() {
-  co_await run_.Run();
-  if (run_.LastRunFailed()) anyFailure_ = true;
-  if (run_.LastRunWasFatal()) endedByFatal_ = true;
+QCoro::Task<RunOutcome> RunDriver::Download(DownloadRun::Mode mode, CancelToken cancel) {
+  DownloadRun run(context_, mode, cancel, [this](const FinishedRow& row) {
+    runBytes_ += row.outcome.bytes;
+    context_.activity.SetRunBytes(runBytes_);
+    Q_EMIT RowFinished(row);
+  });
+  const RunOutcome outcome = co_await run.Run();
+  co_return outcome;
 }
 
-QCoro::Task<void> RunDriver::SingleRun() {
-  co_await RunDownload();
-  const RunState& state = context_.state;
-  if (!state.ErrorFlag()) {
-    context_.board.SetStatus(u"処理終了"_s, StatusBoard::kBlue);
-  } else if (!state.CancelRequested() && context_.log.Exists()) {
+QCoro::Task<RunOutcome> RunDriver::SingleRun(CancelToken cancel) {
+  const RunOutcome outcome = co_await Download(DownloadRun::Mode::Single, cancel);
+  if (!outcome.errorFlag) {
+    context_.activity.Say(u"処理終了"_s, Tone::Good);
+  } else if (!cancel.Cancelled() && !outcome.fatal && context_.log.Exists()) {
     context_.opener.OpenWithDefaultHandler(context_.log.Path());
   }
+  co_return outcome;
 }
 
 // The box that chooses what happens after the batch. A preset "閉じる" needs no box.
-void RunDriver::OfferStandby() {
+void RunDriver::OfferAction() {
   const bool preset = !afterBatchAction_.isEmpty() && afterBatchAction_ != CloseAction();
-  StatusBoard::Standby standby;
-  standby.visible = true;
-  standby.checked = preset;
-  standby.caption = preset ? afterBatchAction_ : u"スタンバイ"_s;
-  standby.toolTip = u"一括ダウンロード終了後にＰＣを「"_s + standby.caption + u"」状態にします。"_s;
-  context_.board.SetStandby(standby);
+  context_.activity.SetAfterBatch(
+      {.offered = true, .chosen = preset, .action = preset ? afterBatchAction_ : u"スタンバイ"_s});
 }
 
-// Only here is the cancel flag looked at between two jobs, and nothing clears it on the way to
-// this look: a press at any time ends the batch after the job in hand.
-QCoro::Task<void> RunDriver::AllJobs() {
-  OfferStandby();
-  ShowCancel();
-  for (int row = 0; row < urlList_.Count(); ++row) {
-    if (context_.state.CancelRequested()) break;
+QCoro::Task<RunOutcome> RunDriver::AllJobs(CancelToken cancel) {
+  OfferAction();
+  RunOutcome outcome;
+  for (int row = 0; row < urlList_.Count() && !cancel.Cancelled() && !outcome.fatal; ++row) {
     urlList_.Select(row);
-    const bool skip = context_.job.Flag(TargetUrlItem::Skip);
-    if (!skip) co_await BatchJob();
+    context_.activity.SetJob({.number = row + 1, .count = urlList_.Count()});
+    if (!context_.job.Flag(TargetUrlItem::Skip)) {
+      const RunOutcome job = co_await BatchJob(cancel);
+      outcome.Add(job);
+    }
     co_await YieldToEventLoop();
   }
-  if (context_.state.ErrorFlag()) {
-    context_.board.SetStatus(u"異常終了"_s, StatusBoard::kRed);
-  }
+  context_.activity.SetJob({});
+  if (outcome.errorFlag) context_.activity.Say(u"異常終了"_s, Tone::Fault);
+  co_return outcome;
 }
 
-QCoro::Task<void> RunDriver::BatchJob() {
-  Q_EMIT JobStarted();
-  context_.state.SetRunMode(u"一括"_s);
-  const GenerateResult generated = co_await generator_.Generate(false);
-  // The generator frees the surface and the cancel button when it ends; the batch goes on.
-  context_.board.SetBusy(true);
-  context_.board.SetCancelEnabled(true);
-  if (generator_.LastRunFailed()) anyFailure_ = true;
+QCoro::Task<RunOutcome> RunDriver::BatchJob(CancelToken cancel) {
+  RunOutcome outcome;
+  const ListOutcome list = co_await generator_.Generate(false, cancel);
   const bool listedByDate = context_.job.Flag(TargetUrlItem::Opt);
-  if (generated == GenerateResult::Refused && !listedByDate) {
-    // The rows that are left belong to another job.
-    anyFailure_ = true;
-    context_.files.ClearFileList();
-    context_.board.SetFileCount({});
-  }
-  const bool cancelled = context_.state.CancelRequested();
-  if (!cancelled) co_await RunDownload();
-  context_.state.SetRunMode({});
-  context_.board.SetStatus(u"- 処理終了 -"_s);
+  const bool refused = list.refusal != ListOutcome::Refusal::None && !listedByDate;
+  // The rows that are left belong to another job.
+  if (refused) context_.files.ClearFileList();
+  if (!cancel.Cancelled()) outcome = co_await Download(DownloadRun::Mode::Batch, cancel);
+  outcome.jobs = 1;
+  outcome.anyFailure |= list.failed || refused;
+  context_.activity.Say(u"- 処理終了 -"_s);
+  co_return outcome;
 }
 
-QCoro::Task<RunDriver::Unload> RunDriver::CountdownSteps() {
-  const StatusBoard::Standby standby = context_.board.GetStandby();
-  if (standby.checked) {
-    ShowCancel();
-    context_.board.SetStatus(standby.caption + u" します。"_s);
-    bool goesOn = co_await CountDown();
+// Whoever stops the countdown is there and keeps the window; after a fatal error nobody is.
+QCoro::Task<RunDriver::Unload> RunDriver::AfterBatchStep(RunOutcome& outcome, CancelToken cancel) {
+  Activity& activity = context_.activity;
+  const AfterBatch choice = activity.Now().afterBatch;
+  Unload unload = afterBatchAction_.isEmpty() ? Unload::No : Unload::Yes;
+  if (choice.chosen) {
+    activity.Say(choice.action + u" します。"_s);
+    activity.SetTimeLeft(kCountdownStart);
+    const Activity::Scope countingDown(activity, Phase::CountingDown);
+    bool goesOn = false;
+    if (!outcome.fatal) goesOn = co_await CountDown(cancel);
     if (goesOn) {
-      goesOn = co_await PerformAction(standby.caption);
+      goesOn = co_await PerformAction(choice.action, cancel);
     } else {
-      context_.board.SetStatus({});
+      activity.Say({});
     }
-    if (!goesOn) {
-      context_.board.SetFile({});
-      if (context_.state.CancelRequested() && !endedByFatal_) wasCancelled_ = true;
-      // Whoever stops the countdown is there and keeps the window; after a fatal error nobody is.
-      const bool unload = endedByFatal_ && !afterBatchAction_.isEmpty();
-      co_return unload ? Unload::Yes : Unload::No;
-    }
-    context_.board.SetCancelShown(false);
+    if (!goesOn && !outcome.fatal) unload = Unload::No;
+    outcome.cancelled = cancel.Cancelled();
   }
-  co_return afterBatchAction_.isEmpty() ? Unload::No : Unload::Yes;
+  activity.SetAfterBatch({});
+  co_return unload;
 }
 
 // The log is on disk before the power may be gone; a disk that fails does not keep the power on. A
 // refused action changes nothing else. False when a cancel stopped it.
-QCoro::Task<bool> RunDriver::PerformAction(QString action) {
-  StatusBoard& board = context_.board;
-  const FileOutcome durable = context_.log.Sync();
-  if (!durable.Ok()) board.SetStatus(durable.message, StatusBoard::kRed);
-  const PowerOutcome outcome = co_await power_.Perform(action, context_.state);
-  if (outcome.cancelled && outcome.text.isEmpty()) board.SetStatus({});
+QCoro::Task<bool> RunDriver::PerformAction(QString action, CancelToken cancel) {
+  Activity& activity = context_.activity;
+  const Outcome durable = context_.log.Sync();
+  if (!durable.Ok()) activity.Say(durable.message, Tone::Fault);
+  const PowerOutcome outcome = co_await power_.Perform(action, cancel);
+  if (outcome.cancelled && outcome.text.isEmpty()) activity.Say({});
   if (!outcome.text.isEmpty()) {
-    board.SetStatus(outcome.text, outcome.done ? StatusBoard::kBlue : StatusBoard::kRed);
+    activity.Say(outcome.text, outcome.done ? Tone::Good : Tone::Fault);
     Q_EMIT PowerAnswered(outcome.text);
   }
   if (outcome.tried) {
-    const FileOutcome logged = context_.log.Append(outcome.text);
-    if (!logged.Ok()) board.SetStatus(logged.message, StatusBoard::kRed);
+    const Outcome logged = context_.log.Append(outcome.text);
+    if (!logged.Ok()) activity.Say(logged.message, Tone::Fault);
   }
   co_return !outcome.cancelled;
 }
 
-// "4.9" down to "0.0". False when it was stopped: by a cancel, or by unchecking the box.
-QCoro::Task<bool> RunDriver::CountDown() {
-  constexpr int kStartMs = 5000;
-  constexpr int kStepMs = 100;
-  constexpr double kMsPerSecond = 1000;
-  for (int left = kStartMs - kStepMs; left >= 0; left -= kStepMs) {
-    if (context_.state.CancelRequested()) co_return false;
-    context_.board.SetFile(QString::number(left / kMsPerSecond, 'f', 1));
-    context_.board.AnnounceProgress();
-    const bool undisturbed = co_await SleepUnlessCancelled(context_.state, countdownStep_);
-    if (!undisturbed || !context_.board.GetStandby().checked) co_return false;
+// False when it was stopped: by a cancel, or by unchecking the box.
+QCoro::Task<bool> RunDriver::CountDown(CancelToken cancel) {
+  constexpr std::chrono::milliseconds kStep(100);
+  for (auto left = kCountdownStart; left.count() >= 0; left -= kStep) {
+    if (cancel.Cancelled()) co_return false;
+    context_.activity.SetTimeLeft(left);
+    const bool undisturbed = co_await SleepUnlessCancelled(cancel, countdownStep_);
+    if (!undisturbed || !context_.activity.Now().afterBatch.chosen) co_return false;
   }
   co_return true;
-}
-
-void RunDriver::ShowCancel() {
-  context_.board.SetCancelShown(true);
-  context_.board.SetCancelEnabled(true);
-}
-
-void RunDriver::HideCancel() {
-  context_.board.SetCancelShown(false);
-  context_.board.SetCancelCaption(u"キャンセル"_s);
-}
-
-void RunDriver::RefreshCounts() {
-  const int count = context_.files.Count();
-  context_.board.SetFileCount(count == 0 ? QString() : QString::number(count));
 }
 
 }  // namespace zentorin

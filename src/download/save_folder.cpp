@@ -12,7 +12,6 @@
 #include <sys/stat.h>
 
 #include "base/file_names.h"
-#include "base/run_time_error.h"
 
 namespace zentorin {
 
@@ -22,19 +21,11 @@ namespace {
 
 constexpr mode_t kNewFolderMode = 0777;
 
-int Number(RunTimeError error) {
-  return static_cast<int>(error);
-}
-
 // 0 when `path` is a folder, else the system's error code.
 int FolderError(const QString& path) {
   struct stat status = {};
   if (::stat(QFile::encodeName(path).constData(), &status) != 0) return errno;
   return S_ISDIR(status.st_mode) ? 0 : ENOTDIR;
-}
-
-SaveFolder::Made Outcome(RunTimeError error, const QString& path) {
-  return {.error = Number(error), .refused = false, .path = path};
 }
 
 QString NearestEntry(QString path) {
@@ -46,7 +37,7 @@ QString NearestEntry(QString path) {
 
 // Makes an absolute folder with its parents; links are followed. A path that is a file or a
 // dangling link is an error.
-SaveFolder::Made MakeWithParents(const QString& path) {
+Outcome MakeWithParents(const QString& path) {
   QStringList missing;
   QString folder = path;
   int error = FolderError(folder);
@@ -56,15 +47,15 @@ SaveFolder::Made MakeWithParents(const QString& path) {
     error = FolderError(folder);
   }
   // A file stands in the way: the path is there and cannot be accessed as a folder.
-  if (error == ENOTDIR) return Outcome(RunTimeError::PathAccess, folder);
-  if (error != 0) return Outcome(RunTimeErrorFromErrno(error), folder);
+  if (error == ENOTDIR) return Outcome::Of(RunTimeError::PathAccess, folder);
+  if (error != 0) return Outcome::OfErrno(error, folder);
   for (const QString& next : std::as_const(missing)) {
     if (::mkdir(QFile::encodeName(next).constData(), kNewFolderMode) == 0) continue;
     // What was not there a moment ago and is there now dangles.
-    if (errno == EEXIST) return Outcome(RunTimeError::PathAccess, next);
-    return Outcome(RunTimeErrorFromErrno(errno), next);
+    if (errno == EEXIST) return Outcome::Of(RunTimeError::PathAccess, next);
+    return Outcome::OfErrno(errno, next);
   }
-  return Outcome(RunTimeError::None, path);
+  return {};
 }
 
 }  // namespace
@@ -75,19 +66,25 @@ SaveFolder::SaveFolder(QString path, const QString& programFolder)
                        QFileInfo(programFolder).canonicalFilePath()) {}
 
 SaveFolder::Made SaveFolder::Make(const QString& subFolder) const {
-  Made own = MakeWithParents(path_);
-  if (own.error != 0 || subFolder.isEmpty()) return own;
-  const QString wanted = path_ + u'/' + QString(subFolder).replace(u'\\', u'/');
+  Made made{.outcome = MakeWithParents(path_), .path = path_};
+  if (!made.outcome.Ok() || subFolder.isEmpty()) return made;
+  made.path += u'/' + QString(subFolder).replace(u'\\', u'/');
   // Behind a file that stands where a folder is needed nothing can be looked at but the file.
-  const int forbidden = Forbids(FolderError(wanted) == ENOTDIR ? NearestEntry(wanted) : wanted);
-  if (forbidden != 0) return {.error = forbidden, .refused = true, .path = wanted};
-  return MakeWithParents(wanted);
+  const bool blocked = FolderError(made.path) == ENOTDIR;
+  made.outcome = Allows(blocked ? NearestEntry(made.path) : made.path);
+  made.refused = !made.outcome.Ok();
+  if (!made.refused) made.outcome = MakeWithParents(made.path);
+  return made;
 }
 
-int SaveFolder::Forbids(const QString& path) const {
-  if (QFile::encodeName(path).size() >= PATH_MAX) return Number(RunTimeError::BadFileName);
-  if (IsOwnFile(path) || !StaysInside(path_, path)) return Number(RunTimeError::PathAccess);
-  return 0;
+Outcome SaveFolder::Allows(const QString& path) const {
+  if (QFile::encodeName(path).size() >= PATH_MAX) {
+    return Outcome::Of(RunTimeError::BadFileName, path);
+  }
+  if (IsOwnFile(path) || !StaysInside(path_, path)) {
+    return Outcome::Of(RunTimeError::PathAccess, path);
+  }
+  return {};
 }
 
 // Without a save folder files go to the program's folder. No page may replace what lies there.

@@ -3,29 +3,28 @@
 
 #include <QString>
 
+#include "base/outcome.h"
+
 namespace zentorin {
 
-// The folder that the user chose to save into, as a path of this system, and the folders that a run
-// makes below it. The folder itself may be a link, that is the user's choice; no link below it is
-// followed out of it.
+// The folder that the user chose, and those that a run makes below it. The folder itself may be a
+// link, that is the user's choice; no link below it is followed out of it.
 class SaveFolder {
  public:
   SaveFolder(QString path, const QString& programFolder);
 
-  const QString& Path() const { return path_; }
+  const QString& Path() const { return path_; }  // of this system
 
   struct Made {
-    int error = 0;         // 0, or a run-time error number
-    bool refused = false;  // the error concerns this row alone: a name that cannot be, a link out
-    QString path;          // the folder; with an error the one that could not be made
+    Outcome outcome;       // its subject is the folder that could not be made
+    bool refused = false;  // this row alone is at fault: a name that cannot be, a link out
+    QString path;
   };
-  // Makes the folder `subFolder` ("\\" or "/" between its cleaned names; may be empty) with all
-  // missing parents, parents first.
+  // With missing parents. `subFolder`: cleaned names with "\\" or "/" between; may be empty.
   Made Make(const QString& subFolder) const;
 
-  // 0, or the error number that forbids writing to `path`: a link leads out, the name is too long,
-  // or it is one of the program's own files.
-  int Forbids(const QString& path) const;
+  // Refuses a link that leads out, a name that is too long, and the program's own files.
+  Outcome Allows(const QString& path) const;
 
  private:
   bool IsOwnFile(const QString& path) const;

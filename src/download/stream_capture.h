@@ -5,9 +5,24 @@
 
 #include <QCoro/QCoroTask>
 
+#include "base/cancel_token.h"
+#include "download/row_code.h"
+
 namespace zentorin {
 
-struct DownloadContext;
+class Activity;
+
+struct StreamRequest {
+  QString address;
+  QString path;           // of this system
+  int tool = 0;           // 0 VLC media player, 1 StreamGet
+  bool showTool = false;  // its window is to be seen
+};
+
+struct StreamOutcome {
+  RowCode code = RowCode::Complete;
+  QString reason;  // a sentence for the user, where more than the code is known
+};
 
 // Records a stream through an external program.
 class StreamCapture {
@@ -17,15 +32,11 @@ class StreamCapture {
   StreamCapture& operator=(const StreamCapture&) = delete;
   virtual ~StreamCapture() = default;
 
-  // Finds the recording program; called at the start of every run.
-  virtual void FindTool() = 0;
-  // `url` is the row's address, `path` a path of this system. Result: a ResultCode; when more is
-  // known of a failure, the status line then says it in red. `context` outlives the task.
-  virtual QCoro::Task<int> Capture(const DownloadContext& context, QString url, QString path) = 0;
-  // Shows the program's window minimised, or hides it, when one is open.
-  virtual void ShowToolWindow(bool /*shown*/) {}
-  // Asks the program's window to close when one is still open as this program ends. True when there
-  // was one: it is given a moment then.
+  virtual void FindTool() = 0;  // called at the start of every run
+  virtual QCoro::Task<StreamOutcome> Capture(StreamRequest request, Activity& activity,
+                                             CancelToken cancel) = 0;
+  virtual void ShowToolWindow(bool /*shown*/) {}  // minimised, or hidden
+  // True when a window of the tool is still open as this program ends: it is given a moment then.
   virtual bool AskToolToClose() { return false; }
 };
 

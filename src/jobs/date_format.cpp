@@ -1,126 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "jobs/date_format.h"
 
+#include <QLocale>
 #include <algorithm>
 #include <array>
-#include <utility>
 #include <vector>
-
-// The tokens, longest first at every place of the format, in either case. Everything else is
-// copied.
-//
-//   yyyy yy y     year in four and in two digits; day of the year
-//   q             quarter
-//   mmmm mmm      "January", "Jan"
-//   mm m          month; minutes when the token before, texts between not counted, is h or hh
-//   oooo          "1月"
-//   ww w          week of the year, weeks begin on Sunday and week 1 holds 1 January; day of the
-//                 week, Sunday is 1
-//   dddd ddd      "Sunday", "Sun"
-//   aaaa aaa      "日曜日", "日"
-//   dd d          day
-//   ggg gg g      era: "令和", "令", "R"; empty before 1868
-//   ee e          year of the era; of the common era before 1868
-//   hh h          hour, of twelve when the format holds a token of the next line
-//   AM/PM A/P     "AM" or "PM", "A" or "P", small when the token's first letter is
-//   AMPM          "午前" or "午後"
-//   nn n  ss s    minute, second
-//   ddddd         "yyyy/mm/dd"
-//   dddddd        "yyyy年m月d日"
-//   ttttt         "hh:nn:ss"
-//   c             ddddd, a blank and ttttt; ddddd alone at midnight
-//   / :           the separators of dates and times, which are these same characters
-//   "text"        the text as it is; without a second quote up to the end
-//   \x            the character x as it is
-//
-// Doubled tokens ("yy") have two digits at least, single ones no leading zero.
 
 namespace zentorin {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// Grouped by what they are made from; PieceText() goes by the order.
-enum class Kind {
-  Literal,
-  Year4,
-  Year2,
-  YearDay,
-  Quarter,
-  MonthName,
-  MonthShort,
-  Month2,
-  Month,
-  MonthLocal,
-  Week,
-  WeekDay,
-  DayName,
-  DayShort,
-  DayNameLocal,
-  DayShortLocal,
-  Day2,
-  Day,
-  EraName,
-  EraShort,
-  EraLetter,
-  EraYear2,
-  EraYear,
-  Hour2,
-  Hour,
-  AmPm,
-  AmPmLetter,
-  AmPmLocal,
-  Minute2,
-  Minute,
-  Second2,
-  Second,
-  ShortDate,
-  LongDate,
-  LongTime,
-  General,
-};
-
-using Token = std::pair<QLatin1StringView, Kind>;
-
-// Longer tokens stand before their own beginnings.
-constexpr std::array kTokens = {
-    Token("am/pm"_L1, Kind::AmPm),
-    Token("ampm"_L1, Kind::AmPmLocal),
-    Token("a/p"_L1, Kind::AmPmLetter),
-    Token("aaaa"_L1, Kind::DayNameLocal),
-    Token("aaa"_L1, Kind::DayShortLocal),
-    Token("c"_L1, Kind::General),
-    Token("dddddd"_L1, Kind::LongDate),
-    Token("ddddd"_L1, Kind::ShortDate),
-    Token("dddd"_L1, Kind::DayName),
-    Token("ddd"_L1, Kind::DayShort),
-    Token("dd"_L1, Kind::Day2),
-    Token("d"_L1, Kind::Day),
-    Token("ee"_L1, Kind::EraYear2),
-    Token("e"_L1, Kind::EraYear),
-    Token("ggg"_L1, Kind::EraName),
-    Token("gg"_L1, Kind::EraShort),
-    Token("g"_L1, Kind::EraLetter),
-    Token("hh"_L1, Kind::Hour2),
-    Token("h"_L1, Kind::Hour),
-    Token("mmmm"_L1, Kind::MonthName),
-    Token("mmm"_L1, Kind::MonthShort),
-    Token("mm"_L1, Kind::Month2),
-    Token("m"_L1, Kind::Month),
-    Token("nn"_L1, Kind::Minute2),
-    Token("n"_L1, Kind::Minute),
-    Token("oooo"_L1, Kind::MonthLocal),
-    Token("q"_L1, Kind::Quarter),
-    Token("ss"_L1, Kind::Second2),
-    Token("s"_L1, Kind::Second),
-    Token("ttttt"_L1, Kind::LongTime),
-    Token("ww"_L1, Kind::Week),
-    Token("w"_L1, Kind::WeekDay),
-    Token("yyyy"_L1, Kind::Year4),
-    Token("yy"_L1, Kind::Year2),
-    Token("y"_L1, Kind::YearDay),
-};
 
 struct Era {
   const char16_t* name;
@@ -137,32 +27,180 @@ constexpr std::array kEras = {
     Era{.name = u"明治", .year = 1868, .month = 1, .day = 1, .letter = 'M'},
 };
 
-constexpr std::array kMonthNames = {"January",   "February", "March",    "April",
-                                    "May",       "June",     "July",     "August",
-                                    "September", "October",  "November", "December"};
-constexpr std::array kDayNames = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                  "Thursday", "Friday", "Saturday"};
-constexpr int kShortName = 3;
-constexpr QStringView kDayLetters = u"日月火水木金土";
+// What the tokens are written from.
+struct Source {
+  QDate date;
+  QTime time;
+  bool twelveHours = false;
+  QStringView token;  // as it stands in the format
 
-QString Digits(int number, int width) {
-  return QString::number(number).rightJustified(width, u'0');
-}
+  // A doubled token has two digits at least, a single one no leading zero.
+  QString Number(int number) const { return Digits(number, token.size()); }
+  static QString Digits(int number, qsizetype width) {
+    return QString::number(number).rightJustified(width, u'0');
+  }
+  QString Formatted(const QString& format) const {
+    return FormatDate(QDateTime(date, time, Qt::UTC), format);
+  }
+};
 
-const Token* TokenAt(QStringView format) {
-  for (const Token& token : kTokens) {
-    if (format.startsWith(token.first, Qt::CaseInsensitive)) return &token;
+const Era* EraOf(const QDate& date) {
+  for (const Era& era : kEras) {
+    if (date >= QDate(era.year, era.month, era.day)) return &era;
   }
   return nullptr;
 }
 
-// A stretch of the format: a token as it is written there, or text to copy.
-struct Piece {
-  Kind kind = Kind::Literal;
-  QStringView text;
+QString Year(const Source& s) {
+  return s.token.size() == 4 ? s.Number(s.date.year()) : s.Number(qAbs(s.date.year()) % 100);
+}
+
+QString YearDay(const Source& s) {
+  return s.Number(s.date.dayOfYear());
+}
+
+QString Quarter(const Source& s) {
+  return s.Number((s.date.month() + 2) / 3);
+}
+
+QString Month(const Source& s) {
+  return s.Number(s.date.month());
+}
+
+QString MonthName(const Source& s) {
+  return QLocale::c().monthName(s.date.month(),
+                                s.token.size() == 3 ? QLocale::ShortFormat : QLocale::LongFormat);
+}
+
+QString MonthLocal(const Source& s) {
+  return QString::number(s.date.month()) + u'月';
+}
+
+QString Week(const Source& s) {
+  const int firstWeekDay = QDate(s.date.year(), 1, 1).dayOfWeek() % 7;  // Sunday is 0
+  return QString::number((s.date.dayOfYear() - 1 + firstWeekDay) / 7 + 1);
+}
+
+QString WeekDay(const Source& s) {
+  return s.Number(s.date.dayOfWeek() % 7 + 1);
+}
+
+QString Day(const Source& s) {
+  return s.Number(s.date.day());
+}
+
+QString DayName(const Source& s) {
+  return QLocale::c().dayName(s.date.dayOfWeek(),
+                              s.token.size() == 3 ? QLocale::ShortFormat : QLocale::LongFormat);
+}
+
+QString DayNameLocal(const Source& s) {
+  const QString letter(u"月火水木金土日"[s.date.dayOfWeek() - 1]);
+  return s.token.size() == 3 ? letter : letter + u"曜日"_s;
+}
+
+QString EraName(const Source& s) {
+  const Era* era = EraOf(s.date);
+  if (era == nullptr) return {};
+  if (s.token.size() == 1) return QChar::fromLatin1(era->letter);
+  return QString::fromUtf16(era->name).left(s.token.size() == 2 ? 1 : -1);
+}
+
+QString EraYear(const Source& s) {
+  const Era* era = EraOf(s.date);
+  return s.Number(era == nullptr ? s.date.year() : s.date.year() - era->year + 1);
+}
+
+QString Hour(const Source& s) {
+  return s.Number(s.twelveHours ? (s.time.hour() + 11) % 12 + 1 : s.time.hour());
+}
+
+QString HalfDay(const Source& s) {
+  const bool afternoon = s.time.hour() >= 12;
+  if (!s.token.contains(u'/')) return afternoon ? u"午後"_s : u"午前"_s;
+  const QString text = (afternoon ? u"PM"_s : u"AM"_s).left(s.token.size() / 2);
+  return s.token.front().isLower() ? text.toLower() : text;
+}
+
+QString Minute(const Source& s) {
+  return s.Number(s.time.minute());
+}
+
+QString Second(const Source& s) {
+  return s.Number(s.time.second());
+}
+
+QString ShortDate(const Source& s) {
+  return s.Formatted(u"yyyy/mm/dd"_s);
+}
+
+QString LongDate(const Source& s) {
+  return s.Formatted(u"yyyy年m月d日"_s);
+}
+
+QString LongTime(const Source& s) {
+  return s.Formatted(u"hh:nn:ss"_s);
+}
+
+QString General(const Source& s) {
+  return s.Formatted(s.time == QTime(0, 0) ? u"ddddd"_s : u"ddddd ttttt"_s);
+}
+
+using Writer = QString (*)(const Source&);
+
+struct Token {
+  QLatin1StringView name;
+  Writer write;
 };
 
-// Reads quoted and escaped text at the beginning of `format`; answers how many characters it takes.
+// In either case; longer tokens stand before their own beginnings. Everything else is copied, as
+// are "text" without its quotes (the second may lack) and x of \x.
+constexpr std::array kTokens = {
+    Token("am/pm"_L1, HalfDay),      // "AM" or "PM"; small when its first letter is
+    Token("ampm"_L1, HalfDay),       // "午前" or "午後"
+    Token("a/p"_L1, HalfDay),        // "A" or "P"
+    Token("aaaa"_L1, DayNameLocal),  // "日曜日"
+    Token("aaa"_L1, DayNameLocal),   // "日"
+    Token("c"_L1, General),          // ddddd, a blank and ttttt; ddddd alone at midnight
+    Token("dddddd"_L1, LongDate),    // "yyyy年m月d日"
+    Token("ddddd"_L1, ShortDate),    // "yyyy/mm/dd"
+    Token("dddd"_L1, DayName),       // "Sunday"
+    Token("ddd"_L1, DayName),        // "Sun"
+    Token("dd"_L1, Day),
+    Token("d"_L1, Day),
+    Token("ee"_L1, EraYear),  // of the common era before 1868
+    Token("e"_L1, EraYear),
+    Token("ggg"_L1, EraName),  // "令和"; empty before 1868
+    Token("gg"_L1, EraName),   // "令"
+    Token("g"_L1, EraName),    // "R"
+    Token("hh"_L1, Hour),      // of twelve when the format holds a HalfDay
+    Token("h"_L1, Hour),
+    Token("mmmm"_L1, MonthName),  // "January"
+    Token("mmm"_L1, MonthName),   // "Jan"
+    Token("mm"_L1, Month),  // minutes when the token before, texts between not counted, is an Hour
+    Token("m"_L1, Month),
+    Token("nn"_L1, Minute),
+    Token("n"_L1, Minute),
+    Token("oooo"_L1, MonthLocal),  // "1月"
+    Token("q"_L1, Quarter),
+    Token("ss"_L1, Second),
+    Token("s"_L1, Second),
+    Token("ttttt"_L1, LongTime),  // "hh:nn:ss"
+    Token("ww"_L1, Week),         // weeks begin on Sunday and week 1 holds 1 January
+    Token("w"_L1, WeekDay),       // Sunday is 1
+    Token("yyyy"_L1, Year),
+    Token("yy"_L1, Year),
+    Token("y"_L1, YearDay),
+};
+
+// A stretch of the format.
+struct Piece {
+  QStringView text;
+  Writer write = nullptr;  // of a token; other text is copied
+};
+
+// Reads quoted, escaped or other text at the beginning of `format`; answers how many characters it
+// takes.
 qsizetype ReadLiteral(QStringView format, Piece& piece) {
   if (format.front() == u'\\' && format.size() > 1) {
     piece.text = format.mid(1, 1);
@@ -183,155 +221,34 @@ std::vector<Piece> Split(QStringView format) {
   bool afterHour = false;
   while (!format.isEmpty()) {
     Piece piece;
-    const Token* token = TokenAt(format);
-    if (token == nullptr) {
+    const auto* const token = std::ranges::find_if(kTokens, [format](const Token& one) {
+      return format.startsWith(one.name, Qt::CaseInsensitive);
+    });
+    if (token == kTokens.end()) {
       format = format.sliced(ReadLiteral(format, piece));
-      pieces.push_back(piece);
-      continue;
+    } else {
+      piece = {.text = format.first(token->name.size()), .write = token->write};
+      format = format.sliced(piece.text.size());
+      if (afterHour && piece.write == Month) piece.write = Minute;
+      afterHour = piece.write == Hour;
     }
-    piece = {.kind = token->second, .text = format.left(token->first.size())};
-    format = format.sliced(token->first.size());
-    if (afterHour && piece.kind == Kind::Month2) piece.kind = Kind::Minute2;
-    if (afterHour && piece.kind == Kind::Month) piece.kind = Kind::Minute;
-    afterHour = piece.kind == Kind::Hour || piece.kind == Kind::Hour2;
     pieces.push_back(piece);
   }
   return pieces;
-}
-
-bool IsHalfDay(const Piece& piece) {
-  return piece.kind == Kind::AmPm || piece.kind == Kind::AmPmLetter ||
-         piece.kind == Kind::AmPmLocal;
-}
-
-const Era* EraOf(const QDate& date) {
-  for (const Era& era : kEras) {
-    if (date >= QDate(era.year, era.month, era.day)) return &era;
-  }
-  return nullptr;
-}
-
-QString EraText(Kind kind, const QDate& date) {
-  const Era* era = EraOf(date);
-  const int year = era == nullptr ? date.year() : date.year() - era->year + 1;
-  if (kind == Kind::EraYear) return Digits(year, 1);
-  if (kind == Kind::EraYear2) return Digits(year, 2);
-  if (era == nullptr) return {};
-  if (kind == Kind::EraLetter) return QString::fromLatin1(&era->letter, 1);
-  const QString name = QString::fromUtf16(era->name);
-  return kind == Kind::EraShort ? name.left(1) : name;
-}
-
-QString DayText(Kind kind, const QDate& date) {
-  const int weekDay = date.dayOfWeek() % 7;  // Sunday is 0
-  const QLatin1StringView name(kDayNames[weekDay]);
-  switch (kind) {
-    case Kind::DayName:
-      return name;
-    case Kind::DayShort:
-      return name.left(kShortName);
-    case Kind::DayNameLocal:
-      return kDayLetters[weekDay] + u"曜日"_s;
-    case Kind::DayShortLocal:
-      return kDayLetters.sliced(weekDay, 1).toString();
-    case Kind::Day2:
-      return Digits(date.day(), 2);
-    case Kind::WeekDay:
-      return Digits(weekDay + 1, 1);
-    case Kind::Week: {
-      const int firstWeekDay = QDate(date.year(), 1, 1).dayOfWeek() % 7;
-      return Digits((date.dayOfYear() - 1 + firstWeekDay) / 7 + 1, 1);
-    }
-    default:
-      return Digits(date.day(), 1);
-  }
-}
-
-QString MonthText(Kind kind, const QDate& date) {
-  const QLatin1StringView name(kMonthNames[date.month() - 1]);
-  switch (kind) {
-    case Kind::MonthName:
-      return name;
-    case Kind::MonthShort:
-      return name.left(kShortName);
-    case Kind::MonthLocal:
-      return Digits(date.month(), 1) + u'月';
-    case Kind::Quarter:
-      return Digits((date.month() + 2) / 3, 1);
-    case Kind::Month2:
-      return Digits(date.month(), 2);
-    default:
-      return Digits(date.month(), 1);
-  }
-}
-
-QString YearText(Kind kind, const QDate& date) {
-  if (kind == Kind::Year4) return Digits(date.year(), 4);
-  if (kind == Kind::Year2) return Digits(qAbs(date.year()) % 100, 2);
-  return Digits(date.dayOfYear(), 1);
-}
-
-QString HalfDayText(const Piece& piece, bool afternoon) {
-  if (piece.kind == Kind::AmPmLocal) {
-    return afternoon ? u"午後"_s : u"午前"_s;
-  }
-  const QString text = afternoon ? u"PM"_s : u"AM"_s;
-  const QString shown = piece.kind == Kind::AmPmLetter ? text.left(1) : text;
-  return piece.text.front().isLower() ? shown.toLower() : shown;
-}
-
-QString TimeText(const Piece& piece, const QTime& time, bool twelveHours) {
-  const int hour = twelveHours ? (time.hour() + 11) % 12 + 1 : time.hour();
-  switch (piece.kind) {
-    case Kind::Hour2:
-      return Digits(hour, 2);
-    case Kind::Hour:
-      return Digits(hour, 1);
-    case Kind::Minute2:
-      return Digits(time.minute(), 2);
-    case Kind::Minute:
-      return Digits(time.minute(), 1);
-    case Kind::Second2:
-      return Digits(time.second(), 2);
-    case Kind::Second:
-      return Digits(time.second(), 1);
-    default:
-      return HalfDayText(piece, time.hour() >= 12);
-  }
-}
-
-QString CompoundText(Kind kind, const QDateTime& date) {
-  switch (kind) {
-    case Kind::ShortDate:
-      return FormatDate(date, u"yyyy/mm/dd"_s);
-    case Kind::LongDate:
-      return FormatDate(date, u"yyyy年m月d日"_s);
-    case Kind::LongTime:
-      return FormatDate(date, u"hh:nn:ss"_s);
-    default:
-      return FormatDate(date, date.time() == QTime(0, 0) ? u"ddddd"_s : u"ddddd ttttt"_s);
-  }
-}
-
-QString PieceText(const Piece& piece, const QDateTime& date, bool twelveHours) {
-  if (piece.kind == Kind::Literal) return piece.text.toString();
-  if (piece.kind <= Kind::YearDay) return YearText(piece.kind, date.date());
-  if (piece.kind <= Kind::MonthLocal) return MonthText(piece.kind, date.date());
-  if (piece.kind <= Kind::Day) return DayText(piece.kind, date.date());
-  if (piece.kind <= Kind::EraYear) return EraText(piece.kind, date.date());
-  if (piece.kind <= Kind::Second) return TimeText(piece, date.time(), twelveHours);
-  return CompoundText(piece.kind, date);
 }
 
 }  // namespace
 
 QString FormatDate(const QDateTime& date, const QString& format) {
   if (!date.isValid()) return {};
-  if (format.isEmpty()) return CompoundText(Kind::General, date);
-  const std::vector<Piece> pieces = Split(format);
-  const bool twelveHours = std::ranges::any_of(pieces, IsHalfDay);
+  const std::vector<Piece> pieces = Split(format.isEmpty() ? u"c" : QStringView(format));
+  const bool twelveHours =
+      std::ranges::find(pieces, Writer{HalfDay}, &Piece::write) != pieces.end();
   QString text;
-  for (const Piece& piece : pieces) text += PieceText(piece, date, twelveHours);
+  for (const Piece& piece : pieces) {
+    const Source source{date.date(), date.time(), twelveHours, piece.text};
+    text += piece.write == nullptr ? piece.text.toString() : piece.write(source);
+  }
   return text;
 }
 

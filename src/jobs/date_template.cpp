@@ -102,8 +102,7 @@ DayWindow ParseDayWindow(const QString& first, const QString& second) {
 
 QString DayWindowText(const DayWindow& window, const QDate& today) {
   const auto day = [&today](int daysBack) {
-    const QDateTime date(today.addDays(-daysBack), QTime(0, 0), Qt::UTC);
-    return FormatDate(date, u"yyyy/mm/dd"_s);
+    return today.addDays(-daysBack).toString(u"yyyy/MM/dd"_s);
   };
   return day(window.first) + u"～"_s + day(window.last);
 }

@@ -9,14 +9,12 @@ namespace zentorin {
 // Replaces every "{…}" that holds no brace by the date in that format.
 QString ExpandDateTemplates(const QString& text, const QDateTime& date);
 
-// The days of a date-format job, counted back from today; first <= last.
 struct DayWindow {
-  int first = 0;  // days back of the newest day
-  int last = 0;   // days back of the oldest day
+  int first = 0;  // days from the newest day to today
+  int last = 0;   // days from the oldest day to today
 };
 
-// `second` may be empty and then means the same as `first`. Swapped when the wrong way round. Days
-// back beyond 36,500 are cut to that.
+// In either order; an empty `second` means the same as `first`. Days are cut to 36,500.
 DayWindow ParseDayWindow(const QString& first, const QString& second);
 
 // "yyyy/mm/dd～yyyy/mm/dd", the newer day first.

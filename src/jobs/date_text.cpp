@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "jobs/date_text.h"
 
+#include <QLocale>
 #include <QRegularExpression>
-#include <array>
 
 namespace zentorin {
 
@@ -15,15 +15,17 @@ std::optional<QDateTime> WallTime(const QDate& date, const QTime& time) {
   return QDateTime(date, time, Qt::UTC);
 }
 
+int Number(const QRegularExpressionMatch& match, const char* group) {
+  return match.captured(QLatin1StringView(group)).toInt();
+}
+
 // 1 to 12 for an English month name or its first three letters, else 0.
 int MonthNumber(const QString& name) {
-  static constexpr std::array kMonths = {"january",   "february", "march",    "april",
-                                         "may",       "june",     "july",     "august",
-                                         "september", "october",  "november", "december"};
-  const QString lower = name.toLower();
-  for (std::size_t i = 0; i < kMonths.size(); ++i) {
-    const QLatin1StringView month(kMonths[i]);
-    if (lower == month || lower == month.left(3)) return static_cast<int>(i) + 1;
+  const QLocale english = QLocale::c();
+  for (int month = 1; month <= 12; ++month) {
+    for (const auto form : {QLocale::LongFormat, QLocale::ShortFormat}) {
+      if (name.compare(english.monthName(month, form), Qt::CaseInsensitive) == 0) return month;
+    }
   }
   return 0;
 }
@@ -36,13 +38,11 @@ int FullYear(const QString& digits) {
 }
 
 std::optional<QDateTime> HttpDateOf(const QRegularExpressionMatch& match) {
-  const auto number = [&match](const char* group) {
-    return match.captured(QLatin1StringView(group)).toInt();
-  };
   const QDate date(FullYear(match.captured(u"year"_s)), MonthNumber(match.captured(u"month"_s)),
-                   number("day"));
+                   Number(match, "day"));
   // A leap second is shown as the second before it.
-  return WallTime(date, QTime(number("hour"), number("minute"), qMin(number("second"), 59)));
+  return WallTime(date, QTime(Number(match, "hour"), Number(match, "minute"),
+                              qMin(Number(match, "second"), 59)));
 }
 
 // Full-width forms, as a Japanese keyboard gives them, become their ASCII ones.
@@ -88,12 +88,11 @@ std::optional<QDateTime> ParseDateText(const QString& text) {
   const bool hasTime = match.hasCaptured(u"hour"_s);
   if (!hasDate && !hasTime) return std::nullopt;
   if (hasDate && hasTime && !match.hasCaptured(u"gap"_s)) return std::nullopt;
-  const auto number = [&match](const char* group) {
-    return match.captured(QLatin1StringView(group)).toInt();
-  };
   const QDate date =
-      hasDate ? QDate(number("year"), number("month"), number("day")) : QDate(1899, 12, 30);
-  return WallTime(date, QTime(number("hour"), number("minute"), number("second")));
+      hasDate ? QDate(Number(match, "year"), Number(match, "month"), Number(match, "day"))
+              : QDate(1899, 12, 30);
+  return WallTime(date,
+                  QTime(Number(match, "hour"), Number(match, "minute"), Number(match, "second")));
 }
 
 }  // namespace zentorin

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "jobs/job_editor.h"
 
-#include <array>
-
 #include "base/number_text.h"
 #include "jobs/url_list.h"
 
@@ -14,11 +12,6 @@ namespace {
 
 constexpr int kDateWidth = 3;
 
-constexpr std::array kFlags = {TargetUrlItem::Opt,       TargetUrlItem::Skip,
-                               TargetUrlItem::OverWrite, TargetUrlItem::OnlyUnderRoot,
-                               TargetUrlItem::Modify,    TargetUrlItem::TreeFolder,
-                               TargetUrlItem::DispModify};
-
 // A job as the fields show it.
 TargetUrlItem AsShown(TargetUrlItem item) {
   // An empty window means all dates and is therefore not padded.
@@ -26,7 +19,7 @@ TargetUrlItem AsShown(TargetUrlItem item) {
   if (!date.isEmpty()) item.Set(TargetUrlItem::Date, PadLeft(date, kDateWidth));
   item.Set(TargetUrlItem::Depth, QString::number(WholeNumber(item[TargetUrlItem::Depth])));
   item.SetBeforeElement(0, item.BeforeElement(0));  // exactly two elements
-  for (const TargetUrlItem::Field flag : kFlags) item.SetFlag(flag, item.Flag(flag));
+  for (const TargetUrlItem::Field flag : TargetUrlItem::kFlags) item.SetFlag(flag, item.Flag(flag));
   return item;
 }
 
@@ -34,14 +27,14 @@ TargetUrlItem AsShown(TargetUrlItem item) {
 
 JobEditor::JobEditor(UrlList& list, QObject* parent) : QObject(parent), list_(list) {
   connect(&list_, &UrlList::Selected, this, &JobEditor::Load);
-  if (list_.SelectedRow() >= 0) Load(list_.SelectedRow());
 }
 
 void JobEditor::Edit(TargetUrlItem::Field field, const QString& value) {
-  const QString text = FieldText(value);
+  TargetUrlItem edited = fields_;
+  edited.Set(field, value);
   // The display number is the list's own.
-  if (field == TargetUrlItem::Number || fields_[field] == text) return;
-  fields_.Set(field, text);
+  if (field == TargetUrlItem::Number || edited == fields_) return;
+  fields_ = edited;
   Q_EMIT FieldEdited(field);
   Store();
 }
@@ -61,7 +54,7 @@ void JobEditor::Store() {
   const int row = list_.SelectedRow();
   if (row < 0) return;
   fields_.Set(TargetUrlItem::Number, DisplayNumber(row));
-  list_.SetLine(row, fields_.ToLine());
+  list_.Set(row, fields_);
   list_.SetDirty(true);
 }
 

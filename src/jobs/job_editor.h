@@ -10,9 +10,7 @@ namespace zentorin {
 
 class UrlList;
 
-// The fields of the selected job as the main window edits them. Selecting a job loads them; every
-// edit is written straight back into the job's line and marks the list "Dirty". Loading is not an
-// edit. `list` must outlive the editor.
+// The selected job as the main window shows it. Each edit is stored in the list and sets its tag.
 class JobEditor : public QObject {
   Q_OBJECT
 
@@ -20,34 +18,28 @@ class JobEditor : public QObject {
   explicit JobEditor(UrlList& list, QObject* parent = nullptr);
 
   const TargetUrlItem& Fields() const { return fields_; }
-  const QString& operator[](TargetUrlItem::Field field) const { return fields_[field]; }
+  QString operator[](TargetUrlItem::Field field) const { return fields_[field]; }
   bool Flag(TargetUrlItem::Field field) const { return fields_.Flag(field); }
 
-  // An edit by the user: takes the value over, announces it and stores the job. Line breaks and
-  // tabs, which the list cannot hold, become blanks. Nothing happens when the value is the same.
+  // Does nothing when the value is the same.
   void Edit(TargetUrlItem::Field field, const QString& value);
   void EditFlag(TargetUrlItem::Field field, bool on);
   void EditBefore(int element, const QString& text);
 
-  // Rebuilds the selected job's line from the fields and marks the list. Does nothing without a
-  // selected job.
   void Store();
 
-  // The number in the depth field.
   int Depth() const;
 
-  // `txtUrl_RootBase`: the root's base address as the last crawl found it; empty once a job with
-  // another root is loaded. Not part of the job.
+  // `txtUrl_RootBase`: the root's base address as the last crawl found it, empty for another root.
   const QString& RootBase() const { return rootBase_; }
   void SetRootBase(const QString& address);
 
-  // `lblBeforeDate`: the day window as two dates.
   const QString& BeforeDate() const { return beforeDate_; }
   void SetBeforeDate(const QString& text);
 
  Q_SIGNALS:
-  void Loaded();                                 // all fields at once
-  void FieldEdited(TargetUrlItem::Field field);  // one field, by Edit…()
+  void Loaded();
+  void FieldEdited(TargetUrlItem::Field field);
   void RootBaseChanged();
   void BeforeDateChanged();
 
@@ -57,7 +49,7 @@ class JobEditor : public QObject {
   UrlList& list_;
   TargetUrlItem fields_;
   QString rootBase_;
-  QString beforeDate_;
+  QString beforeDate_;  // `lblBeforeDate`
 };
 
 }  // namespace zentorin

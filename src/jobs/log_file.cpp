@@ -11,6 +11,7 @@
 #include "base/ansi_text.h"
 #include "base/clock.h"
 #include "base/descriptor.h"
+#include "base/utf16.h"
 #include "jobs/date_format.h"
 
 namespace zentorin {
@@ -21,7 +22,7 @@ namespace {
 
 constexpr qint64 kMaxLogBytes = 64LL * 1024 * 1024;
 
-FileOutcome SystemFailure(const QString& path) {
+Outcome SystemFailure(const QString& path) {
   return WriteFailure(path, RunTimeErrorFromErrno(errno));
 }
 
@@ -35,8 +36,7 @@ QByteArray LogBytes(const QString& text) {
   QByteArray bytes;
   bytes.reserve(2 * text.size());
   for (qsizetype at = 0; at < text.size();) {
-    const bool pair =
-        text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
+    const bool pair = UnitsAt(text, at) == 2;
     const QStringView character = QStringView(text).sliced(at, pair ? 2 : 1);
     at += character.size();
     if (IsPlain(character.front())) {
@@ -86,11 +86,11 @@ bool LogFile::WasWritten() const {
   return written_ && QFileInfo(path_).isFile();
 }
 
-FileOutcome LogFile::Append(const QString& text, bool startNew) {
+Outcome LogFile::Append(const QString& text, bool startNew) {
   const QString time = FormatDate(clock_.LocalNow(), u"yyyy/mm/dd hh:nn:ss"_s);
   const QByteArray entry = LogBytes(u"-- %1 ----\r\n"_s.arg(time) + text + u"\r\n\r\n\r\n"_s);
   if (startNew) {
-    const FileOutcome outcome = WriteWholeFile(path_, entry);
+    const Outcome outcome = WriteWholeFile(path_, entry);
     written_ = outcome.Ok();
     return outcome;
   }
@@ -103,7 +103,7 @@ FileOutcome LogFile::Append(const QString& text, bool startNew) {
   return {};
 }
 
-FileOutcome LogFile::Sync() const {
+Outcome LogFile::Sync() const {
   if (!Exists()) return {};  // nothing was appended
   // The folder holds the file's name: without it a new file may be missing after a power cut.
   for (const QString& path : {path_, QFileInfo(path_).path()}) {
@@ -113,9 +113,9 @@ FileOutcome LogFile::Sync() const {
   return {};
 }
 
-FileOutcome LogFile::Read(QString& text) const {
+Outcome LogFile::Read(QString& text) const {
   QByteArray bytes;
-  FileOutcome outcome = ReadWholeFile(path_, kMaxLogBytes, bytes);
+  Outcome outcome = ReadWholeFile(path_, kMaxLogBytes, bytes);
   if (outcome.Ok()) text = DecodeAnsi(bytes);
   return outcome;
 }

@@ -9,11 +9,9 @@ namespace zentorin {
 
 class Clock;
 
-// log.txt, opened and closed for every entry. Characters that the file's character set lacks are
-// written as "\\u{hex}", so that an entry is never lost to an odd address.
+// log.txt, open only while an entry is written. What its character set lacks becomes "\\u{hex}".
 class LogFile {
  public:
-  // `path` is absolute; `clock` must outlive the log.
   LogFile(QString path, const Clock& clock);
 
   const QString& Path() const { return path_; }
@@ -21,12 +19,10 @@ class LogFile {
   // Whether it holds an entry of this run.
   bool WasWritten() const;
 
-  // Adds an entry; with `startNew` the file is begun anew.
-  FileOutcome Append(const QString& text, bool startNew = false);
+  Outcome Append(const QString& text, bool startNew = false);
   // Makes what was appended durable, for a call that may cut the power.
-  FileOutcome Sync() const;
-  // The whole log as text.
-  FileOutcome Read(QString& text) const;
+  Outcome Sync() const;
+  Outcome Read(QString& text) const;
 
  private:
   QString path_;

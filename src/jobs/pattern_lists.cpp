@@ -18,18 +18,17 @@ const auto kSubUrlMark = "[sub url]"_L1;
 const auto kFileMark = "[file]"_L1;
 const auto kEndMark = "[end]"_L1;
 
-QStringList BuiltInSubUrl() {
-  return {
+}  // namespace
+
+// The empty entries are separator lines. The archive entries do not end as the others do.
+PatternLists::PatternLists() {
+  subUrl_ = {
       uR"~(child url : (?:href|url|src)=["']?(.+?)["' >])~"_s,
       uR"~(  href    : href=["']?(.+?)["' >])~"_s,
       uR"~(  url     : url=["']?(.+?)["' >])~"_s,
       uR"~(  src     : src=["']?(.+?)["' >])~"_s,
   };
-}
-
-// The empty entries are separator lines. The archive entries do not end as the others do.
-QStringList BuiltInFile() {
-  return {
+  file_ = {
       uR"~(全音声: <.+?(?:href|url)=["']?(.+\.(?:mp3|wav|wma|asx|mid))["' >])~"_s,
       uR"~( MP3  : <.+?(?:href|url)=["']?(.+?\.mp3)["' >])~"_s,
       uR"~( ASX  : <.+?(?:href|url)=["']?(.+?\.asx)["' >])~"_s,
@@ -54,17 +53,13 @@ QStringList BuiltInFile() {
   };
 }
 
-}  // namespace
-
-PatternLists::PatternLists() : subUrl_(BuiltInSubUrl()), file_(BuiltInFile()) {}
-
-FileOutcome PatternLists::LoadOrCreate(const QString& path) {
+Outcome PatternLists::LoadOrCreate(const QString& path) {
   QByteArray bytes;
-  FileOutcome outcome = ReadWholeFile(path, kMaxFileBytes, bytes);
-  if (outcome.error == static_cast<int>(RunTimeError::PathMissing)) {
-    QStringList lines = QStringList(kSubUrlMark) + BuiltInSubUrl();
+  Outcome outcome = ReadWholeFile(path, kMaxFileBytes, bytes);
+  if (outcome.error == RunTimeError::PathMissing) {
+    QStringList lines = QStringList(kSubUrlMark) + subUrl_;
     lines += {QString(), kFileMark};
-    lines += BuiltInFile() + QStringList{QString(), kEndMark, QString()};
+    lines += file_ + QStringList{QString(), kEndMark, QString()};
     return WriteWholeFile(path, EncodeAnsi(lines.join("\r\n"_L1)).bytes);
   }
   if (!outcome.Ok()) return outcome;

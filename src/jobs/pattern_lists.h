@@ -8,22 +8,18 @@
 
 namespace zentorin {
 
-// The ready-made expressions of the two pattern boxes, each entry a label, a colon and the
-// expression. Kept in reglist.txt of the program's folder.
+// The ready-made entries of the two pattern boxes: a label, a colon and an expression.
 class PatternLists {
  public:
-  // Starts with the built-in entries.
   PatternLists();
 
   const QStringList& SubUrl() const { return subUrl_; }  // `cmbUrl_SubPattern`
   const QStringList& File() const { return file_; }      // `cmbFilePattern`
 
-  // Reads `path` when it exists, else writes the built-in entries there. A file that exists but
-  // cannot be read leaves the lists as they were.
-  FileOutcome LoadOrCreate(const QString& path);
+  // Reads the file, or writes it when it is missing. One that cannot be read changes nothing.
+  Outcome LoadOrCreate(const QString& path);
 
-  // The text that choosing an entry leaves in the box: what follows the first ":", trimmed of
-  // blanks; the whole text when there is no ":".
+  // What follows the first ":", without blanks; the whole entry when there is none.
   static QString ExpressionOf(const QString& entry);
 
  private:

@@ -1,40 +1,36 @@
 // SPDX-License-Identifier: MIT
 #include "jobs/target_url_item.h"
 
+#include <QRegularExpression>
+
 namespace zentorin {
 
 using namespace Qt::Literals::StringLiterals;
 
-TargetUrlItem TargetUrlItem::FromLine(const QString& line) {
+TargetUrlItem TargetUrlItem::FromLine(const QString& text) {
+  static const QRegularExpression lineEnd(u"[\\r\\n\\0]"_s);
   TargetUrlItem item;
-  qsizetype start = 0;
-  for (QString& field : item.fields_) {
-    const qsizetype tab = line.indexOf(u'\t', start);
-    field = line.mid(start, tab < 0 ? -1 : tab - start);
-    if (tab < 0) break;
-    start = tab + 1;
-  }
+  item.fields_ = text.left(text.indexOf(lineEnd)).split(u'\t');
   return item;
 }
 
-QString TargetUrlItem::ToLine() const {
-  QString line = fields_[0];
-  for (int i = 1; i < kFieldCount; ++i) line += u'\t' + fields_[i];
-  return line;
+void TargetUrlItem::Set(Field field, const QString& value) {
+  fields_.resize(kFieldCount);
+  fields_[field] = FieldText(value);
 }
 
 void TargetUrlItem::SetFlag(Field field, bool on) {
-  fields_[field] = on ? u"1"_s : u"0"_s;
+  Set(field, on ? u"1"_s : u"0"_s);
 }
 
 QString TargetUrlItem::BeforeElement(int element) const {
-  return fields_[Before].section(u',', element, element);
+  return (*this)[Before].section(u',', element, element);
 }
 
 void TargetUrlItem::SetBeforeElement(int element, const QString& text) {
   const QString first = element == 0 ? text : BeforeElement(0);
   const QString second = element == 1 ? text : BeforeElement(1);
-  fields_[Before] = first + u',' + second;
+  Set(Before, first + u',' + second);
 }
 
 QString FieldText(QString text) {

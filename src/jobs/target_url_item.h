@@ -1,63 +1,60 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <array>
 
 namespace zentorin {
 
-using namespace Qt::Literals::StringLiterals;
-
-// One job of the URL list: 17 texts, held in the list as one line joined by tabs. Flags are
-// "0"/"1".
+// One job of the URL list: 17 texts. Flags are "0" or "1".
 class TargetUrlItem {
  public:
   enum Field {
-    Number,         // display number: 1-based position, padded with blanks to two characters
-    Description,    // "description"
-    Root,           // "root": root URL, may hold date templates
-    SubPattern,     // "sub_pattern": expression of the links to follow
-    FilePattern,    // "file_pattern": expression of the files to take
-    SavePath,       // "save_path"
-    Date,           // "date": modification-date window in days, empty means all
-    Format,         // "format": file-name format with date templates
-    Before,         // "before": the two ends of the day window joined by ","
-    Opt,            // "opt": "0" files by pattern, "1" files by date format
-    Skip,           // "skip": left out of the batch
-    OverWrite,      // "over_write"
-    OnlyUnderRoot,  // "only_under_root"
-    Modify,         // "disp_modify": `ChkModify`. The key's name is crossed with DispModify's;
-                    // existing files rely on it.
-    Depth,          // "depth"
-    TreeFolder,     // "tree_folder"
-    DispModify,     // "disp_date": `ChkDispModify`
+    Number,  // display number: 1-based position, padded with blanks to two characters
+    Description,
+    Root,         // root URL, may hold date templates
+    SubPattern,   // expression of the links to follow
+    FilePattern,  // expression of the files to take
+    SavePath,
+    Date,           // modification-date window in days, empty means all
+    Format,         // file-name format with date templates
+    Before,         // the two ends of the day window joined by ","
+    Opt,            // "0" files by pattern, "1" files by date format
+    Skip,           // left out of the batch
+    OverWrite,      // existing files are fetched again
+    OnlyUnderRoot,  // links that leave the root's folder are not followed
+    Modify,         // `ChkModify`
+    Depth,
+    TreeFolder,  // folders as on the site
+    DispModify,  // `ChkDispModify`
   };
   static constexpr int kFieldCount = 17;
+  static constexpr std::array kFlags = {Opt,    Skip,       OverWrite, OnlyUnderRoot,
+                                        Modify, TreeFolder, DispModify};
 
-  // Splits at tabs; missing fields are empty, further ones are dropped.
-  static TargetUrlItem FromLine(const QString& line);
-  QString ToLine() const;
+  // Takes the first line of a text, split at tabs. The line stays as it is until Set().
+  static TargetUrlItem FromLine(const QString& text);
+  QString ToLine() const { return fields_.join(u'\t'); }
 
-  const QString& operator[](Field field) const { return fields_[field]; }
-  void Set(Field field, const QString& value) { fields_[field] = value; }
-  bool Flag(Field field) const { return fields_[field] == "1"_L1; }
+  // Empty when the line lacks the field.
+  QString operator[](Field field) const { return fields_.value(field); }
+  // Stores FieldText(value). The line has 17 fields from then on.
+  void Set(Field field, const QString& value);
+  bool Flag(Field field) const { return (*this)[field] == QChar(u'1'); }
   void SetFlag(Field field, bool on);
 
-  // The two ends of the day window (`cmbBefore` elements 0 and 1).
   QString BeforeElement(int element) const;
   void SetBeforeElement(int element, const QString& text);
 
   bool operator==(const TargetUrlItem&) const = default;
 
  private:
-  std::array<QString, kFieldCount> fields_;
+  QStringList fields_ = QStringList(kFieldCount);
 };
 
-// A text as a field can hold it: tabs, line breaks and NUL, which a job's line and the list's file
-// keep for themselves, become blanks.
+// Tabs, line breaks and NUL, which part lines and fields, become blanks.
 QString FieldText(QString text);
 
-// " 1", "12": a job's display number for its 0-based row.
 QString DisplayNumber(int row);
 
 }  // namespace zentorin

@@ -14,16 +14,16 @@ void UrlList::Select(int row) {
   Q_EMIT Selected(selectedRow_);
 }
 
-void UrlList::SetLine(int row, const QString& line) {
-  if (row < 0 || row >= Count() || lines_[row] == line) return;
-  lines_[row] = line;
+void UrlList::Set(int row, const TargetUrlItem& item) {
+  if (row < 0 || row >= Count() || Item(row) == item) return;
+  items_[row] = item;
   Q_EMIT dataChanged(index(row), index(row));
 }
 
 void UrlList::InsertBelow(int row, const TargetUrlItem& item) {
   const int position = qBound(0, row + 1, Count());
   beginInsertRows({}, position, position);
-  lines_.insert(position, item.ToLine());
+  items_.insert(position, item);
   if (selectedRow_ >= position) ++selectedRow_;
   endInsertRows();
   Renumber();
@@ -32,11 +32,11 @@ void UrlList::InsertBelow(int row, const TargetUrlItem& item) {
 void UrlList::Remove(int row) {
   if (row < 0 || row >= Count()) return;
   beginRemoveRows({}, row, row);
-  lines_.removeAt(row);
+  items_.removeAt(row);
   selectedRow_ = qMin(row, Count() - 1);
   endRemoveRows();
   Renumber();
-  Select(qMin(row, Count() - 1));
+  Select(selectedRow_);
   SetDirty(true);
 }
 
@@ -46,7 +46,7 @@ bool UrlList::MoveSelected(int step) {
   if (from < 0 || qAbs(step) != 1 || to < 0 || to >= Count()) return false;
   // The model's destination is the row before which the moved one comes to stand.
   beginMoveRows({}, from, from, {}, step > 0 ? to + 1 : to);
-  lines_.swapItemsAt(from, to);
+  items_.swapItemsAt(from, to);
   selectedRow_ = to;
   endMoveRows();
   Renumber();
@@ -54,18 +54,16 @@ bool UrlList::MoveSelected(int step) {
   return true;
 }
 
-void UrlList::ReplaceAll(QStringList lines) {
+void UrlList::ReplaceAll(QList<TargetUrlItem> items) {
   beginResetModel();
-  lines_ = std::move(lines);
+  items_ = std::move(items);
   selectedRow_ = -1;
   endResetModel();
   Q_EMIT Selected(-1);
 }
 
 void UrlList::SetDirty(bool dirty) {
-  if (dirty == IsDirty()) return;
   tag_ = dirty ? u"Dirty"_s : QString();
-  Q_EMIT DirtyChanged(dirty);
 }
 
 void UrlList::SetCurrentListFile(const QString& path) {
@@ -80,7 +78,7 @@ int UrlList::rowCount(const QModelIndex& parent) const {
 QVariant UrlList::data(const QModelIndex& index, int role) const {
   if (role != Qt::DisplayRole || !index.isValid() || index.row() >= Count()) return {};
   // The tabs stay: the view sets its columns by them.
-  QStringList fields = lines_[index.row()].split(u'\t');
+  QStringList fields = Item(index.row()).ToLine().split(u'\t');
   for (QString& field : fields) field = EscapeForDisplay(field);
   return fields.join(u'\t');
 }
@@ -90,12 +88,8 @@ void UrlList::Renumber() {
   int last = -1;
   for (int row = 0; row < Count(); ++row) {
     const QString number = DisplayNumber(row);
-    const QString& line = std::as_const(lines_)[row];
-    const qsizetype tab = line.indexOf(u'\t');
-    if (QStringView(line).left(tab < 0 ? line.size() : tab) == number) continue;
-    TargetUrlItem item = TargetUrlItem::FromLine(line);
-    item.Set(TargetUrlItem::Number, number);
-    lines_[row] = item.ToLine();
+    if (Item(row)[TargetUrlItem::Number] == number) continue;
+    items_[row].Set(TargetUrlItem::Number, number);
     if (first < 0) first = row;
     last = row;
   }

@@ -2,49 +2,38 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <QStringList>
 
 #include "jobs/target_url_item.h"
 
 namespace zentorin {
 
-// The user's jobs (`lstTargetUrl`): one line per `TargetUrlItem`, the selected row, the file the
-// list came from and whether it has unsaved changes. Display data (Qt::DisplayRole) is the line as
-// shown, harmless characters only; the line itself is Line().
+// The user's jobs (`lstTargetUrl`). Display data is a job's line, harmless characters only.
 class UrlList : public QAbstractListModel {
   Q_OBJECT
 
  public:
   using QAbstractListModel::QAbstractListModel;
 
-  int Count() const { return static_cast<int>(lines_.size()); }
-  const QString& Line(int row) const { return lines_[row]; }
-  TargetUrlItem Item(int row) const { return TargetUrlItem::FromLine(lines_[row]); }
+  int Count() const { return static_cast<int>(items_.size()); }
+  const TargetUrlItem& Item(int row) const { return items_[row]; }
 
-  // -1 when no job is selected. Select() emits Selected() also when the row stays the same, as a
-  // click on the selected row reloads its fields.
+  // -1: none. Select() emits Selected() for the same row too, as a click on it reloads its fields.
   int SelectedRow() const { return selectedRow_; }
   void Select(int row);
 
-  // Replaces one line as it stands; neither renumbers nor marks the list.
-  void SetLine(int row, const QString& line);
-  // Inserts below `row` (-1: at the top) and renumbers; keeps the selection on its job.
+  // Neither renumbers nor sets the tag.
+  void Set(int row, const TargetUrlItem& item);
   void InsertBelow(int row, const TargetUrlItem& item);
-  // Removes and renumbers. The job at the same position is selected then, the new last one when
-  // the removed one was last, none when the list is empty; Selected() is emitted. Sets "Dirty".
+  // Selects the job that takes the place, else the last one.
   void Remove(int row);
-  // Swaps the selected job with its neighbour (step -1 up, +1 down), renumbers, keeps the moved job
-  // selected and sets "Dirty". False at the ends of the list and without a selection.
-  bool MoveSelected(int step);
-  // Replaces all lines, leaves no job selected and does not touch the mark.
-  void ReplaceAll(QStringList lines);
+  bool MoveSelected(int step);  // -1 up, +1 down; false without a neighbour to swap with
+  // Leaves no job selected and the tag as it is.
+  void ReplaceAll(QList<TargetUrlItem> items);
 
-  // "Dirty" or empty.
   const QString& Tag() const { return tag_; }
   bool IsDirty() const { return !tag_.isEmpty(); }
   void SetDirty(bool dirty);
 
-  // Absolute path of the open file; empty for an untitled list.
   const QString& CurrentListFile() const { return currentListFile_; }
   void SetCurrentListFile(const QString& path);
 
@@ -53,16 +42,15 @@ class UrlList : public QAbstractListModel {
 
  Q_SIGNALS:
   void Selected(int row);
-  void DirtyChanged(bool dirty);
   void CurrentListFileChanged();
 
  private:
   void Renumber();
 
-  QStringList lines_;
+  QList<TargetUrlItem> items_;
   int selectedRow_ = -1;
-  QString tag_;
-  QString currentListFile_;
+  QString tag_;              // "Dirty" or empty
+  QString currentListFile_;  // absolute; empty for an untitled list
 };
 
 }  // namespace zentorin

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <array>
-#include <vector>
+#include <utility>
 
 #include "base/ansi_text.h"
 #include "base/file_names.h"
@@ -16,12 +16,15 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// A job is 16 lines "number key = value", then an empty line. Values are neither quoted nor
+// escaped.
 struct Key {
   QLatin1StringView name;
   TargetUrlItem::Field field = TargetUrlItem::Number;
 };
 
-// In the order in which they are written.
+// In the order in which they are written. "disp_date" and "disp_modify" are crossed with the
+// fields' names; existing files rely on it.
 constexpr std::array kKeys = {
     Key{.name = "description"_L1, .field = TargetUrlItem::Description},
     Key{.name = "skip"_L1, .field = TargetUrlItem::Skip},
@@ -45,12 +48,13 @@ constexpr qsizetype kLinesPerJob = kKeys.size() + 1;
 constexpr QByteArrayView kSeparator(" = ");
 constexpr int kMaxQuoted = 40;  // characters of a faulty text that a message repeats
 
-FileOutcome FileFailure(const QString& what) {
-  const int number = static_cast<int>(RunTimeError::Other);
-  return {.error = number, .message = u"%1（エラー %2）。"_s.arg(what, QString::number(number))};
+Outcome FileFailure(const QString& what) {
+  constexpr RunTimeError kError = RunTimeError::Other;
+  return Outcome::Failed(
+      kError, u"%1（エラー %2）。"_s.arg(what, QString::number(static_cast<int>(kError))));
 }
 
-FileOutcome LineFailure(const QString& path, qsizetype line, const QString& reason) {
+Outcome LineFailure(const QString& path, qsizetype line, const QString& reason) {
   return FileFailure(
       u"ファイル「%1」の %2 行目を読み込めません。%3"_s.arg(path, QString::number(line), reason));
 }
@@ -65,54 +69,36 @@ bool LooksLikeUtf8(const QByteArray& bytes) {
          bytes.isValidUtf8();
 }
 
-// The jobs of a file while its lines come in, in any order.
-class ListReader {
- public:
-  // Empty, or why the line cannot be taken. Lines that are none of the format are passed over.
-  QString TakeLine(QByteArrayView line) {
-    // No trail byte of the code page is a blank or "=", so the bytes can be searched as they are.
-    const qsizetype separator = line.indexOf(kSeparator);
-    if (separator < 0) return {};
-    const QByteArrayView rest = line.sliced(separator + kSeparator.size());
-    // A value that holds the separator itself is lost: the format has no way to write it.
-    if (rest.indexOf(kSeparator) >= 0) return {};
-    const QStringList words = DecodeAnsi(line.first(separator)).split(u' ', Qt::SkipEmptyParts);
-    const QString number = words.value(0);
-    const int job = WholeNumber(number);
-    if (job < 1 || job > kMaxJobs) {
-      return u"ジョブ番号「%1」は 1 から %2 までの数ではありません"_s.arg(
-          EscapeForDisplay(number.left(kMaxQuoted)), QString::number(kMaxJobs));
-    }
-    return SetField(job, words.value(1), DecodeAnsi(rest));
+// Takes a line of the file into the jobs, which come in any order. Empty, or why the line cannot be
+// taken. Lines that are none of the format are passed over.
+QString TakeLine(QByteArrayView line, QList<TargetUrlItem>& items) {
+  // No trail byte of the code page is a blank or "=", so the bytes can be searched as they are.
+  const qsizetype separator = line.indexOf(kSeparator);
+  if (separator < 0) return {};
+  const QByteArrayView rest = line.sliced(separator + kSeparator.size());
+  // A value that holds the separator itself is lost: the format has no way to write it.
+  if (rest.indexOf(kSeparator) >= 0) return {};
+  const QStringList words = DecodeAnsi(line.first(separator)).split(u' ', Qt::SkipEmptyParts);
+  const QString number = words.value(0);
+  const int job = WholeNumber(number);
+  if (job < 1 || job > kMaxJobs) {
+    return u"ジョブ番号「%1」は 1 から %2 までの数ではありません"_s.arg(
+        EscapeForDisplay(number.left(kMaxQuoted)), QString::number(kMaxJobs));
   }
-
   // A number that no line names is an empty line, without a display number.
-  QStringList Lines() const {
-    QStringList lines;
-    lines.reserve(static_cast<qsizetype>(items_.size()));
-    for (const TargetUrlItem& item : items_) {
-      lines += item[TargetUrlItem::Number].isEmpty() ? QString() : item.ToLine();
+  while (items.size() < job) items += TargetUrlItem::FromLine({});
+  TargetUrlItem& item = items[job - 1];
+  item.Set(TargetUrlItem::Number, DisplayNumber(job - 1));
+  const QString value = DecodeAnsi(rest);
+  for (const Key& known : kKeys) {
+    if (words.value(1) != known.name) continue;
+    if (value.contains(QChar(QChar::ReplacementCharacter))) {
+      return u"「%1」に Shift_JIS として読めない文字があります"_s.arg(known.name);
     }
-    return lines;
+    item.Set(known.field, TrimLeadingBlanks(FieldText(value)));
   }
-
- private:
-  QString SetField(int job, const QString& key, const QString& value) {
-    if (items_.size() < static_cast<std::size_t>(job)) items_.resize(job);
-    TargetUrlItem& item = items_[job - 1];
-    item.Set(TargetUrlItem::Number, DisplayNumber(job - 1));
-    for (const Key& known : kKeys) {
-      if (key != known.name) continue;
-      if (value.contains(QChar(QChar::ReplacementCharacter))) {
-        return u"「%1」に Shift_JIS として読めない文字があります"_s.arg(key);
-      }
-      item.Set(known.field, TrimLeadingBlanks(FieldText(value)));
-    }
-    return {};
-  }
-
-  std::vector<TargetUrlItem> items_;
-};
+  return {};
+}
 
 // The job, key and character that stand at a place of the text of a list.
 QString DescribeFault(const QString& text, const UnencodableCharacter& fault) {
@@ -126,10 +112,9 @@ QString DescribeFault(const QString& text, const UnencodableCharacter& fault) {
 QString ListText(const UrlList& list) {
   QString text;
   for (int row = 0; row < list.Count(); ++row) {
-    const TargetUrlItem item = list.Item(row);
     const QString number = QString::number(row + 1);
     for (const Key& key : kKeys) {
-      text += number + u' ' + key.name + " = "_L1 + FieldText(item[key.field]) + "\r\n"_L1;
+      text += number + u' ' + key.name + " = "_L1 + list.Item(row)[key.field] + "\r\n"_L1;
     }
     text += "\r\n"_L1;
   }
@@ -138,16 +123,16 @@ QString ListText(const UrlList& list) {
 
 }  // namespace
 
-FileOutcome ReadUrlListFile(const QString& systemPath, UrlList& list) {
+Outcome ReadUrlListFile(const QString& systemPath, UrlList& list) {
   QByteArray bytes;
-  FileOutcome outcome = ReadWholeFile(systemPath, kMaxListFileBytes, bytes);
+  Outcome outcome = ReadWholeFile(systemPath, kMaxListFileBytes, bytes);
   if (!outcome.Ok()) return outcome;
   if (LooksLikeUtf8(bytes)) {
     return FileFailure(
         u"ファイル「%1」を読み込めません。文字コードが Shift_JIS ではなく UTF-8 です"_s.arg(
             systemPath));
   }
-  ListReader reader;
+  QList<TargetUrlItem> items;
   qsizetype number = 0;
   for (qsizetype begin = 0; begin < bytes.size();) {
     const qsizetype found = bytes.indexOf('\n', begin);
@@ -158,14 +143,14 @@ FileOutcome ReadUrlListFile(const QString& systemPath, UrlList& list) {
     ++number;
     // A text holds no NUL; a picture or a text in UTF-16 does.
     const QString fault =
-        line.contains('\0') ? u"テキストではありません（NUL があります）"_s : reader.TakeLine(line);
+        line.contains('\0') ? u"テキストではありません（NUL があります）"_s : TakeLine(line, items);
     if (!fault.isEmpty()) return LineFailure(systemPath, number, fault);
   }
-  list.ReplaceAll(reader.Lines());
+  list.ReplaceAll(std::move(items));
   return {};
 }
 
-FileOutcome WriteUrlListFile(const QString& systemPath, const UrlList& list) {
+Outcome WriteUrlListFile(const QString& systemPath, const UrlList& list) {
   const QString failure = u"ファイル「%1」を書き込めません。%2"_s;
   // What could not be read back is not written.
   if (list.Count() > kMaxJobs) {
@@ -173,8 +158,9 @@ FileOutcome WriteUrlListFile(const QString& systemPath, const UrlList& list) {
   }
   const QString text = ListText(list);
   const AnsiBytes encoded = EncodeAnsi(text);
-  if (encoded.fault)
+  if (encoded.fault) {
     return FileFailure(failure.arg(systemPath, DescribeFault(text, *encoded.fault)));
+  }
   if (LooksLikeUtf8(encoded.bytes)) {
     return FileFailure(failure.arg(systemPath, u"文字化けした文字しかありません"_s));
   }

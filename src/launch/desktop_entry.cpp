@@ -16,8 +16,9 @@ std::optional<DesktopEntry> DesktopEntry::Read(const QString& path, const QStrin
   entry.path = path;
   entry.name = file->Text(group, u"Name"_s);
   // All that the user sees of this program is Japanese, so its names for programs are, too.
-  for (const QString& key : {u"Name[ja_JP]"_s, u"Name[ja]"_s})
+  for (const QString& key : {u"Name[ja_JP]"_s, u"Name[ja]"_s}) {
     if (entry.localName.isEmpty()) entry.localName = file->Text(group, key);
+  }
   if (entry.localName.isEmpty()) entry.localName = entry.name;
   entry.exec = file->Text(group, u"Exec"_s);
   entry.tryExec = file->Text(group, u"TryExec"_s);
@@ -25,7 +26,6 @@ std::optional<DesktopEntry> DesktopEntry::Read(const QString& path, const QStrin
   entry.folder = file->Text(group, u"Path"_s);
   entry.types = file->List(group, u"MimeType"_s);
   entry.hidden = file->Flag(group, u"Hidden"_s);
-  entry.noDisplay = file->Flag(group, u"NoDisplay"_s);
   entry.terminal = file->Flag(group, u"Terminal"_s);
   return entry;
 }

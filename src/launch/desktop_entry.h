@@ -7,7 +7,6 @@
 
 namespace zentorin {
 
-// One installed program, as its desktop entry describes it.
 struct DesktopEntry {
   QString id;         // "org.example.Player.desktop"
   QString path;       // the entry's own file
@@ -16,14 +15,12 @@ struct DesktopEntry {
   QString exec;       // Exec with the escapes of a text undone, its quoting still in place
   QString tryExec;    // a command without which the program counts as not installed
   QString icon;
-  QString folder;          // Path: the folder that the program wants to work in
-  QStringList types;       // MimeType
-  bool hidden = false;     // deleted by the user: as good as not there
-  bool noDisplay = false;  // left out of menus, good for opening files all the same
-  bool terminal = false;   // wants to run in a terminal
+  QString folder;         // Path: the folder that the program wants to work in
+  QStringList types;      // MimeType
+  bool hidden = false;    // deleted by the user: as good as not there
+  bool terminal = false;  // wants to run in a terminal
 
-  // Nothing for a file that is no entry of an application. The strings come from outside: any of
-  // them may be empty, odd or long.
+  // Nothing for a file that is no application's. Strings from outside: empty, odd or long.
   static std::optional<DesktopEntry> Read(const QString& path, const QString& id);
 };
 

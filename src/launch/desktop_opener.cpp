@@ -7,10 +7,10 @@
 #include <QUrl>
 #include <utility>
 
+#include "base/activity.h"
 #include "base/ansi_text.h"
 #include "base/drives.h"
 #include "base/message_boxes.h"
-#include "base/status_board.h"
 #include "base/text_file.h"
 #include "launch/text_windows.h"
 
@@ -64,8 +64,9 @@ bool IsSpreadsheet(const QString& type) {
 QString KnownNameFor(const QString& type) {
   if (IsSpreadsheet(type)) return u"ms excel"_s;
   if (type.startsWith(u"audio/"_s) || type.startsWith(u"video/"_s) ||
-      type == u"x-scheme-handler/mms"_s)
+      type == u"x-scheme-handler/mms"_s) {
     return u"メディア プレーヤー"_s;
+  }
   return {};
 }
 
@@ -119,12 +120,13 @@ void DesktopOpener::OpenByHandler(const LaunchTarget& target) {
   if (target.text.isEmpty()) return;
   if (starter_.ShellOpen(target.text)) return;
   std::optional<ProgramRequest> request;
-  if (QFileInfo(target.text).isDir())
+  if (QFileInfo(target.text).isDir()) {
     request = known_.RequestFor(u"エクスプローラー"_s, target);
-  else if (IsPage(target.text))
+  } else if (IsPage(target.text)) {
     request = known_.RequestFor(u"ie"_s, target);
-  else
+  } else {
     request = RegisteredProgram(target, TypeOf(target));
+  }
   if (request) starter_.Start(*request, [](ProgramStart) {});
 }
 
@@ -157,8 +159,9 @@ void DesktopOpener::Play(const LaunchTarget& target) {
     launch.failure = u"EXCELのオブジェクト取得に失敗しました！"_s;
   }
   const auto request = RegisteredProgram(target, type);
-  if (!request && !IsSpreadsheet(type))
+  if (!request && !IsSpreadsheet(type)) {
     launch.refusal = u"開くことができるプログラムがありません！"_s;
+  }
   Begin(request, launch);
 }
 
@@ -216,8 +219,9 @@ void DesktopOpener::Report(const Launch& launch, ProgramStart outcome) {
   switch (outcome) {
     case ProgramStart::Running:
     case ProgramStart::EndedWell:
-      if (status_ != nullptr && !launch.success.isEmpty())
-        status_->SetStatus(launch.success, StatusBoard::kBlue);
+      if (activity_ != nullptr && !launch.success.isEmpty()) {
+        activity_->Say(launch.success, Tone::Good);
+      }
       return;
     case ProgramStart::EndedWithError:
       Tell(launch.failure + andTarget);
@@ -232,8 +236,9 @@ void DesktopOpener::Report(const Launch& launch, ProgramStart outcome) {
 
 std::optional<ProgramRequest> DesktopOpener::RegisteredProgram(const LaunchTarget& target,
                                                                const QString& type) const {
-  for (const DesktopEntry& program : associations_.ProgramsFor(type))
+  for (const DesktopEntry& program : associations_.ProgramsFor(type)) {
     if (auto request = known_.RequestFor(program, target)) return request;
+  }
   return known_.RequestFor(KnownNameFor(type), target);
 }
 
@@ -244,11 +249,12 @@ void DesktopOpener::ShowScript(const LaunchTarget& target) {
     return;
   }
   QByteArray bytes;
-  const FileOutcome outcome = ReadWholeFile(target.text, kMaxScriptBytes, bytes);
-  if (outcome.Ok())
+  const Outcome outcome = ReadWholeFile(target.text, kMaxScriptBytes, bytes);
+  if (outcome.Ok()) {
     ShowText(DecodeScript(bytes), QFileInfo(target.text).fileName());
-  else
+  } else {
     Tell(outcome.message);
+  }
 }
 
 void DesktopOpener::Tell(const QString& text) {

@@ -14,20 +14,19 @@
 
 namespace zentorin {
 
+class Activity;
 class Drives;
 class MessageBoxes;
-class StatusBoard;
 class TextWindows;
 
-// Opens things in the programs of the user's desktop.
 class DesktopOpener : public Opener {
  public:
-  // All outlive the opener; `starter` ends before `messages`, which its answers are told to.
+  // `starter` ends before `messages`, which its answers are told to.
   DesktopOpener(Drives& drives, ProgramStarter& starter, MessageBoxes& messages,
                 TextWindows& windows, XdgFolders folders = XdgFolders::FromEnvironment());
 
-  // Where it is told that a page came up. No events are handled any more when the board ends.
-  void TellSuccessTo(StatusBoard& board) { status_ = &board; }
+  // Told when a page came up. No events are handled any more when the activity ends.
+  void TellSuccessTo(Activity& activity) { activity_ = &activity; }
 
   void OpenWithDefaultHandler(const QString& target) override;
   void OpenFolder(const QString& path) override;
@@ -36,7 +35,6 @@ class DesktopOpener : public Opener {
   void OpenWith(const QString& applicationName, const QString& target) override;
 
  private:
-  // A start that the user waits for, with what there is to say about it.
   struct Launch {
     QString application;  // by its name, where one was asked for
     QString target;       // may be empty: then the program was to come up alone
@@ -59,7 +57,7 @@ class DesktopOpener : public Opener {
   ProgramStarter& starter_;
   MessageBoxes& messages_;
   TextWindows& windows_;
-  StatusBoard* status_ = nullptr;
+  Activity* activity_ = nullptr;
   InstalledPrograms programs_;
   FolderPlaceholders placeholders_;
   MimeAssociations associations_;

@@ -28,10 +28,11 @@ class WordSplitter {
     for (; at_ < line_.size(); ++at_) {
       const QChar c = line_[at_];
       if (c.category() == QChar::Other_Control && c != u'\t') return std::nullopt;
-      if (quote_.isNull())
+      if (quote_.isNull()) {
         TakeUnquoted(c);
-      else
+      } else {
         TakeQuoted(c);
+      }
     }
     if (!quote_.isNull()) return std::nullopt;
     EndWord();
@@ -175,8 +176,9 @@ std::optional<QStringList> ExpandExec(const DesktopEntry& entry, const LaunchTar
   const auto words = WordSplitter(entry.exec).Split();
   if (!words || words->empty()) return std::nullopt;
   CodeFiller filler(entry, target);
-  for (const Word& word : *words)
+  for (const Word& word : *words) {
     if (!filler.Take(word)) return std::nullopt;
+  }
   return filler.Finish();
 }
 

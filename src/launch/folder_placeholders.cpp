@@ -27,8 +27,9 @@ bool LiesIn(const QString& path, const QString& folder) {
 }  // namespace
 
 QString FolderPlaceholders::Folder(const QString& placeholder) const {
-  if (placeholder == u"<DESKTOP>"_s)
+  if (placeholder == u"<DESKTOP>"_s) {
     return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+  }
   if (placeholder == u"<WINDOWS>"_s) return u"C:\\WINDOWS"_s;
   if (placeholder == u"<SYSTEM>"_s) return u"C:\\WINDOWS\\system32"_s;
   if (placeholder == u"<PROGRAM_FILES>"_s) return u"C:\\Program Files"_s;

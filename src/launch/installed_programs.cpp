@@ -37,8 +37,9 @@ void InstalledPrograms::VisitEntries(
     // An entry in a folder of its own has the folder's name in its id: "kde/a" is "kde-a".
     paths.insert(path.sliced(root.size()).replace(u'/', u'-'), path);
   }
-  for (auto entry = paths.cbegin(); entry != paths.cend(); ++entry)
+  for (auto entry = paths.cbegin(); entry != paths.cend(); ++entry) {
     visit(entry.key(), entry.value());
+  }
 }
 
 std::vector<DesktopEntry> InstalledPrograms::List() const {
@@ -81,8 +82,9 @@ std::optional<DesktopEntry> InstalledPrograms::FindByDisplayName(
   for (const QString& part : commaSeparatedNames.split(u',', Qt::SkipEmptyParts)) {
     const QString name = part.trimmed();
     if (name.isEmpty()) continue;
-    for (const DesktopEntry& program : programs)
+    for (const DesktopEntry& program : programs) {
       if (Matches(program.name, name) || Matches(program.localName, name)) return program;
+    }
   }
   return std::nullopt;
 }

@@ -64,8 +64,9 @@ bool KeyFile::Flag(const QString& group, const QString& key) const {
 
 QStringList KeyFile::List(const QString& group, const QString& key) const {
   QStringList parts;
-  for (const QString& part : Raw(group, key).split(u';', Qt::SkipEmptyParts))
+  for (const QString& part : Raw(group, key).split(u';', Qt::SkipEmptyParts)) {
     if (!part.trimmed().isEmpty()) parts.append(part.trimmed());
+  }
   return parts;
 }
 

@@ -20,124 +20,50 @@ constexpr auto kMailers =
     u"thunderbird,org.gnome.Evolution,evolution,org.gnome.Geary,"
     u"org.kde.kmail2,claws-mail,sylpheed";
 
-constexpr std::array kTable = {
-    KnownApplication{.name = u"ie",
-                     .folder = u"<PROGRAM_FILES>",
-                     .tail = u"\\Internet Explorer\\IEXPLORE.EXE",
-                     .type = u"x-scheme-handler/http",
-                     .candidates = kBrowsers},
-    KnownApplication{
-        .name = u"エクスプローラー",
-        .folder = u"<WINDOWS>",
-        .tail = u"\\explorer.exe",
-        .type = u"inode/directory",
-        .candidates = u"org.gnome.Nautilus,org.kde.dolphin,nemo,thunar,caja,pcmanfm-qt,pcmanfm"},
-    KnownApplication{.name = u"電卓",
-                     .folder = u"<SYSTEM>",
-                     .tail = u"\\calc.exe",
-                     .type = u"",
-                     .candidates =
-                         u"org.gnome.Calculator,org.kde.kcalc,qalculate-gtk,mate-calc,galculator,"
-                         u"speedcrunch,xcalc"},
-    KnownApplication{.name = u"スクリーンキーボード",
-                     .folder = u"<SYSTEM>",
-                     .tail = u"\\osk.exe",
-                     .type = u"",
-                     .candidates = u"onboard,org.onboard.Onboard,florence,org.maliit.keyboard,"
-                                   u"squeekboard,matchbox-keyboard,"
-                                   u"xvkbd"},
-    KnownApplication{
-        .name = u"ペイント",
-        .folder = u"<SYSTEM>",
-        .tail = u"\\mspaint.exe",
-        .type = u"",
-        .candidates = u"org.kde.kolourpaint,com.github.maoschanz.drawing,mtpaint,gpaint,pinta,gimp,"
-                      u"org.kde.krita"},
-    KnownApplication{.name = u"メモ帳",
-                     .folder = u"<WINDOWS>",
-                     .tail = u"\\NOTEPAD.EXE",
-                     .type = u"text/plain",
-                     .candidates = u"org.gnome.TextEditor,org.gnome.gedit,org.kde.kwrite,org.kde."
-                                   u"kate,org.xfce.mousepad,xed,"
-                                   u"pluma,featherpad,l3afpad"},
-    KnownApplication{.name = u"ワードパッド",
-                     .folder = u"<PROGRAM_FILES>",
-                     .tail = u"\\Windows NT\\Accessories\\wordpad.exe",
-                     .type = u"application/rtf",
-                     .candidates = u"abiword,libreoffice-writer,org.kde.calligrawords,lowriter"},
-    KnownApplication{.name = u"メディア プレーヤー",
-                     .folder = u"<PROGRAM_FILES>",
-                     .tail = u"\\Windows Media Player\\wmplayer.exe",
-                     .type = u"",
-                     .candidates = kPlayers},
-    KnownApplication{.name = u"mplayer2",
-                     .folder = u"<PROGRAM_FILES>",
-                     .tail = u"\\Windows Media Player\\mplayer2.exe",
-                     .type = u"",
-                     .candidates = kPlayers},
-    KnownApplication{.name = u"拡大鏡",
-                     .folder = u"<SYSTEM>",
-                     .tail = u"\\magnify.exe",
-                     .type = u"",
-                     .candidates = u"org.kde.kmag,kmag,magnus,virtual-magnifying-glass,xmag"},
-    KnownApplication{.name = u"システム情報",
-                     .folder = u"<SYSTEM>",
-                     .tail = u"\\msinfo32.exe",
-                     .type = u"",
-                     .candidates =
-                         u"org.kde.kinfocenter,gnome-system-panel,"
-                         u"gnome-info-overview-panel,gnome-about-panel,hardinfo2,hardinfo,"
-                         u"cinnamon-settings-info,org.gnome.SystemMonitor,"
-                         u"gnome-system-monitor,mate-system-monitor,xfce4-taskmanager"},
-    KnownApplication{.name = u"ダイヤラ",
-                     .folder = u"<WINDOWS>",
-                     .tail = u"\\dialer.exe",
-                     .type = u"x-scheme-handler/tel",
-                     .candidates = u"org.gnome.Calls,org.kde.phone.dialer,linphone,org.jami.Jami"},
-    KnownApplication{
-        .name = u"コマンド プロンプト",
-        .folder = u"<SYSTEM>",
-        .tail = u"\\cmd.exe",
-        .type = u"",
-        .candidates = u"x-terminal-emulator,org.gnome.Console,org.gnome.Terminal,org.kde.konsole,"
-                      u"xfce4-terminal,mate-terminal,lxterminal,alacritty,kitty,foot,xterm"},
-    KnownApplication{.name = u"outlookexpress",
-                     .folder = u"<PROGRAM_FILES>",
-                     .tail = u"\\Outlook Express\\msimn.exe",
-                     .type = u"x-scheme-handler/mailto",
-                     .candidates = kMailers},
-    KnownApplication{
-        .name = u"ms excel",
-        .folder = u"<OFFICE>",
-        .tail = u"EXCEL.EXE",
-        .type = u"application/vnd.ms-excel",
-        .candidates =
-            u"libreoffice-calc,localc,gnumeric,org.kde.calligrasheets,onlyoffice-desktopeditors"},
-    KnownApplication{
-        .name = u"ms word",
-        .folder = u"<OFFICE>",
-        .tail = u"WINWORD.EXE",
-        .type = u"application/msword",
-        .candidates =
-            u"libreoffice-writer,lowriter,abiword,org.kde.calligrawords,onlyoffice-desktopeditors"},
-    KnownApplication{
-        .name = u"ms powerpoint",
-        .folder = u"<OFFICE>",
-        .tail = u"POWERPNT.EXE",
-        .type = u"application/vnd.ms-powerpoint",
-        .candidates =
-            u"libreoffice-impress,loimpress,org.kde.calligrastage,onlyoffice-desktopeditors"},
-    KnownApplication{.name = u"ms access",
-                     .folder = u"<OFFICE>",
-                     .tail = u"MSACCESS.EXE",
-                     .type = u"application/vnd.oasis.opendocument.database",
-                     .candidates = u"libreoffice-base,lobase,kexi"},
-    KnownApplication{.name = u"ms outlook",
-                     .folder = u"<OFFICE>",
-                     .tail = u"OUTLOOK.EXE",
-                     .type = u"x-scheme-handler/mailto",
-                     .candidates = kMailers},
-};
+// Name, folder, tail, type, candidates.
+constexpr auto kTable = std::to_array<KnownApplication>({
+    {u"ie", u"<PROGRAM_FILES>", u"\\Internet Explorer\\IEXPLORE.EXE", u"x-scheme-handler/http",
+     kBrowsers},
+    {u"エクスプローラー", u"<WINDOWS>", u"\\explorer.exe", u"inode/directory",
+     u"org.gnome.Nautilus,org.kde.dolphin,nemo,thunar,caja,pcmanfm-qt,pcmanfm"},
+    {u"電卓", u"<SYSTEM>", u"\\calc.exe", u"",
+     u"org.gnome.Calculator,org.kde.kcalc,qalculate-gtk,mate-calc,galculator,speedcrunch,xcalc"},
+    {u"スクリーンキーボード", u"<SYSTEM>", u"\\osk.exe", u"",
+     u"onboard,org.onboard.Onboard,florence,org.maliit.keyboard,squeekboard,matchbox-keyboard,"
+     u"xvkbd"},
+    {u"ペイント", u"<SYSTEM>", u"\\mspaint.exe", u"",
+     u"org.kde.kolourpaint,com.github.maoschanz.drawing,mtpaint,gpaint,pinta,gimp,org.kde.krita"},
+    {u"メモ帳", u"<WINDOWS>", u"\\NOTEPAD.EXE", u"text/plain",
+     u"org.gnome.TextEditor,org.gnome.gedit,org.kde.kwrite,org.kde.kate,org.xfce.mousepad,xed,"
+     u"pluma,featherpad,l3afpad"},
+    {u"ワードパッド", u"<PROGRAM_FILES>", u"\\Windows NT\\Accessories\\wordpad.exe",
+     u"application/rtf", u"abiword,libreoffice-writer,org.kde.calligrawords,lowriter"},
+    {u"メディア プレーヤー", u"<PROGRAM_FILES>", u"\\Windows Media Player\\wmplayer.exe", u"",
+     kPlayers},
+    {u"mplayer2", u"<PROGRAM_FILES>", u"\\Windows Media Player\\mplayer2.exe", u"", kPlayers},
+    {u"拡大鏡", u"<SYSTEM>", u"\\magnify.exe", u"",
+     u"org.kde.kmag,kmag,magnus,virtual-magnifying-glass,xmag"},
+    {u"システム情報", u"<SYSTEM>", u"\\msinfo32.exe", u"",
+     u"org.kde.kinfocenter,gnome-system-panel,gnome-info-overview-panel,gnome-about-panel,"
+     u"hardinfo2,hardinfo,cinnamon-settings-info,org.gnome.SystemMonitor,gnome-system-monitor,"
+     u"mate-system-monitor,xfce4-taskmanager"},
+    {u"ダイヤラ", u"<WINDOWS>", u"\\dialer.exe", u"x-scheme-handler/tel",
+     u"org.gnome.Calls,org.kde.phone.dialer,linphone,org.jami.Jami"},
+    {u"コマンド プロンプト", u"<SYSTEM>", u"\\cmd.exe", u"",
+     u"x-terminal-emulator,org.gnome.Console,org.gnome.Terminal,org.kde.konsole,xfce4-terminal,"
+     u"mate-terminal,lxterminal,alacritty,kitty,foot,xterm"},
+    {u"outlookexpress", u"<PROGRAM_FILES>", u"\\Outlook Express\\msimn.exe",
+     u"x-scheme-handler/mailto", kMailers},
+    {u"ms excel", u"<OFFICE>", u"EXCEL.EXE", u"application/vnd.ms-excel",
+     u"libreoffice-calc,localc,gnumeric,org.kde.calligrasheets,onlyoffice-desktopeditors"},
+    {u"ms word", u"<OFFICE>", u"WINWORD.EXE", u"application/msword",
+     u"libreoffice-writer,lowriter,abiword,org.kde.calligrawords,onlyoffice-desktopeditors"},
+    {u"ms powerpoint", u"<OFFICE>", u"POWERPNT.EXE", u"application/vnd.ms-powerpoint",
+     u"libreoffice-impress,loimpress,org.kde.calligrastage,onlyoffice-desktopeditors"},
+    {u"ms access", u"<OFFICE>", u"MSACCESS.EXE", u"application/vnd.oasis.opendocument.database",
+     u"libreoffice-base,lobase,kexi"},
+    {u"ms outlook", u"<OFFICE>", u"OUTLOOK.EXE", u"x-scheme-handler/mailto", kMailers},
+});
 
 // Terminals and the words between them and the command that runs inside: only those that take the
 // command as words of its own. A terminal that wants one text would read it with a shell.
@@ -164,8 +90,9 @@ constexpr std::array kTerminals = {
 
 const KnownApplication* KnownApplications::Find(const QString& name) {
   const QString asked = name.toLower();
-  for (const KnownApplication& application : kTable)
+  for (const KnownApplication& application : kTable) {
     if (application.name == asked) return &application;
+  }
   return nullptr;
 }
 
@@ -178,11 +105,13 @@ std::optional<ProgramRequest> KnownApplications::RequestFor(const QString& name,
   const KnownApplication* application = Find(name);
   if (application == nullptr) return std::nullopt;
   if (!application->type.isEmpty()) {
-    for (const DesktopEntry& program : associations_.ProgramsFor(application->type.toString()))
+    for (const DesktopEntry& program : associations_.ProgramsFor(application->type.toString())) {
       if (auto request = RequestFor(program, target)) return request;
+    }
   }
-  for (const QString& candidate : application->candidates.toString().split(u','))
+  for (const QString& candidate : application->candidates.toString().split(u',')) {
     if (auto request = Candidate(candidate, target)) return request;
+  }
   return Candidate(placeholders_.SystemPath(TablePath(*application)), target);
 }
 
@@ -207,8 +136,9 @@ std::optional<ProgramRequest> KnownApplications::RequestFor(const DesktopEntry& 
 
 std::optional<ProgramRequest> KnownApplications::Candidate(const QString& candidate,
                                                            const LaunchTarget& target) const {
-  if (const auto entry = programs_.FindById(candidate + u".desktop"_s))
+  if (const auto entry = programs_.FindById(candidate + u".desktop"_s)) {
     if (auto request = RequestFor(*entry, target)) return request;
+  }
   const QString program = programs_.Folders().FindCommand(candidate);
   if (program.isEmpty()) return std::nullopt;
   ProgramRequest request;

@@ -12,38 +12,29 @@
 
 namespace zentorin {
 
-// A well-known application: its place in the table, and what stands for it on this system.
 struct KnownApplication {
   QStringView name;    // lower-cased
   QStringView folder;  // a place-holder
   QStringView tail;
-  // On this system: the desktop's choice for `type` when that is given, else the first of
-  // `candidates` (separated by ",") that is installed. A candidate is the id of a desktop entry
-  // without ".desktop", or a command.
+  // On this system: the desktop's choice for `type`, if any, else the first of `candidates`
+  // (between ",": ids of desktop entries without ".desktop", or commands) that is installed.
   QStringView type;
   QStringView candidates;
 };
 
-// The table of well-known applications and the search for what stands for them here.
 class KnownApplications {
  public:
-  // Both outlive the object.
   KnownApplications(const InstalledPrograms& programs, const FolderPlaceholders& placeholders)
       : programs_(programs), placeholders_(placeholders), associations_(programs) {}
 
-  // The row of a name, whatever its case ("IE" finds "ie").
-  static const KnownApplication* Find(const QString& name);
+  static const KnownApplication* Find(const QString& name);  // case is ignored
 
-  // The program's path by the table, its place-holder replaced.
   QString TablePath(const KnownApplication& application) const;
 
-  // How to open `target` (empty: just start) in the application. Nothing when none of what could
-  // stand for it is installed; the program of the table itself is the last that is tried, if the
-  // user has put one that can be run at its place.
+  // An empty target just starts it. The program at the place that the table names is tried last.
   std::optional<ProgramRequest> RequestFor(const QString& name, const LaunchTarget& target) const;
 
-  // How to open `target` in an installed program. A program of the terminal comes with an installed
-  // terminal around it, and counts as not usable when there is none.
+  // A program of the terminal comes with an installed terminal around it, or not at all.
   std::optional<ProgramRequest> RequestFor(const DesktopEntry& entry,
                                            const LaunchTarget& target) const;
 

@@ -41,8 +41,9 @@ class IdGatherer {
       // A list for one desktop chooses defaults only.
       if (list.forOneDesktop) continue;
       Associate(list.file->List(u"Added Associations"_s, type_));
-      for (const QString& id : list.file->List(u"Removed Associations"_s, type_))
+      for (const QString& id : list.file->List(u"Removed Associations"_s, type_)) {
         closed_.insert(id);
+      }
     }
   }
 
@@ -70,8 +71,9 @@ class IdGatherer {
 
  private:
   void Associate(const QStringList& ids) {
-    for (const QString& id : ids)
+    for (const QString& id : ids) {
       if (!closed_.contains(id)) associated_.append(id);
+    }
   }
 
   QString type_;
@@ -99,8 +101,9 @@ std::vector<DesktopEntry> MimeAssociations::ProgramsFor(const QString& type) con
   // Everything is a kind of octet stream; a program for that is a program for nothing in
   // particular.
   const QMimeType known = QMimeDatabase().mimeTypeForName(type);
-  for (const QString& parent : known.allAncestors())
+  for (const QString& parent : known.allAncestors()) {
     if (parent != u"application/octet-stream"_s) ids += IdsFor(parent);
+  }
   ids.removeDuplicates();
   std::vector<DesktopEntry> found;
   for (const QString& id : ids) {

@@ -10,7 +10,6 @@
 
 namespace zentorin {
 
-// Starts real programs, and speaks to the file manager over the session bus.
 class ProcessStarter : public ProgramStarter {
  public:
   struct Times {

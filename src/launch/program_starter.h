@@ -7,14 +7,12 @@
 
 namespace zentorin {
 
-// A program to start, by its words; no shell takes part.
 struct ProgramRequest {
-  QString program;  // full path
-  QStringList arguments;
+  QString program;        // full path
+  QStringList arguments;  // words; no shell takes part
   QString workingFolder;  // empty: the starter's own
 };
 
-// What became of a program in its first moments.
 enum class ProgramStart {
   Running,         // it came up and still runs
   EndedWell,       // it ended with status 0, as programs do that hand over to a running one
@@ -23,9 +21,7 @@ enum class ProgramStart {
   TimedOut,        // the system has not brought it up within the time that is left for it
 };
 
-// The world that things are opened in: processes and the desktop's file manager. What `done`
-// refers to must outlive the starter; it is called once, perhaps before the call returns, and never
-// after the starter's end.
+// `done` is called once, perhaps before the call returns, never after the starter's end.
 class ProgramStarter {
  public:
   ProgramStarter() = default;
@@ -33,13 +29,11 @@ class ProgramStarter {
   ProgramStarter& operator=(const ProgramStarter&) = delete;
   virtual ~ProgramStarter() = default;
 
-  // Starts the program and reports what became of it. It outlives this one.
+  // The program outlives this one.
   virtual void Start(const ProgramRequest& request, std::function<void(ProgramStart)> done) = 0;
+  virtual bool ShellOpen(const QString& target) = 0;  // false: the system has no opener
 
-  // Hands a target to the desktop's own opener. False when the system has none.
-  virtual bool ShellOpen(const QString& target) = 0;
-
-  // Asks the desktop's file manager to show a folder; false when there is none that answers.
+  // Tells false when no file manager answers.
   virtual void ShowFolder(const QString& path, std::function<void(bool)> done) = 0;
 };
 

@@ -10,20 +10,18 @@
 
 namespace zentorin {
 
-// A program that was started for the user, watched in its first moments. It is no child in spirit:
-// it has a session of its own, so that a signal for this program does not reach it, and it stays
-// when this object goes.
+// In a session of its own, so that a signal for this program does not reach it; it stays when this
+// object goes.
 class StartedProgram : public QProcess {
   Q_OBJECT
 
  public:
-  // `comeUpTime` bounds the start itself, `settleTime` is how long an error at the start is waited
-  // for once the program runs.
+  // `settleTime`: how long an error at the start is waited for once the program runs.
   StartedProgram(std::chrono::milliseconds comeUpTime, std::chrono::milliseconds settleTime,
                  QObject* parent);
   ~StartedProgram() override;
 
-  // Calls `done` once with what became of it. The object deletes itself when the program ends.
+  // `done` is called once. The object deletes itself when the program ends.
   void Run(const ProgramRequest& request, std::function<void(ProgramStart)> done);
 
  private:

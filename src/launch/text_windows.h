@@ -5,8 +5,7 @@
 
 namespace zentorin {
 
-// Makes plain-text windows of the program's own. Each stays open until the user closes it; its text
-// goes to a file only when the user saves it.
+// Each stays open until the user closes it; its text goes to a file only when the user saves it.
 class TextWindows {
  public:
   TextWindows() = default;
@@ -14,8 +13,7 @@ class TextWindows {
   TextWindows& operator=(const TextWindows&) = delete;
   virtual ~TextWindows() = default;
 
-  // Every line end of `text` is CR LF. An empty title leaves the window its usual one. False when
-  // no window can be shown.
+  // Line ends are CR LF. An empty title leaves the usual one. False when no window can be shown.
   virtual bool Show(const QString& text, const QString& title) = 0;
 };
 

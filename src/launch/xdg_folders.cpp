@@ -13,8 +13,9 @@ namespace {
 
 QStringList AbsoluteFolders(const QString& list) {
   QStringList folders;
-  for (const QString& folder : list.split(u':', Qt::SkipEmptyParts))
+  for (const QString& folder : list.split(u':', Qt::SkipEmptyParts)) {
     if (QDir::isAbsolutePath(folder)) folders.append(QDir::cleanPath(folder));
+  }
   return folders;
 }
 

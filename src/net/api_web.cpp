@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "base/number_text.h"
 #include "net/pattern.h"
 
 namespace zentorin::API_Web {
@@ -15,17 +16,6 @@ constexpr QStringView kSchemeMark = u"://";
 
 // A longer base element counts as none: every link of its page would carry a copy of it.
 constexpr qsizetype kMaxBaseLength = 8'192;
-
-// Blanks are U+0020 alone: tabs and line ends stay.
-QStringView TrimBlanks(QStringView text) {
-  while (text.startsWith(u' ')) text = text.sliced(1);
-  while (text.endsWith(u' ')) text.chop(1);
-  return text;
-}
-
-QString Trim(const QString& text) {
-  return TrimBlanks(text).toString();
-}
 
 // Takes surrounding pairs of `quote` off. What keeps a pair on is a double quote between the two,
 // for single quotes too: 'a'b' loses its quotes, 'a"b' does not.
@@ -141,8 +131,8 @@ QString SiteRootOf(const QString& url) {
 }
 
 QString Resolve(const QString& baseDirectory, const QString& link) {
-  const QString base = Trim(StripQuotes(baseDirectory, false));
-  const QString target = Trim(StripQuotes(link, false));
+  const QString base = TrimBlanks(StripQuotes(baseDirectory, false));
+  const QString target = TrimBlanks(StripQuotes(link, false));
   QString result;
   if (target.startsWith(u"http://") || target.startsWith(u"https://")) {
     result = target;
@@ -188,7 +178,8 @@ QString PathUnder(const QString& full, const QString& root, const QString& alter
 }
 
 QString StripQuotes(const QString& text, bool once) {
-  const QStringView bare = StripPairs(TrimBlanks(text), u'"', once);
+  const QString trimmed = TrimBlanks(text);
+  const QStringView bare = StripPairs(trimmed, u'"', once);
   return StripPairs(bare, u'\'', once).toString();
 }
 

@@ -55,27 +55,10 @@ Step Utf8Step(QByteArrayView bytes, qsizetype i) {
     int length, points;
   };
   using Forms = std::vector<Form>;
-  static const Forms forms{
-      Form{
-          .firstLead = 0xC2, .lastLead = 0xDF, .low = 0x80, .high = 0xBF, .length = 2, .points = 3},
-      Form{
-          .firstLead = 0xE0, .lastLead = 0xE0, .low = 0xA0, .high = 0xBF, .length = 3, .points = 4},
-      Form{
-          .firstLead = 0xE1, .lastLead = 0xEC, .low = 0x80, .high = 0xBF, .length = 3, .points = 4},
-      Form{
-          .firstLead = 0xED, .lastLead = 0xED, .low = 0x80, .high = 0x9F, .length = 3, .points = 4},
-      Form{
-          .firstLead = 0xEE, .lastLead = 0xEF, .low = 0x80, .high = 0xBF, .length = 3, .points = 4},
-      Form{
-          .firstLead = 0xF0, .lastLead = 0xF0, .low = 0x90, .high = 0xBF, .length = 4, .points = 6},
-      Form{
-          .firstLead = 0xF1, .lastLead = 0xF3, .low = 0x80, .high = 0xBF, .length = 4, .points = 6},
-      Form{.firstLead = 0xF4,
-           .lastLead = 0xF4,
-           .low = 0x80,
-           .high = 0x8F,
-           .length = 4,
-           .points = 6}};
+  static const Forms forms{{0xC2, 0xDF, 0x80, 0xBF, 2, 3}, {0xE0, 0xE0, 0xA0, 0xBF, 3, 4},
+                           {0xE1, 0xEC, 0x80, 0xBF, 3, 4}, {0xED, 0xED, 0x80, 0x9F, 3, 4},
+                           {0xEE, 0xEF, 0x80, 0xBF, 3, 4}, {0xF0, 0xF0, 0x90, 0xBF, 4, 6},
+                           {0xF1, 0xF3, 0x80, 0xBF, 4, 6}, {0xF4, 0xF4, 0x80, 0x8F, 4, 6}};
   const int lead = At(bytes, i);
   const auto form = std::ranges::find_if(
       forms, [lead](const Form& f) { return In(lead, f.firstLead, f.lastLead); });

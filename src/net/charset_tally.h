@@ -3,12 +3,10 @@
 
 #include <QByteArrayView>
 
-// Counts how well bytes fit the encodings that pages use. A character that the end of the bytes
-// cuts off is neither evidence nor fault.
+// How well bytes fit an encoding. A character that the end cuts off is neither evidence nor fault.
 namespace zentorin::Charsets {
 
-// Bytes that stand for themselves count one point each, but only among the first this many; so
-// pages that begin with a long ASCII head are told apart by what follows it.
+// Only the first this many bytes of ASCII count a point each: a long ASCII head decides nothing.
 inline constexpr qsizetype kSingleByteWindow = 1'000;
 
 struct Tally {

@@ -7,9 +7,8 @@
 
 namespace zentorin {
 
-// Reads "host:port:address:port[,…]". An empty host or port on the left fits every host or port, on
-// the right it means the request's own; addresses of IPv6 stand in brackets. Entries that do not
-// have this form are left out, each with a warning on standard error.
+// "host:port:address:port[,…]": an empty host or port on the left fits every one, on the right it
+// is the request's own. Entries of another form are left out with a warning on standard error.
 CurlList ParseConnectToMap(const QString& text);
 
 }  // namespace zentorin

@@ -8,8 +8,6 @@
 
 namespace zentorin {
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 constexpr long kMaxRedirects = 10;
@@ -70,7 +68,6 @@ void CurlExchange::Waiter::await_suspend(std::coroutine_handle<> coroutine) {
 CurlExchange::CurlExchange(HttpRequest request, std::vector<CURL*>& touched)
     : request_(std::move(request)),
       touched_(&touched),
-      errorText_(CURL_ERROR_SIZE, '\0'),
       lastByteAt_(std::chrono::steady_clock::now()) {
   deadline_.setSingleShot(true);
 }
@@ -78,12 +75,12 @@ CurlExchange::CurlExchange(HttpRequest request, std::vector<CURL*>& touched)
 bool CurlExchange::Prepare(curl_slist* connectTo) {
   const QByteArray address = WireAddress(request_.url);
   if (address.isEmpty()) {
-    Finish(HttpFailure::BadAddress, u"not an http or https address"_s);
+    Finish(HttpFailure::BadAddress);
     return false;
   }
   easy_.reset(curl_easy_init());
   if (!easy_) {
-    Finish(HttpFailure::Unreachable, u"out of memory"_s);
+    Finish(HttpFailure::Unreachable);
     return false;
   }
   SetOptions(address);
@@ -113,7 +110,6 @@ void CurlExchange::SetOptions(const QByteArray& address) {
   curl_easy_setopt(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(request_.totalTimeout.count()));
   if (request_.acceptCompressed) curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, "");
 
-  curl_easy_setopt(easy, CURLOPT_ERRORBUFFER, errorText_.data());
   curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &CurlExchange::OnHeader);
   curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
   curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &CurlExchange::OnBody);
@@ -169,11 +165,10 @@ void CurlExchange::SetPaused(bool paused) {
   curl_easy_pause(easy_.get(), paused ? CURLPAUSE_RECV : CURLPAUSE_CONT);
 }
 
-void CurlExchange::Finish(HttpFailure failure, const QString& text) {
+void CurlExchange::Finish(HttpFailure failure) {
   if (finished_) return;
   finished_ = true;
   failure_ = failure;
-  failureText_ = text;
   if (failure == HttpFailure::Cancelled) {
     blocks_.clear();
     rest_.clear();
@@ -185,20 +180,14 @@ void CurlExchange::Finish(HttpFailure failure, const QString& text) {
 
 void CurlExchange::FinishWith(CURLcode code) {
   if (failure_ != HttpFailure::None) {  // a callback refused the answer
-    Finish(failure_, failureText_);
+    Finish(failure_);
     return;
   }
-  const char* text = errorText_.front() != '\0' ? errorText_.constData() : curl_easy_strerror(code);
   if (code == CURLE_OK) headIsFinal_ = head_.status != 0;
   // A length beyond all numbers makes libcurl read to the end of the connection: never whole.
   const bool isShort =
       code == CURLE_OK && !head_.Header("Content-Length").isEmpty() && !AnnouncedBytes();
-  if (isShort) {
-    Finish(HttpFailure::CutOff, u"the announced length was not reached"_s);
-  } else {
-    Finish(FailureOf(code, head_.status != 0),
-           code == CURLE_OK ? QString() : QString::fromLocal8Bit(text));
-  }
+  Finish(isShort ? HttpFailure::CutOff : FailureOf(code, head_.status != 0));
 }
 
 std::optional<qint64> CurlExchange::AnnouncedBytes() const {
@@ -247,16 +236,15 @@ void CurlExchange::Touch() {
   touched_->push_back(easy_.get());
 }
 
-bool CurlExchange::Refuse(HttpFailure failure, const char* text) {
+bool CurlExchange::Refuse(HttpFailure failure) {
   failure_ = failure;
-  failureText_ = QString::fromLatin1(text);
   return false;
 }
 
 bool CurlExchange::TakeHeaderLine(QByteArrayView line) {
   Touch();
   headBytes_ += line.size();
-  if (headBytes_ > kMaxHeadBytes) return Refuse(HttpFailure::TooLarge, "too many headers");
+  if (headBytes_ > kMaxHeadBytes) return Refuse(HttpFailure::TooLarge);
   if (headIsFinal_) return true;  // trailers
   const QByteArray text = line.toByteArray().trimmed();
   if (text.isEmpty()) return EndHead();
@@ -275,9 +263,7 @@ bool CurlExchange::TakeHeaderLine(QByteArrayView line) {
 
 bool CurlExchange::EndHead() {
   if (head_.status < 200 || IsRedirect(head_)) return true;
-  if (HasUnequalLengths(head_)) {
-    return Refuse(HttpFailure::BadAnswer, "two lengths that contradict each other");
-  }
+  if (HasUnequalLengths(head_)) return Refuse(HttpFailure::BadAnswer);
   headIsFinal_ = true;
   long redirects = 0;
   const char* address = nullptr;
@@ -296,7 +282,7 @@ bool CurlExchange::TakeBody(QByteArrayView bytes) {
     return drainedBytes_ <= kMaxDrainBytes;
   }
   if (request_.maxBodyBytes > 0 && bodyBytes_ > request_.maxBodyBytes) {
-    return Refuse(HttpFailure::TooLarge, "the body is too large");
+    return Refuse(HttpFailure::TooLarge);
   }
   while (!bytes.isEmpty()) {
     const qsizetype room = HttpTransfer::kBlockBytes - rest_.size();

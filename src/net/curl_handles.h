@@ -7,8 +7,7 @@
 
 namespace zentorin {
 
-// Owners of libcurl's objects. None of them may be freed from inside a libcurl callback. CURL and
-// CURLM are one type, hence a deleter for each.
+// Never freed inside a libcurl callback. CURL and CURLM are one type, hence a deleter for each.
 struct CurlEasyDeleter {
   void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
 };
@@ -26,8 +25,7 @@ using CurlList = std::unique_ptr<curl_slist, CurlListDeleter>;
 inline void AppendTo(CurlList& list, const char* text) {
   curl_slist* longer = curl_slist_append(list.get(), text);
   if (longer == nullptr) return;  // out of memory: the list stays as it was
-  // The list keeps its first node when it grows.
-  if (!list) list.reset(longer);
+  if (!list) list.reset(longer);  // the first node stays when it grows
 }
 
 }  // namespace zentorin

@@ -44,7 +44,6 @@ class CurlTransfer : public HttpTransfer {
   QCoro::Task<HttpHead> Head() override { return HeadOf(exchange_); }
   QCoro::Task<QByteArray> NextBlock() override { return NextBlockOf(loop_, exchange_); }
   HttpFailure Failure() const override { return exchange_->Failure(); }
-  QString FailureText() const override { return exchange_->FailureText(); }
 
  private:
   QPointer<CurlMultiLoop> loop_;
@@ -53,8 +52,8 @@ class CurlTransfer : public HttpTransfer {
 
 }  // namespace
 
-CurlHttpEngine::CurlHttpEngine(RunState& state, const QString& connectTo)
-    : loop_(std::make_unique<CurlMultiLoop>(state, ParseConnectToMap(connectTo))) {}
+CurlHttpEngine::CurlHttpEngine(const QString& connectTo)
+    : loop_(std::make_unique<CurlMultiLoop>(ParseConnectToMap(connectTo))) {}
 
 CurlHttpEngine::~CurlHttpEngine() = default;
 

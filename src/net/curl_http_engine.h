@@ -9,15 +9,11 @@
 namespace zentorin {
 
 class CurlMultiLoop;
-class RunState;
 
-// libcurl's multi interface on Qt's event loop: socket notifiers and one timer, no polling.
 class CurlHttpEngine : public HttpEngine {
  public:
-  // `connectTo`: "host:port:address:port[,…]" as curl's --connect-to; empty means none. Where
-  // a map is given, no proxy is asked. `state` must outlive the engine, and the engine its
-  // transfers.
-  CurlHttpEngine(RunState& state, const QString& connectTo);
+  // "host:port:address:port[,…]" as curl's --connect-to; where it is given, no proxy is asked.
+  explicit CurlHttpEngine(const QString& connectTo);
   ~CurlHttpEngine() override;
 
   std::unique_ptr<HttpTransfer> Open(HttpRequest request) override;
@@ -26,7 +22,6 @@ class CurlHttpEngine : public HttpEngine {
   std::unique_ptr<CurlMultiLoop> loop_;
 };
 
-// Version of the HTTP library at run time and of what it uses for TLS: "7.88.1 (OpenSSL/3.0.9)".
-QString HttpLibraryVersion();
+QString HttpLibraryVersion();  // "7.88.1 (OpenSSL/3.0.9)"
 
 }  // namespace zentorin

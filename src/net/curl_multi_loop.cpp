@@ -3,12 +3,9 @@
 
 #include <QPointer>
 #include <QSocketNotifier>
-
-#include "base/run_state.h"
+#include <utility>
 
 namespace zentorin {
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -24,8 +21,8 @@ CURLM* NewMulti() {
 
 }  // namespace
 
-CurlMultiLoop::CurlMultiLoop(RunState& state, CurlList connectTo)
-    : state_(state), connectTo_(std::move(connectTo)), multi_(NewMulti()) {
+CurlMultiLoop::CurlMultiLoop(CurlList connectTo)
+    : connectTo_(std::move(connectTo)), multi_(NewMulti()) {
   if (!multi_) qFatal("libcurl cannot be initialised");
   curl_multi_setopt(multi_.get(), CURLMOPT_SOCKETFUNCTION, &CurlMultiLoop::OnSocket);
   curl_multi_setopt(multi_.get(), CURLMOPT_SOCKETDATA, this);
@@ -37,31 +34,35 @@ CurlMultiLoop::CurlMultiLoop(RunState& state, CurlList connectTo)
   connect(&timer_, &QTimer::timeout, this, [this] { Act(CURL_SOCKET_TIMEOUT, 0); });
   wakeUp_.setSingleShot(true);
   connect(&wakeUp_, &QTimer::timeout, this, &CurlMultiLoop::ResumeWaiters);
-  connect(&state_, &RunState::Cancelled, this, &CurlMultiLoop::CancelAll);
 }
 
 CurlMultiLoop::~CurlMultiLoop() {
   while (!running_.empty()) {
     const Exchange exchange = running_.begin()->second;
     Q_ASSERT_X(exchange->Draining(), "CurlMultiLoop", "a transfer outlives its engine");
-    End(exchange, HttpFailure::Cancelled, {});
+    End(exchange, HttpFailure::Cancelled);
   }
 }
 
 std::shared_ptr<CurlExchange> CurlMultiLoop::Start(HttpRequest request) {
   auto exchange = std::make_shared<CurlExchange>(std::move(request), touched_);
-  if (state_.CancelRequested()) {
-    exchange->Finish(HttpFailure::Cancelled, {});
+  const CancelToken cancel = exchange->Request().cancel;
+  if (cancel.Cancelled()) {
+    exchange->Finish(HttpFailure::Cancelled);
     return exchange;
   }
   if (!exchange->Prepare(connectTo_.get())) return exchange;
   CURL* handle = exchange->Handle();
-  const CURLMcode code = curl_multi_add_handle(multi_.get(), handle);
-  if (code != CURLM_OK) {
-    exchange->Finish(HttpFailure::Unreachable, QString::fromLatin1(curl_multi_strerror(code)));
+  if (curl_multi_add_handle(multi_.get(), handle) != CURLM_OK) {
+    exchange->Finish(HttpFailure::Unreachable);
     return exchange;
   }
   running_.emplace(handle, exchange);
+  // The timer goes with the exchange, and the connection with the timer.
+  cancel.OnCancel(&exchange->Deadline(), [this, weak = std::weak_ptr(exchange)] {
+    const Exchange cancelled = weak.lock();
+    if (cancelled && !cancelled->Finished()) End(cancelled, HttpFailure::Cancelled);
+  });
   connect(&exchange->Deadline(), &QTimer::timeout, this, [this, handle] { CheckDeadline(handle); });
   const std::chrono::milliseconds idle = exchange->Request().idleTimeout;
   if (idle.count() > 0) exchange->Deadline().start(idle);
@@ -77,7 +78,7 @@ void CurlMultiLoop::Release(const std::shared_ptr<CurlExchange>& exchange) {
     exchange->Deadline().start(kMaxDrainTime);
     return;
   }
-  End(exchange, HttpFailure::Cancelled, {});
+  End(exchange, HttpFailure::Cancelled);
 }
 
 void CurlMultiLoop::MakeRoom(CurlExchange& exchange) {
@@ -167,22 +168,15 @@ void CurlMultiLoop::ResumeWaiters() {
   }
 }
 
-void CurlMultiLoop::End(const Exchange& exchange, HttpFailure failure, const QString& text) {
+void CurlMultiLoop::End(const Exchange& exchange, HttpFailure failure) {
   CURL* handle = exchange->Handle();
   if (exchange->Draining()) --drains_;
   running_.erase(handle);
   curl_multi_remove_handle(multi_.get(), handle);
-  exchange->Finish(failure, text);
+  exchange->Finish(failure);
   if (!exchange->HasWaiter()) return;
   changed_.push_back(exchange);
   wakeUp_.start(0);
-}
-
-void CurlMultiLoop::CancelAll() {
-  while (!running_.empty()) {
-    const Exchange exchange = running_.begin()->second;
-    End(exchange, HttpFailure::Cancelled, {});
-  }
 }
 
 void CurlMultiLoop::CheckDeadline(CURL* handle) {
@@ -191,7 +185,7 @@ void CurlMultiLoop::CheckDeadline(CURL* handle) {
   if (left.count() > 0) {
     exchange->Deadline().start(left);
   } else {
-    End(exchange, HttpFailure::TimedOut, u"no byte came for too long"_s);
+    End(exchange, HttpFailure::TimedOut);
   }
 }
 

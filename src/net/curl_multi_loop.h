@@ -6,7 +6,6 @@
 #include <deque>
 #include <memory>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 #include "net/curl_exchange.h"
@@ -16,29 +15,24 @@ class QSocketNotifier;
 
 namespace zentorin {
 
-class RunState;
-
-// Drives libcurl's multi interface from Qt's event loop: notifiers for its sockets, one timer, no
-// polling. Coroutines are resumed only after every libcurl call has returned, so they may open and
-// drop transfers freely.
+// libcurl's multi interface on socket notifiers and one timer. Coroutines are resumed only after
+// every libcurl call has returned, so they may open and drop transfers freely.
 class CurlMultiLoop : public QObject {
   Q_OBJECT
 
  public:
-  CurlMultiLoop(RunState& state, CurlList connectTo);
+  explicit CurlMultiLoop(CurlList connectTo);
   ~CurlMultiLoop() override;
 
   std::shared_ptr<CurlExchange> Start(HttpRequest request);
-  // Nobody reads it any more: it is ended, or drained when little is left.
+  // Ends it, or drains it when little is left.
   void Release(const std::shared_ptr<CurlExchange>& exchange);
-  // A block was taken.
-  void MakeRoom(CurlExchange& exchange);
+  void MakeRoom(CurlExchange& exchange);  // a block was taken
 
  private:
   using Exchange = std::shared_ptr<CurlExchange>;
 
-  // The notifiers of one socket number, kept for the next connection that gets the number.
-  struct Watch {
+  struct Watch {  // kept for the next connection of that number
     std::unique_ptr<QSocketNotifier> read;
     std::unique_ptr<QSocketNotifier> write;
   };
@@ -51,11 +45,9 @@ class CurlMultiLoop : public QObject {
   void CollectFinished();
   void CollectTouched();
   void ResumeWaiters();
-  void End(const Exchange& exchange, HttpFailure failure, const QString& text);
-  void CancelAll();
+  void End(const Exchange& exchange, HttpFailure failure);
   void CheckDeadline(CURL* handle);
 
-  RunState& state_;
   CurlList connectTo_;
   std::unordered_map<curl_socket_t, Watch> watches_;
   QTimer timer_;   // libcurl's own

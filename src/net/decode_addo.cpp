@@ -5,30 +5,21 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdint>
 #include <string_view>
 #include <utility>
 
-#include <iconv.h>
-
 #include "base/ansi_text.h"
+#include "base/iconv_handle.h"
 #include "net/modjudg.h"
 
 namespace zentorin::Decode_ADDO {
 namespace {
 
-// A converter of the C library into UTF-16, closed with its object.
 class Converter {
  public:
-  explicit Converter(const char* from) : codec_(iconv_open("UTF-16LE", from)) {}
-  Converter(const Converter&) = delete;
-  Converter& operator=(const Converter&) = delete;
-  ~Converter() {
-    if (IsOpen()) iconv_close(codec_);
-  }
+  explicit Converter(const char* from) : codec_("UTF-16LE", from) {}
 
-  // The library reports a failure by the address -1.
-  bool IsOpen() const { return reinterpret_cast<std::intptr_t>(codec_) != -1; }
+  bool IsOpen() const { return codec_.IsOpen(); }
 
   QString Convert(QByteArrayView bytes) {
     QString text;
@@ -53,14 +44,15 @@ class Converter {
   bool Step(char** in, std::size_t* inLeft, QString& text) {
     char* out = reinterpret_cast<char*>(buffer_.data());
     std::size_t outLeft = sizeof(buffer_);
-    const bool failed = iconv(codec_, in, inLeft, &out, &outLeft) == static_cast<std::size_t>(-1);
+    const bool failed =
+        iconv(codec_.Codec(), in, inLeft, &out, &outLeft) == static_cast<std::size_t>(-1);
     bufferFull_ = failed && errno == E2BIG;
     text.append(QStringView(
         buffer_.data(), static_cast<qsizetype>((sizeof(buffer_) - outLeft) / sizeof(char16_t))));
     return failed;
   }
 
-  iconv_t codec_;
+  IconvHandle codec_;
   std::array<char16_t, 4096> buffer_{};
   bool bufferFull_ = false;
 };
@@ -200,15 +192,11 @@ QByteArray SafeName(const QString& charset) {
 
 }  // namespace
 
-std::optional<QString> TryDecode(QByteArrayView bytes, const QString& charset) {
+std::optional<QString> Decode(QByteArrayView bytes, const QString& charset) {
   const QByteArray name = SafeName(charset);
   if (name.isEmpty()) return std::nullopt;
   if (const Decoder decoder = DecoderOf(name.constData())) return decoder(bytes);
   return DecodeByConverter(bytes, ConverterNameOf(name.constData()));
-}
-
-QString Decode(QByteArrayView bytes, const QString& charset) {
-  return TryDecode(bytes, charset).value_or(QString());
 }
 
 QString DecodeShiftJis(QByteArrayView bytes) {
@@ -257,7 +245,7 @@ QString DecodeDocument(QByteArrayView bytes, const QStringList& names) {
     const QString upper = charset.trimmed().toUpper();
     if (upper == u"JIS") return DecodeIso2022Jp(bytes);
     if (upper == u"EUC") return DecodeEucJp(bytes);
-    return TryDecode(bytes, charset);
+    return Decode(bytes, charset);
   };
   std::optional<QString> text;
   for (const QString& name : names) {

@@ -26,7 +26,6 @@ QCoro::Task<HttpAnswer> FetchWhole(HttpEngine& engine, HttpRequest request) {
     answer.body += block;
   }
   answer.failure = transfer->Failure();
-  answer.failureText = transfer->FailureText();
   co_return answer;
 }
 

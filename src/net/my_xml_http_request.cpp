@@ -5,7 +5,8 @@
 #include <utility>
 
 #include "base/ansi_text.h"
-#include "base/run_state.h"
+#include "base/product_name.h"
+#include "net/api_web.h"
 #include "net/decode_addo.h"
 #include "net/modjudg.h"
 
@@ -17,40 +18,34 @@ namespace {
 
 using std::chrono::seconds;
 
-constexpr int kCancelled = 1;
-constexpr int kNoAnswer = -1;
-// An answer came, but not whole: the next stage would only load it again.
-constexpr int kBadAnswer = -2;
 constexpr seconds kPageTime{20};
 constexpr seconds kQueryTime{15};
 constexpr qsizetype kMaxHeaderText = 1024;
-constexpr const char* kAgent = "Zentorin";
 
-HttpRequest PageRequest(const QString& url) {
+HttpRequest PageRequest(const QString& url, const CancelToken& cancel) {
   HttpRequest request;
   request.url = url;
-  request.userAgent = kAgent;
+  request.userAgent = ProductName().toLatin1();
   request.totalTimeout = kPageTime;
   request.maxBodyBytes = MyXMLHttpRequest::kMaxPageBytes;
   request.acceptCompressed = true;
   request.useSystemProxy = true;
+  request.cancel = cancel;
   return request;
 }
 
 // What an answer comes to before its text is looked at.
-FetchedPage PageOf(const HttpAnswer& answer, const RunState& state) {
+FetchedPage PageOf(const HttpAnswer& answer, const CancelToken& cancel) {
   FetchedPage page;
+  page.failure = cancel.Cancelled() ? HttpFailure::Cancelled : answer.failure;
+  page.httpStatus = answer.head.status;
   page.finalUrl = answer.head.finalUrl;
-  if (answer.failure == HttpFailure::Cancelled || state.CancelRequested()) {
-    page.status = kCancelled;
-  } else if (answer.head.status == 0) {
-    page.status = kNoAnswer;
-  } else if (answer.failure != HttpFailure::None || answer.head.status < 200) {
-    page.status = kBadAnswer;
-  } else {
-    page.status = answer.head.status == 200 ? 0 : answer.head.status;
-  }
   return page;
+}
+
+// When an answer came, even one that is not whole, the next stage would only load it again.
+bool EndsChain(const FetchedPage& page) {
+  return page.httpStatus != 0 || page.failure == HttpFailure::Cancelled;
 }
 
 // The charset parameter of a Content-Type value, "" when there is none.
@@ -102,37 +97,31 @@ bool IsPlainHost(const QString& host) {
 }  // namespace
 
 QString HostOf(const QString& url) {
-  const qsizetype mark = url.indexOf(u"://"_s);
-  if (mark < 0) return {};
-  const qsizetype begin = mark + 3;
-  const qsizetype slash = url.indexOf(u'/', begin);
-  return slash < 0 ? url.mid(begin) : url.mid(begin, slash - begin);
+  const QString root = API_Web::SiteRootOf(url);
+  return root.mid(root.indexOf(u"://"_s) + 3);
 }
 
 QString PathOf(const QString& url) {
-  const qsizetype mark = url.indexOf(u"://"_s);
-  if (mark < 0) return {};
-  const qsizetype slash = url.indexOf(u'/', mark + 3);
-  return slash < 0 ? u"/"_s : url.mid(slash);
+  const QString root = API_Web::SiteRootOf(url);
+  if (root.isEmpty()) return {};
+  const QString path = url.sliced(root.size());
+  return path.isEmpty() ? u"/"_s : path;
 }
 
-MyXMLHttpRequest::MyXMLHttpRequest(HttpEngine& engine, RunState& state)
-    : engine_(engine), state_(state) {}
-
-QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchPageText(QString url) {
-  FetchedPage page = co_await LoadDocument(url);
-  if (page.status != kNoAnswer) co_return page;
-  page = co_await FetchWithXmlHttp(url, true, QByteArray());
-  if (page.status != kNoAnswer) co_return page;
-  page = co_await FetchWholeBody(url);
+QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchPageText(QString url, CancelToken cancel) {
+  FetchedPage page = co_await LoadDocument(url, cancel);
+  if (EndsChain(page)) co_return page;
+  page = co_await FetchWithXmlHttp(url, true, QByteArray(), cancel);
+  if (EndsChain(page)) co_return page;
+  page = co_await FetchWholeBody(url, cancel);
   co_return page;
 }
 
-QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url) {
-  HttpRequest request = PageRequest(url);
+QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url, CancelToken cancel) {
+  HttpRequest request = PageRequest(url, cancel);
   const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
-  FetchedPage page = PageOf(answer, state_);
-  if (page.status == 0) {
+  FetchedPage page = PageOf(answer, cancel);
+  if (page.Ok()) {
     QStringList charsets = OutwardCharsets(answer);
     charsets.append(modJUDG::DeclaredCharset(answer.body));
     page.text = Decode_ADDO::DecodeDocument(answer.body, charsets);
@@ -141,16 +130,18 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url) {
 }
 
 QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool decode,
-                                                            QByteArray ifModifiedSince) {
+                                                            QByteArray ifModifiedSince,
+                                                            CancelToken cancel) {
   FetchedPage page;
+  page.failure = HttpFailure::BadAddress;
   if (url.isEmpty()) co_return page;
-  HttpRequest request = PageRequest(url);
+  HttpRequest request = PageRequest(url, cancel);
   request.headers.append(HttpHeader{.name = "If-Modified-Since", .value = ifModifiedSince});
   request.headers.append(
       HttpHeader{.name = "Content-Type", .value = "application/x-www-form-urlencoded"});
   const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
-  page = PageOf(answer, state_);
-  if (page.status != 0) co_return page;
+  page = PageOf(answer, cancel);
+  if (!page.Ok()) co_return page;
   if (decode) {
     const QString charset = modJUDG::CharsetOfPage(answer.body);
     page.text = Decode_ADDO::DecodeByTable(answer.body, charset);
@@ -162,14 +153,14 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool de
   co_return page;
 }
 
-QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWholeBody(QString url) {
-  HttpRequest request = PageRequest(url);
+QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWholeBody(QString url, CancelToken cancel) {
+  HttpRequest request = PageRequest(url, cancel);
   request.headers = ReloadHeaders();
   request.acceptCompressed = false;
   request.useSystemProxy = false;
   const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
-  FetchedPage page = PageOf(answer, state_);
-  if (page.status != 0) co_return page;
+  FetchedPage page = PageOf(answer, cancel);
+  if (!page.Ok()) co_return page;
   // The character set is worked out and then not used: the result is always the text that the
   // system's code page makes of the bytes.
   static_cast<void>(modJUDG::CharsetOfPage(answer.body));
@@ -178,7 +169,7 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWholeBody(QString url) {
 }
 
 QCoro::Task<QString> MyXMLHttpRequest::QueryHeader(QString url, HeaderSelector selector,
-                                                   seconds timeout) {
+                                                   CancelToken cancel, seconds timeout) {
   const QString host = HostOf(url);
   if (!IsPlainHost(host)) co_return QString();
   const seconds limit = timeout.count() == 0 ? kQueryTime : timeout;
@@ -187,6 +178,7 @@ QCoro::Task<QString> MyXMLHttpRequest::QueryHeader(QString url, HeaderSelector s
   request.url = u"http://"_s + host + u":80"_s + PathOf(url);
   request.headers = ReloadHeaders();
   request.useSystemProxy = true;
+  request.cancel = cancel;
   request.connectTimeout = limit;
   request.idleTimeout = limit;
   // Connecting, sending and receiving have the limit each; beyond that it is a trickle.

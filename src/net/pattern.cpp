@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <chrono>
 
+#include "base/utf16.h"
+
 namespace zentorin {
 
 using namespace Qt::Literals::StringLiterals;
@@ -24,14 +26,9 @@ constexpr std::chrono::milliseconds kSearchTime{1000};
 QStringView WellFormed(QStringView text, QString& repaired) {
   if (text.isValidUtf16()) return text;
   repaired = text.toString();
-  for (qsizetype i = 0; i < repaired.size(); ++i) {
-    if (!repaired.at(i).isSurrogate()) continue;
-    if (repaired.at(i).isHighSurrogate() && i + 1 < repaired.size() &&
-        repaired.at(i + 1).isLowSurrogate()) {
-      ++i;
-    } else {
-      repaired[i] = QChar::ReplacementCharacter;
-    }
+  for (qsizetype i = 0; i < repaired.size(); i += UnitsAt(repaired, i)) {
+    const bool half = repaired.at(i).isSurrogate() && UnitsAt(repaired, i) == 1;
+    if (half) repaired[i] = QChar::ReplacementCharacter;
   }
   return repaired;
 }
@@ -43,8 +40,7 @@ QStringView Beginning(QStringView text, qsizetype length) {
 }
 
 qsizetype NextStart(QStringView text, qsizetype offset) {
-  const bool pair = offset + 1 < text.size() && text[offset].isHighSurrogate();
-  return offset + (pair ? 2 : 1);
+  return offset + (offset < text.size() ? UnitsAt(text, offset) : 1);
 }
 
 // Where to look on after a match. An empty match is followed by the next start position.
@@ -71,7 +67,7 @@ QString Pattern::Fault() const {
     return u"正規表現「%1」は照合に時間が掛かり過ぎるため、以後の照合を中止しました。"_s.arg(
         expression_);
   }
-  if (RanAway()) {
+  if (runaways_ > 0) {
     return u"正規表現「%1」の照合に時間が掛かり過ぎたため、%2 回打ち切りました。"_s.arg(
         expression_, QString::number(runaways_));
   }

@@ -6,10 +6,8 @@
 
 namespace zentorin {
 
-// An address in the form that goes over the wire: blanks and characters outside ASCII in path and
-// query become percent-encoded UTF-8, a host outside ASCII its "xn--" form. What is encoded already
-// stays as it is. Empty when the address cannot be asked: another scheme than http and https, no
-// host or an impossible one, control characters.
+// As it goes over the wire: percent-encoded UTF-8 where needed, the host in its "xn--" form. Empty
+// when it is no http or https address or holds control characters.
 QByteArray WireAddress(const QString& url);
 
 }  // namespace zentorin

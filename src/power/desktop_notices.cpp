@@ -5,6 +5,7 @@
 #include <QVariantMap>
 
 #include "base/message_bus.h"
+#include "base/product_name.h"
 
 namespace zentorin {
 
@@ -17,7 +18,7 @@ void DesktopNotices::Show(const QString& title, const QString& text) {
   QDBusMessage call = QDBusMessage::createMethodCall(service, u"/org/freedesktop/Notifications"_s,
                                                      service, u"Notify"_s);
   // The text may be read as mark-up.
-  call << u"Zentorin"_s << kReplacesNone << u"zentorin"_s << title << text.toHtmlEscaped()
+  call << ProductName() << kReplacesNone << u"zentorin"_s << title << text.toHtmlEscaped()
        << QStringList() << QVariantMap() << kUsualTime;
   bus_.Send(call);
 }

@@ -7,11 +7,9 @@ namespace zentorin {
 
 class MessageBus;
 
-// Shows notices on the user's desktop, if there is one that shows them. What becomes of a notice is
-// not waited for.
+// Shows notices on the user's desktop, if there is one. Nobody waits for what becomes of them.
 class DesktopNotices {
  public:
-  // `bus` is the session's and outlives this.
   explicit DesktopNotices(MessageBus& bus) : bus_(bus) {}
 
   void Show(const QString& title, const QString& text);

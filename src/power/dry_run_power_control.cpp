@@ -11,7 +11,7 @@ bool DryRunPowerControl::IsWanted() {
   return !qEnvironmentVariableIsEmpty("ZENTORIN_POWER");
 }
 
-QCoro::Task<PowerOutcome> DryRunPowerControl::Perform(QString action, const RunState& /*state*/) {
+QCoro::Task<PowerOutcome> DryRunPowerControl::Perform(QString action, CancelToken /*cancel*/) {
   PowerOutcome outcome;
   const PowerAction* const wanted = FindPowerAction(action);
   if (wanted != nullptr) {

@@ -12,7 +12,7 @@ class DryRunPowerControl : public PowerControl {
   // but any other counts as well: a slip of the pen must not cut the power.
   static bool IsWanted();
 
-  QCoro::Task<PowerOutcome> Perform(QString action, const RunState& state) override;
+  QCoro::Task<PowerOutcome> Perform(QString action, CancelToken cancel) override;
 };
 
 }  // namespace zentorin

@@ -8,7 +8,6 @@
 #include <QDBusVariant>
 
 #include "base/message_bus.h"
-#include "base/run_state.h"
 #include "base/wait.h"
 #include "power/login1_sleep_hold.h"
 #include "power/power_action.h"
@@ -71,18 +70,17 @@ QDBusMessage NameOfSession(const QDBusMessage& call, const QString& name) {
 
 }  // namespace
 
-// One action on its way to the service.
 struct Login1PowerControl::Attempt {
   const PowerAction& action;
-  const RunState& state;
+  CancelToken cancel;
   bool isOut = false;  // a call that acts has been sent, and its answer has not come
 };
 
-QCoro::Task<PowerOutcome> Login1PowerControl::Perform(QString action, const RunState& state) {
+QCoro::Task<PowerOutcome> Login1PowerControl::Perform(QString action, CancelToken cancel) {
   PowerOutcome outcome;
   const PowerAction* const wanted = FindPowerAction(action);
   if (wanted == nullptr) co_return outcome;
-  Attempt attempt{.action = *wanted, .state = state};
+  Attempt attempt{.action = *wanted, .cancel = cancel};
   QString fault;
   if (wanted->EndsSession()) {
     fault = co_await EndSession(attempt);
@@ -92,7 +90,7 @@ QCoro::Task<PowerOutcome> Login1PowerControl::Perform(QString action, const RunS
   outcome.done = fault.isEmpty();
   if (outcome.done) {
     outcome.text = u"「%1」を要求し、受け付けられました。"_s.arg(action);
-  } else if (!state.CancelRequested()) {
+  } else if (!cancel.Cancelled()) {
     outcome.text = u"「%1」を実行できません。"_s.arg(action) + fault;
   } else {
     outcome.cancelled = true;
@@ -109,9 +107,9 @@ std::unique_ptr<SleepHold> Login1PowerControl::KeepAwake() {
 
 QCoro::Task<QDBusMessage> Login1PowerControl::Ask(const Attempt& attempt, QDBusMessage call) {
   QDBusMessage reply;
-  if (attempt.state.CancelRequested()) co_return reply;
+  if (attempt.cancel.Cancelled()) co_return reply;
   FirstEvent end;
-  end.Add(attempt.state, &RunState::Cancelled);
+  end.Add(attempt.cancel);
   bus_.Ask(call, &end, [&reply, &end](const QDBusMessage& message) {
     reply = message;
     Q_EMIT end.Came();
@@ -121,7 +119,7 @@ QCoro::Task<QDBusMessage> Login1PowerControl::Ask(const Attempt& attempt, QDBusM
 }
 
 QCoro::Task<QDBusMessage> Login1PowerControl::Act(Attempt& attempt, QDBusMessage call) {
-  attempt.isOut = !attempt.state.CancelRequested();
+  attempt.isOut = !attempt.cancel.Cancelled();
   QDBusMessage reply = co_await Ask(attempt, call);
   if (reply.type() != QDBusMessage::InvalidMessage) attempt.isOut = false;
   co_return reply;

@@ -10,15 +10,13 @@ namespace zentorin {
 class MessageBus;
 struct PowerAction;
 
-// Power control by org.freedesktop.login1. The privilege comes first: the service is asked whether
-// the action is allowed, and for a log-off which session is the program's own. Then comes the
-// forced call. Whatever would need the user's authorisation is refused, as nobody may be there.
+// Power control by org.freedesktop.login1: asks whether the action is allowed, then calls by force.
+// Whatever would need the user's authorisation is refused, as nobody may be there.
 class Login1PowerControl : public PowerControl {
  public:
-  // `bus` is the system's and outlives the control.
   explicit Login1PowerControl(MessageBus& bus) : bus_(bus) {}
 
-  QCoro::Task<PowerOutcome> Perform(QString action, const RunState& state) override;
+  QCoro::Task<PowerOutcome> Perform(QString action, CancelToken cancel) override;
   std::unique_ptr<SleepHold> KeepAwake() override;
 
  private:
@@ -29,11 +27,9 @@ class Login1PowerControl : public PowerControl {
   QCoro::Task<QString> EndSession(Attempt& attempt);
   // The reply or the error; an invalid message when a cancel came before it.
   QCoro::Task<QDBusMessage> Ask(const Attempt& attempt, QDBusMessage call);
-  // The same for a call that acts.
   QCoro::Task<QDBusMessage> Act(Attempt& attempt, QDBusMessage call);
   QCoro::Task<QDBusMessage> ForcedCall(Attempt& attempt);
-  // A reply that holds the session's name, or the error.
-  QCoro::Task<QDBusMessage> OwnSession(const Attempt& attempt);
+  QCoro::Task<QDBusMessage> OwnSession(const Attempt& attempt);  // holds its name, or the error
   QString Fault(const QDBusMessage& reply) const;
 
   MessageBus& bus_;

@@ -5,10 +5,8 @@
 #include <QDBusReply>
 #include <QDBusUnixFileDescriptor>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include "base/message_bus.h"
+#include "base/product_name.h"
 #include "power/power_action.h"
 
 namespace zentorin {
@@ -24,18 +22,16 @@ const QString& OnlyWhenIdle() {
 
 }  // namespace
 
+// The lock is "block", since "delay" would put a sleep off by a few seconds only. Who may not block
+// sleep still blocks what an idle computer does by itself.
 Login1SleepHold::Login1SleepHold(MessageBus& bus) : bus_(bus) {
   Ask(u"sleep:"_s + OnlyWhenIdle());
-}
-
-Login1SleepHold::~Login1SleepHold() {
-  if (descriptor_ >= 0) close(descriptor_);
 }
 
 void Login1SleepHold::Ask(const QString& what) {
   QDBusMessage call = QDBusMessage::createMethodCall(login1::Service(), login1::ManagerPath(),
                                                      login1::ManagerInterface(), u"Inhibit"_s);
-  call << what << u"Zentorin"_s << u"一括ダウンロードの実行中"_s << u"block"_s;
+  call << what << ProductName() << u"一括ダウンロードの実行中"_s << u"block"_s;
   bus_.Ask(call, &calls_, [this, what](const QDBusMessage& reply) { Take(reply, what); });
 }
 
@@ -43,7 +39,7 @@ void Login1SleepHold::Take(const QDBusMessage& answer, const QString& what) {
   const QDBusReply<QDBusUnixFileDescriptor> reply = answer;
   if (reply.isValid()) {
     // The reply keeps its own descriptor open as long as any copy of it lives.
-    descriptor_ = fcntl(reply.value().fileDescriptor(), F_DUPFD_CLOEXEC, 0);
+    lock_ = Descriptor(fcntl(reply.value().fileDescriptor(), F_DUPFD_CLOEXEC, 0));
     return;
   }
   const bool refused = reply.error().type() == QDBusError::AccessDenied ||

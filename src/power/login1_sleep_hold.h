@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QString>
 
+#include "base/descriptor.h"
 #include "power/power_control.h"
 
 class QDBusMessage;
@@ -13,20 +14,17 @@ namespace zentorin {
 class MessageBus;
 
 // An inhibitor lock of login1, held by an open descriptor. It is asked for without waiting: work
-// goes on whatever comes of it. The lock is "block", since "delay" would put a sleep off by a few
-// seconds only; who may not block sleep still blocks what an idle computer does by itself.
+// goes on whatever comes of it.
 class Login1SleepHold : public SleepHold {
  public:
-  // `bus` outlives the hold.
   explicit Login1SleepHold(MessageBus& bus);
-  ~Login1SleepHold() override;
 
  private:
   void Ask(const QString& what);
   void Take(const QDBusMessage& answer, const QString& what);
 
   MessageBus& bus_;
-  int descriptor_ = -1;
+  Descriptor lock_;
   QObject calls_;  // what is asked for goes with it, and its answer
 };
 

@@ -14,10 +14,8 @@ struct PowerAction {
   quint64 flags;
   QLatin1StringView plain;  // the same without flags, for a login1 that does not know them
 
-  // Ends the user's session; all others act on the computer.
-  bool EndsSession() const { return question.isEmpty(); }
-  // "PowerOffWithFlags(16)".
-  QString CallText() const;
+  bool EndsSession() const { return question.isEmpty(); }  // all others act on the computer
+  QString CallText() const;                                // "PowerOffWithFlags(16)"
 };
 
 // Null for "閉じる" and for any other text: then there is nothing to ask of the system.
@@ -25,7 +23,6 @@ const PowerAction* FindPowerAction(const QString& name);
 
 }  // namespace zentorin
 
-// Where login1 is found on the system's bus.
 namespace zentorin::login1 {
 
 inline QString Service() {

@@ -6,17 +6,15 @@
 
 #include <QCoro/QCoroTask>
 
+#include "base/cancel_token.h"
+
 namespace zentorin {
 
-class RunState;
-
-// What came of a power action.
 struct PowerOutcome {
   bool done = false;
   bool cancelled = false;  // the user stopped it on the way
   bool tried = false;      // a dry run: nothing but the text has come of it
-  QString text;  // a sentence for the user; empty when the action asks for nothing, or was stopped
-                 // in time
+  QString text;            // a sentence for the user; may be empty
 };
 
 // As long as it lives, the computer is asked not to go to sleep by itself.
@@ -38,10 +36,9 @@ class PowerControl {
 
   // `action`: "スタンバイ", "休止", "ログオフ", "再起動" or "シャットダウン"; any other text does
   // nothing. A cancel ends it at once; what has been asked of the system by then is not taken back.
-  // `state` outlives the task.
-  virtual QCoro::Task<PowerOutcome> Perform(QString action, const RunState& state) = 0;
+  virtual QCoro::Task<PowerOutcome> Perform(QString action, CancelToken cancel) = 0;
 
-  // Null where the system knows no such thing. The control outlives the hold.
+  // Null where the system knows no such thing.
   virtual std::unique_ptr<SleepHold> KeepAwake() { return nullptr; }
 };
 

@@ -9,8 +9,7 @@
 
 namespace zentorin {
 
-// The services of this computer and of the user's session that a batch turns to, as the environment
-// names them. In a dry run (ZENTORIN_POWER) no bus is touched. It outlives the workspace.
+// The services that a batch turns to. In a dry run (ZENTORIN_POWER) no bus is touched.
 class SystemServices {
  public:
   SystemServices();

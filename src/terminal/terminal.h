@@ -7,23 +7,17 @@
 namespace zentorin {
 
 // Where an unattended run tells what it does: standard error, a terminal or a pipe. Everything is
-// written as UTF-8, control characters from outside are shown escaped, and a reader that has gone
-// is no error.
+// UTF-8, control characters from outside are shown escaped, a reader that has gone is no error.
 class Terminal {
  public:
-  // `descriptor` stays open and the caller's own.
-  explicit Terminal(int descriptor);
+  explicit Terminal(int descriptor);  // which stays open and the caller's own
 
-  // Whether a line can be drawn over.
-  bool IsTerminal() const { return isTerminal_; }
+  bool IsTerminal() const { return isTerminal_; }  // a line can be drawn over
 
-  // A line of its own, cut when it would flood the terminal; one that is being refreshed moves down
-  // below it.
+  // A line of its own, cut when it is too long. A refreshed line moves down below it.
   void Line(const QString& text);
-  // Draws one line over the last one of this kind. A text that is too long for the terminal is cut
-  // so that `tail` still stands behind it. Does nothing on a pipe.
+  // Draws over the last line of this kind, cut so that `tail` fits in. Does nothing on a pipe.
   void Refresh(const QString& text, const QString& tail = {});
-  // Takes the refreshed line away.
   void EndRefresh();
 
  private:

@@ -9,12 +9,8 @@ class Terminal;
 
 // Message boxes where there is no display: each becomes one line, "title: text", its line breaks
 // shown as " / ", and is answered by its default at once. A question's line ends with that answer.
-//
-// With a window an armed unattended run must not stand still either: the window's message boxes
-// answer themselves with the default after 30 seconds while such a run is under way.
 class TerminalMessages : public MessageBoxes {
  public:
-  // `terminal` outlives the messages.
   explicit TerminalMessages(Terminal& terminal) : terminal_(terminal) {}
 
   QCoro::Task<MessageBox::Answer> Ask(MessageBox box) override;

@@ -7,11 +7,9 @@ namespace zentorin {
 
 class Terminal;
 
-// Opens nothing: with no display there is nothing to open a thing in. What would have been opened
-// is named on the terminal.
+// Opens nothing: what would have been opened is named on the terminal.
 class TerminalOpener : public Opener {
  public:
-  // `terminal` outlives the opener.
   explicit TerminalOpener(Terminal& terminal) : terminal_(terminal) {}
 
   void OpenWithDefaultHandler(const QString& target) override;

@@ -2,9 +2,9 @@
 #include "terminal/terminal_progress.h"
 
 #include "app/auto_run.h"
+#include "app/run_summary.h"
 #include "app/workspace.h"
 #include "base/number_text.h"
-#include "download/result_code.h"
 #include "terminal/terminal.h"
 
 namespace zentorin {
@@ -16,6 +16,8 @@ namespace {
 // How often a pipe hears of a countdown and of work that finishes no row.
 constexpr int kCountdownStepSeconds = 600;
 constexpr int kSignOfLifeMs = 10'000;
+// So many folders are named at the end.
+constexpr qsizetype kShownFolders = 10;
 
 }  // namespace
 
@@ -23,26 +25,26 @@ TerminalProgress::TerminalProgress(Workspace& workspace, AutoRun& autoRun, Termi
                                    QObject* parent)
     : QObject(parent), workspace_(workspace), autoRun_(autoRun), terminal_(terminal) {
   connect(&autoRun_, &AutoRun::TitleChanged, this, &TerminalProgress::ShowCountdown);
-  connect(&workspace_.urlList, &UrlList::Selected, this, &TerminalProgress::ShowJob);
   connect(&workspace_.driver, &RunDriver::RowFinished, this, &TerminalProgress::ShowRow);
   connect(&workspace_.driver, &RunDriver::PowerAnswered, this, &TerminalProgress::ShowPowerAnswer);
-  connect(&workspace_.board, &StatusBoard::Changed, this, &TerminalProgress::ShowStatus);
-  connect(&workspace_.board, &StatusBoard::Changed, &throttle_, &ChangeThrottle::Touch);
-  connect(&workspace_.board, &StatusBoard::ProgressChanged, this, &TerminalProgress::ShowProgress);
-  connect(&throttle_, &ChangeThrottle::Due, this, &TerminalProgress::Draw);
+  connect(&workspace_.activity, &Activity::Changed, this, &TerminalProgress::ShowChange);
 }
 
-void TerminalProgress::Close(ExitStatus status) {
-  disconnect(&throttle_, &ChangeThrottle::Due, this, nullptr);
+void TerminalProgress::Close(const RunOutcome& outcome) {
+  disconnect(&workspace_.activity, nullptr, this, nullptr);
   terminal_.EndRefresh();
-  for (const QString& line : tally_.Summary(status)) terminal_.Line(line);
-  if (workspace_.log.WasWritten()) {
-    terminal_.Line(u"ログ: "_s + workspace_.log.Path());
+  terminal_.Line(SummaryOf(outcome));
+  for (const QString& folder : folders_.first(qMin(folders_.size(), kShownFolders))) {
+    terminal_.Line(u"保存先: "_s + folder);
   }
+  if (folders_.size() > kShownFolders) {
+    terminal_.Line(u"ほか %1 フォルダ"_s.arg(folders_.size() - kShownFolders));
+  }
+  if (workspace_.log.WasWritten()) terminal_.Line(u"ログ: "_s + workspace_.log.Path());
 }
 
 void TerminalProgress::ShowCountdown(const QString& text) {
-  if (autoRun_.CurrentPhase() != AutoRun::Phase::Armed) return;
+  if (autoRun_.CurrentState() != AutoRun::State::Armed) return;
   if (terminal_.IsTerminal()) {
     terminal_.Refresh(text);
     return;
@@ -53,55 +55,54 @@ void TerminalProgress::ShowCountdown(const QString& text) {
   Print(text);
 }
 
-void TerminalProgress::ShowJob(int row) {
-  if (autoRun_.CurrentPhase() != AutoRun::Phase::Running || row < 0) return;
-  lastFault_.clear();
+void TerminalProgress::ShowChange() {
+  if (autoRun_.CurrentState() != AutoRun::State::Running) return;
+  const ActivityState& now = workspace_.activity.Now();
+  if (now.job.number != shownJob_) ShowJob(now.job);
+  ShowMessage();
+  Draw();
+}
+
+void TerminalProgress::ShowJob(Place job) {
+  shownJob_ = job.number;
+  if (job.count == 0) return;
   lastRowText_.clear();
-  const TargetUrlItem job = workspace_.urlList.Item(row);
-  const bool skipped = job.Flag(TargetUrlItem::Skip);
-  if (!skipped) tally_.AddJob();
-  Print(u"[%1/%2] "_s.arg(row + 1).arg(workspace_.urlList.Count()) +
-        job[TargetUrlItem::Description] +
+  const TargetUrlItem item = workspace_.urlList.Item(job.number - 1);
+  const bool skipped = item.Flag(TargetUrlItem::Skip);
+  Print(u"[%1/%2] "_s.arg(job.number).arg(job.count) + item[TargetUrlItem::Description] +
         (skipped ? u"（一括ダウンロードスキップ）"_s : QString()));
 }
 
 void TerminalProgress::ShowRow(const FinishedRow& row) {
-  const QString saveFolder =
-      workspace_.drives.ToSystemPath(workspace_.job[TargetUrlItem::SavePath]);
-  tally_.AddRow(row, saveFolder);
+  if (row.outcome.code == RowCode::Complete) {
+    const QString folder = workspace_.drives.ToSystemPath(workspace_.job[TargetUrlItem::SavePath]);
+    if (!knownFolders_.contains(folder)) {
+      knownFolders_.insert(folder);
+      folders_.append(folder);
+    }
+  }
   lastRowText_ = row.text;
-  const bool asHoped = row.code == kComplete || row.code == kSkipExisting;
+  const bool asHoped =
+      row.outcome.code == RowCode::Complete || row.outcome.code == RowCode::SkipExisting;
   if (terminal_.IsTerminal() && asHoped) return;
   Print(row.text + u"  "_s + row.address);
 }
 
 // A fault that belongs to no row, such as a log that cannot be written, is told as it comes. The
-// status line also repeats the last row's.
-void TerminalProgress::ShowStatus() {
-  const StatusBoard& board = workspace_.board;
-  const QString& status = board.Status();
-  if (board.StatusColour() != StatusBoard::kRed) {
-    lastFault_.clear();  // the next row may fail in the same way
-    return;
-  }
-  if (status == lastFault_) return;
-  lastFault_ = status;
-  if (!status.isEmpty() && !lastRowText_.startsWith(status)) Print(status);
+// message also repeats the last row's.
+void TerminalProgress::ShowMessage() {
+  const ActivityState& now = workspace_.activity.Now();
+  if (now.message.tone != Tone::Fault || now.said == shownMessage_) return;
+  shownMessage_ = now.said;
+  if (!lastRowText_.startsWith(now.message.text)) Print(now.message.text);
 }
 
 // A refusal is a fault and has been told as one.
 void TerminalProgress::ShowPowerAnswer(const QString& text) {
-  if (text != lastFault_) Print(text);
-}
-
-// The board has held this back as long as it is to be.
-void TerminalProgress::ShowProgress() {
-  throttle_.Touch();
-  throttle_.Flush();
+  if (workspace_.activity.Now().message.tone != Tone::Fault) Print(text);
 }
 
 void TerminalProgress::Draw() {
-  if (autoRun_.CurrentPhase() != AutoRun::Phase::Running) return;
   if (terminal_.IsTerminal()) {
     terminal_.Refresh(WorkText(), BytesText());
   } else if (sinceLine_.isValid() && sinceLine_.hasExpired(kSignOfLifeMs)) {
@@ -109,28 +110,32 @@ void TerminalProgress::Draw() {
   }
 }
 
-bool TerminalProgress::IsCrawling() const {
-  return workspace_.board.ProgressShown() && workspace_.board.Counter().isEmpty();
-}
-
-// What is in hand: a row's status, counter and address; or of a crawl the files found and the page.
+// What is in hand: a row's message, counter and address; of a crawl the files found and the page.
 QString TerminalProgress::WorkText() const {
-  const StatusBoard& board = workspace_.board;
-  QStringList parts = {board.Status(), board.Counter(), board.File()};
-  if (IsCrawling()) {
-    const QString& found = board.FileCount();
-    const bool atRoot = board.File().isEmpty();
-    parts = {found.isEmpty() ? found : found + u"個"_s,
-             atRoot ? workspace_.job[TargetUrlItem::Root] : board.File()};
+  const ActivityState& now = workspace_.activity.Now();
+  QStringList parts;
+  switch (now.phase) {
+    case Phase::Listing:
+      if (now.found > 0) parts += u"%1個"_s.arg(now.found);
+      parts += now.address.isEmpty() ? workspace_.job[TargetUrlItem::Root] : now.address;
+      break;
+    case Phase::CountingDown:
+      parts = {now.message.text, SecondsText(now.left)};
+      break;
+    default:
+      parts += now.message.text;
+      if (now.row.count > 0) parts += u"%1/%2"_s.arg(now.row.number).arg(now.row.count);
+      parts += now.address;
   }
   parts.removeAll(QString());
   return parts.join(u"  "_s);
 }
 
 QString TerminalProgress::BytesText() const {
-  const StatusBoard& board = workspace_.board;
-  if (!board.ProgressShown() || IsCrawling()) return {};
-  return u"  "_s + GroupedNumber(board.FileBytes()) + u" バイト"_s;
+  const ActivityState& now = workspace_.activity.Now();
+  const bool onRow = now.phase == Phase::Downloading || now.phase == Phase::Recording;
+  if (!onRow || now.row.count == 0) return {};
+  return u"  "_s + GroupedNumber(now.bytes) + u" バイト"_s;
 }
 
 void TerminalProgress::Print(const QString& line) {

@@ -3,22 +3,21 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QSet>
 #include <QString>
-
-#include "app/run_tally.h"
-#include "base/change_throttle.h"
+#include <QStringList>
 
 namespace zentorin {
 
 class AutoRun;
 class Terminal;
 class Workspace;
+struct Place;
 struct FinishedRow;
+struct RunOutcome;
 
-// Shows an unattended run on standard error. A terminal has one line that is drawn anew as often as
-// the board tells its progress and for any other change at most ten times a second, and above it
-// the jobs and whatever went wrong. A pipe gets a line for each job and each finished row, and a
-// sign of life now and then. Everything passed in outlives it.
+// Shows an unattended run on standard error. A terminal has one line that is drawn anew, and above
+// it jobs and faults. A pipe gets a line for each job and row, and a sign of life now and then.
 class TerminalProgress : public QObject {
   Q_OBJECT
 
@@ -26,18 +25,16 @@ class TerminalProgress : public QObject {
   TerminalProgress(Workspace& workspace, AutoRun& autoRun, Terminal& terminal,
                    QObject* parent = nullptr);
 
-  // Ends the refreshed line and prints the closing lines.
-  void Close(ExitStatus status);
+  void Close(const RunOutcome& outcome);
 
  private:
   void ShowCountdown(const QString& text);
-  void ShowJob(int row);
+  void ShowChange();
+  void ShowJob(Place job);
   void ShowRow(const FinishedRow& row);
-  void ShowStatus();
+  void ShowMessage();
   void ShowPowerAnswer(const QString& text);
-  void ShowProgress();
   void Draw();
-  bool IsCrawling() const;
   QString WorkText() const;
   QString BytesText() const;
   void Print(const QString& line);
@@ -45,10 +42,11 @@ class TerminalProgress : public QObject {
   Workspace& workspace_;
   AutoRun& autoRun_;
   Terminal& terminal_;
-  RunTally tally_;
-  ChangeThrottle throttle_;
   QElapsedTimer sinceLine_;
-  QString lastFault_;
+  int shownJob_ = 0;
+  QStringList folders_;  // that files were saved into, in order
+  QSet<QString> knownFolders_;
+  int shownMessage_ = 0;
   QString lastRowText_;
   int announcedSeconds_ = -1;  // of the countdown, on a pipe
 };

@@ -5,11 +5,9 @@
 
 namespace zentorin {
 
-// Columns that a text takes on a terminal: two for East Asian wide characters, none for marks that
-// combine with the character before.
+// Columns on a terminal: two for East Asian wide characters, none for combining marks.
 int TerminalWidth(const QString& text);
 
-// The text's beginning that fits into `columns`, whole characters only.
-QString CutToWidth(const QString& text, int columns);
+QString CutToWidth(const QString& text, int columns);  // whole characters only
 
 }  // namespace zentorin

@@ -35,24 +35,15 @@ QCoro::Task<ExitStatus> UnattendedRun::RunToEnd(const CommandLine& line) {
     co_return kExitRefused;
   }
   terminal_.Line(ProgramTitle(workspace_.urlList.CurrentListFile()));
-  const bool ran = co_await qCoro(&autoRun_, &AutoRun::Finished);
-  const ExitStatus status = Outcome(ran);
-  const FileOutcome written = co_await CloseSteps(workspace_, autoRun_);
+  const RunOutcome outcome = co_await qCoro(&autoRun_, &AutoRun::Finished);
+  const Outcome written = co_await CloseSteps(workspace_, autoRun_);
   if (!written.Ok()) terminal_.Line(written.message);
-  progress_.Close(status);
-  co_return status;
+  progress_.Close(outcome);
+  co_return ExitStatusOf(outcome);
 }
 
 void UnattendedRun::Stop() {
-  stopped_ = true;
-  workspace_.driver.CancelCommand();
-}
-
-ExitStatus UnattendedRun::Outcome(bool ran) const {
-  if (stopped_) return kExitCancelled;
-  // Nobody gave the countdown up: the list was no longer to be had.
-  if (!ran) return kExitRefused;
-  return workspace_.driver.AnyFailure() ? kExitFailures : kExitDone;
+  CancelWork(workspace_, autoRun_);
 }
 
 }  // namespace zentorin

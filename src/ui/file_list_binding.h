@@ -10,10 +10,8 @@ namespace zentorin {
 class FileList;
 class LineListView;
 
-// Shows the file list in its view and keeps the two selections and current rows the same. The list
-// is where they live; the view only follows and reports the user's changes. The user's scroll
-// position stays: the view follows the current row of the work only as long as the one before it
-// was in sight. Both references must outlive the binding.
+// Selection and current row live in the list; the view follows and reports the user's changes. It
+// follows the current row of the work only as long as the one before it was in sight.
 class FileListBinding : public QObject {
   Q_OBJECT
 

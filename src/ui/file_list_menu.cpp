@@ -42,13 +42,12 @@ void FileListMenu::FillMenu(MainControls& controls) {
   const auto on = [this](const QAction* action, auto command) {
     connect(action, &QAction::triggered, this, command);
   };
-  RunDriver& driver = workspace_.driver;
   on(menu->AddEntry("mnuSelectAll", u"全て選択"_s, QKeySequence::SelectAll),
      [this] { commands_.SelectAll(); });
   on(menu->AddEntry("mnuContext_List_Download_Kobetu", u"ダウンロード"_s),
-     [&driver] { driver.DownloadCommand(false); });
+     [this] { Q_EMIT DownloadRequested(false); });
   on(menu->AddEntry("mnuContext_List_Download_All", u"ダウンロード　一括"_s),
-     [&driver] { driver.DownloadCommand(true); });
+     [this] { Q_EMIT DownloadRequested(true); });
   menu->addSeparator();
   on(menu->AddEntry("mnuContext_List_OpenSite", u"サイトを開く"_s),
      [this] { commands_.OpenSite(); });

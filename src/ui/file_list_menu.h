@@ -11,13 +11,15 @@ class LineListView;
 class frmSearch;
 struct MainControls;
 
-// The mouse and the keys of the file list: `mnuContext_List`, double-click, shortcuts, the column
-// headers and the search dialog. Both references outlive it.
+// The mouse and the keys of the file list: `mnuContext_List`, shortcuts, headers, search dialog.
 class FileListMenu : public QObject {
   Q_OBJECT
 
  public:
   FileListMenu(Workspace& workspace, MainControls& controls, QObject* parent = nullptr);
+
+ Q_SIGNALS:
+  void DownloadRequested(bool batch);
 
  private:
   void FillMenu(MainControls& controls);

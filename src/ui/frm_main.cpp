@@ -11,7 +11,6 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QToolButton>
-#include <array>
 
 #include "app/auto_run.h"
 #include "app/closing.h"
@@ -61,7 +60,8 @@ frmMain::frmMain(const WindowContext& context)
       c_(*this),
       layout_(c_),
       job_(std::make_unique<JobBinding>(context.workspace.job, context.workspace.clock, c_)),
-      status_(std::make_unique<StatusBinding>(context.workspace.board, c_, layout_, *job_)),
+      status_(std::make_unique<StatusBinding>(context.workspace.activity, context.workspace.files,
+                                              c_, layout_, *job_)),
       urlList_(std::make_unique<UrlListBinding>(context.workspace.urlList, context.workspace.files,
                                                 *c_.lstTargetUrl)),
       files_(std::make_unique<FileListBinding>(context.workspace.files, *c_.lstUrl_All)),
@@ -128,26 +128,20 @@ void frmMain::ComeForward() {
 }
 
 void frmMain::ConnectCommands() {
-  RunDriver& driver = context_.workspace.driver;
   UrlList& urls = context_.workspace.urlList;
   connect(c_.cmdOrder_0, &QToolButton::clicked, this, [&urls] { urls.MoveSelected(+1); });
   connect(c_.cmdOrder_1, &QToolButton::clicked, this, [&urls] { urls.MoveSelected(-1); });
-  connect(c_.cmdGo_All_0, &QPushButton::clicked, this, [&driver] { driver.GenerateCommand(true); });
-  connect(c_.cmdGo_All_1, &QPushButton::clicked, this,
-          [&driver] { driver.GenerateCommand(false); });
-  connect(c_.cmdAllDownload_0, &QPushButton::clicked, this,
-          [&driver] { driver.DownloadCommand(false); });
-  connect(c_.cmdAllDownload_1, &QPushButton::clicked, this,
-          [&driver] { driver.DownloadCommand(true); });
-  connect(c_.cmdCancel, &QPushButton::clicked, &driver, &RunDriver::CancelCommand);
+  connect(c_.cmdGo_All_0, &QPushButton::clicked, this, [this] { Generate(true); });
+  connect(c_.cmdGo_All_1, &QPushButton::clicked, this, [this] { Generate(false); });
+  connect(c_.cmdAllDownload_0, &QPushButton::clicked, this, [this] { Download(false); });
+  connect(c_.cmdAllDownload_1, &QPushButton::clicked, this, [this] { Download(true); });
+  connect(fileListMenu_.get(), &FileListMenu::DownloadRequested, this, &frmMain::Download);
+  connect(c_.cmdCancel, &QPushButton::clicked, this, &frmMain::Cancel);
   connect(c_.cmdLog, &QPushButton::clicked, this, &frmMain::ShowLog);
   connect(c_.cmdDebug, &QPushButton::clicked, this, &frmMain::ShowDiagnostics);
   connect(c_.cmdClose, &QPushButton::clicked, this, &QWidget::close);
   const auto* escape = new QShortcut(Qt::Key_Escape, this);
-  connect(escape, &QShortcut::activated, this, [this, &driver] {
-    const StatusBoard& board = context_.workspace.board;
-    if (board.CancelShown() && board.CancelEnabled()) driver.CancelCommand();
-  });
+  connect(escape, &QShortcut::activated, this, &frmMain::Cancel);
 }
 
 void frmMain::ConnectMenus() {
@@ -191,10 +185,6 @@ void frmMain::ConnectState() {
   Workspace& workspace = context_.workspace;
   connect(&workspace.urlList, &UrlList::CurrentListFileChanged, this,
           [this] { ShowTitle(ProgramTitle(context_.workspace.urlList.CurrentListFile())); });
-  connect(&workspace.board, &StatusBoard::FocusRequested, this, [this](FocusTarget target) {
-    const std::array<QWidget*, 3> targets{c_.lstTargetUrl, c_.txtUrl_Root, c_.lstUrl_All};
-    status_->Focus(targets.at(static_cast<size_t>(target)));
-  });
   connect(&workspace.driver, &RunDriver::CloseRequested, this, &QWidget::close);
 }
 
@@ -214,6 +204,24 @@ void frmMain::SetKeyFilters() {
     new KeyFilter(u"[0-9]"_s, Mode::OnlyMatching, combo);
   }
   new KeyFilter(u"[/:*?\"|<>]"_s, Mode::AllButMatching, c_.txtSavePath);
+}
+
+// What a refused command asks for gets the focus.
+QCoro::Task<void> frmMain::Generate(bool listOnly) {
+  const ListOutcome outcome = co_await context_.workspace.driver.GenerateCommand(listOnly);
+  if (outcome.refusal == ListOutcome::Refusal::NoJob) c_.lstTargetUrl->setFocus();
+  if (outcome.refusal == ListOutcome::Refusal::NoRootUrl) c_.txtUrl_Root->setFocus();
+}
+
+QCoro::Task<void> frmMain::Download(bool batch) {
+  const RunOutcome outcome = co_await context_.workspace.driver.DownloadCommand(batch);
+  if (!outcome.nothingSelected) co_return;
+  const bool hasRows = context_.workspace.files.Count() > 0;
+  (hasRows ? c_.lstUrl_All : c_.lstTargetUrl)->setFocus();
+}
+
+void frmMain::Cancel() {
+  CancelWork(context_.workspace, context_.autoRun);
 }
 
 void frmMain::ScheduleLayout() {
@@ -283,7 +291,7 @@ QCoro::Task<void> frmMain::Close() {
   }
   c_.central->setEnabled(false);
   menuBar()->setEnabled(false);
-  const FileOutcome written = co_await CloseSteps(context_.workspace, context_.autoRun);
+  const Outcome written = co_await CloseSteps(context_.workspace, context_.autoRun);
   if (!written.Ok()) Q_EMIT SettingsLost(written.message);
   closed_ = true;
   tray_->Remove();
@@ -312,7 +320,7 @@ QCoro::Task<void> frmMain::ShowLog() {
     co_return;
   }
   QString text;
-  const FileOutcome outcome = workspace.log.Read(text);
+  const Outcome outcome = workspace.log.Read(text);
   if (outcome.Ok()) {
     workspace.world.opener.ShowText(text, u"log.txt"_s);
     co_return;
@@ -341,7 +349,7 @@ void frmMain::OpenSettings() {
                                .dialogs = context_.dialogs,
                                .messages = context_.workspace.world.messages,
                                .programFolder = context_.workspace.drives.ProgramFolder(),
-                               .toolCaptions = context_.toolCaptions};
+                               .toolPaths = context_.toolPaths};
   setting_ = std::make_unique<frmSetting>(context, this);
   connect(setting_.get(), &QDialog::accepted, this, &frmMain::ShowClock);
   connect(setting_.get(), &frmSetting::ToolWindowShown, this,

@@ -27,18 +27,16 @@ class UrlListMenu;
 class Workspace;
 class frmSetting;
 
-// What the main window shows and drives. All must outlive the window.
 struct WindowContext {
   Workspace& workspace;
   AutoRun& autoRun;
   ListCommands& lists;
   FileDialogs& dialogs;
   // NOLINTNEXTLINE(readability-redundant-member-init): may be left out of an initialiser
-  QStringList toolCaptions = {};  // of the two streaming tools, as located on this machine
+  QStringList toolPaths = {};  // of the two streaming tools; empty for one that is not installed
 };
 
-// The main window. It shows the state that lives below it and hands every command down; what a
-// command means is not decided here.
+// Shows the state that lives below it and hands every command down.
 class frmMain : public QMainWindow {
   Q_OBJECT
 
@@ -46,28 +44,20 @@ class frmMain : public QMainWindow {
   explicit frmMain(const WindowContext& context);
   ~frmMain() override;
 
-  // The steps of the start-up that belong to the window: places it by the settings and fills the
-  // pattern boxes, once both are loaded.
+  // Once settings and patterns are loaded.
   void PlaceBySettings();
-  // The last steps, after a start-up without a fault: first mode, title, debug button.
-  void FinishStartUp(bool debugMode);
+  void FinishStartUp(bool debugMode);  // after a start-up without a fault
 
-  // Takes the window out of the notification area: removes the icon, shows it in its normal state.
   void RestoreFromTray();
 
-  // Reads a list file into the window as the Open command does, unless work runs.
-  void OpenListFile(const QString& path);
+  void OpenListFile(const QString& path);  // unless work runs
 
-  // Brings the window before the user wherever it is now.
   void ComeForward();
 
  Q_SIGNALS:
-  // The person answered the closing question by staying.
-  void KeptOpen();
-  // The settings could not be written, which never keeps the window from closing.
-  void SettingsLost(const QString& message);
-  // The closing steps are done and nothing works any more: the program may end.
-  void Closed();
+  void KeptOpen();                            // the closing question was answered by staying
+  void SettingsLost(const QString& message);  // which never keeps the window from closing
+  void Closed();                              // nothing works any more
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -81,6 +71,9 @@ class frmMain : public QMainWindow {
   void ConnectPatterns();
   void ConnectState();
   void ConnectTray();
+  QCoro::Task<void> Generate(bool listOnly);
+  QCoro::Task<void> Download(bool batch);
+  void Cancel();
   void SetKeyFilters();
   void ScheduleLayout();
   void LayOut();
@@ -88,7 +81,6 @@ class frmMain : public QMainWindow {
   void ShowClock();
   void MoveToTray();
   void ShowDiagnostics();
-  // Edits the text of a pattern box at a larger size.
   void OpenInputEditor(QComboBox* target);
   void OpenSettings();
   QCoro::Task<void> Close();

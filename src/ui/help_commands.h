@@ -11,7 +11,7 @@ class MessageBoxes;
 class Opener;
 struct MainControls;
 
-// The help menu, the about box and the links to the help. All references outlive it.
+// The help menu, the about box and the links to the help.
 class HelpCommands : public QObject {
   Q_OBJECT
 
@@ -20,8 +20,7 @@ class HelpCommands : public QObject {
                QObject* parent = nullptr);
 
  private:
-  // Path of a page; empty, and the user told, when the help is not there.
-  QString PathOf(HelpPage page);
+  QString PathOf(HelpPage page);  // empty, and the user told, when it is not there
   void Open(HelpPage page);
   void ShowTemplateHelp();
   void ShowAbout(QWidget* window);

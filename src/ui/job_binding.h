@@ -17,11 +17,9 @@ class DisplayClock;
 class JobEditor;
 struct MainControls;
 
-// Ties the fields of the selected job to their controls: loading fills the controls, every edit by
-// the user goes to the job at once. What is chosen from a pattern box's list is the exception: it
-// is a label and an expression, and only the expression is an edit (PatternChoice). Also holds what
-// the controls demand of each other: the two modes, the boxes that show further fields, and the
-// pattern boxes' depth and crawl preview. All references must outlive the binding.
+// Ties the fields of the selected job to their controls: every edit by the user goes to the job at
+// once, but what is chosen from a pattern box's list is an edit by its expression only
+// (PatternChoice). Also holds what the controls demand of each other.
 class JobBinding : public QObject {
   Q_OBJECT
 
@@ -29,16 +27,13 @@ class JobBinding : public QObject {
   JobBinding(JobEditor& job, const DisplayClock& clock, MainControls& controls,
              QObject* parent = nullptr);
 
-  // Shows what the file format makes of the clock's time.
   void ShowFormatPreview();
 
-  // Whether the busy state allows edits; `ChkOnlyInSite` and `ChkTreeFolder` depend on it and the
-  // mode.
+  // Whether the busy state allows edits.
   void SetEditable(bool editable);
 
  Q_SIGNALS:
-  // Controls were shown or hidden: the window has to lay itself out again.
-  void LayoutNeeded();
+  void LayoutNeeded();  // controls were shown or hidden
 
  private:
   void BindText(QLineEdit* edit, TargetUrlItem::Field field);

@@ -3,8 +3,7 @@
 
 namespace zentorin {
 
-// Shows Qt's own texts (file dialogs, the menus of text fields) in the language of the program's,
-// whatever the locale. Once a QApplication stands; without the translations they stay in English.
+// Qt's own texts, whatever the locale; needs a QApplication and stays English without the files.
 void ShowStandardTextsInJapanese();
 
 }  // namespace zentorin

@@ -13,7 +13,7 @@
 #include <initializer_list>
 
 #include "base/number_text.h"
-#include "base/status_board.h"
+#include "crawl/file_list.h"
 #include "ui/job_binding.h"
 #include "ui/main_controls.h"
 #include "ui/main_layout.h"
@@ -22,13 +22,9 @@
 #include "ui/widgets/readable_colour.h"
 
 namespace zentorin {
-namespace {
 
-QColor FromBgr(quint32 bgr) {
-  constexpr quint32 kByte = 0xFF;
-  return {static_cast<int>(bgr & kByte), static_cast<int>((bgr >> 8) & kByte),
-          static_cast<int>((bgr >> 16) & kByte)};
-}
+using namespace Qt::Literals::StringLiterals;
+namespace {
 
 // Sets a caption; true when it was another one.
 template <typename Control>
@@ -38,66 +34,93 @@ bool SetCaption(Control* control, const QString& caption) {
   return true;
 }
 
+// The text of the hidden label of the file in hand. The smaller of 0 and the share done reads 0
+// from a file's first block on, which is this program's rule; a stream's share is shown as it is.
+QString DoneText(const ActivityState& now) {
+  if (now.recorded) return QString::number(*now.recorded, 'f', 2);
+  return now.bytes > 0 && now.length > 0 ? u"0.000"_s : u"0"_s;
+}
+
 }  // namespace
 
-StatusBinding::StatusBinding(StatusBoard& board, MainControls& controls, MainLayout& layout,
-                             JobBinding& job, QObject* parent)
-    : QObject(parent), board_(board), c_(controls), layout_(layout), job_(job) {
-  connect(&board, &StatusBoard::Changed, this, &StatusBinding::Show);
-  connect(&board, &StatusBoard::ProgressChanged, this, &StatusBinding::ShowProgress);
+StatusBinding::StatusBinding(Activity& activity, const FileList& files, MainControls& controls,
+                             MainLayout& layout, JobBinding& job, QObject* parent)
+    : QObject(parent),
+      activity_(activity),
+      files_(files),
+      c_(controls),
+      layout_(layout),
+      job_(job) {
+  connect(&activity, &Activity::Changed, this, &StatusBinding::Show);
+  connect(&files, &FileList::Cleared, this, &StatusBinding::ShowRowCount);
+  connect(&files, &FileList::rowsInserted, this, &StatusBinding::ShowRowCount);
+  connect(&files, &FileList::rowsRemoved, this, &StatusBinding::ShowRowCount);
+  connect(&files, &FileList::modelReset, this, &StatusBinding::ShowRowCount);
   connect(c_.ChkStandby, &QCheckBox::clicked, this, [this](bool checked) {
-    StatusBoard::Standby standby = board_.GetStandby();
-    standby.checked = checked;
-    board_.SetStandby(standby);
+    AfterBatch choice = activity_.Now().afterBatch;
+    choice.chosen = checked;
+    activity_.SetAfterBatch(choice);
   });
   // A palette that is changed while the program runs changes the status line's colour too.
   c_.frStatus->installEventFilter(this);
-  ShowStatusColour();
+  ShowMessageColour();
   Show();
 }
 
 bool StatusBinding::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::PaletteChange) ShowStatusColour();
+  if (event->type() == QEvent::PaletteChange) ShowMessageColour();
   return QObject::eventFilter(watched, event);
 }
 
 void StatusBinding::Show() {
-  ShowStatusLine();
-  SetShown(c_.cmdCancel, board_.CancelShown());
-  c_.cmdCancel->setEnabled(board_.CancelEnabled());
-  c_.cmdCancel->setText(board_.CancelCaption());
-  SetShown(c_.frProgress_o, board_.ProgressShown());
+  const ActivityState& now = activity_.Now();
+  ShowMessage();
+  const bool cancellable = now.phase != Phase::Resting;
+  SetShown(c_.cmdCancel, cancellable);
+  c_.cmdCancel->setEnabled(cancellable);
+  c_.cmdCancel->setText(now.cancelling ? u"キャンセル処理中"_s : u"キャンセル"_s);
+  SetShown(c_.frProgress_o, now.Works());
   ShowBusy();
-  ShowStandby();
+  ShowAfterBatch();
   ShowProgress();
+  ShowRowCount();
 }
 
-void StatusBinding::ShowStatusLine() {
-  if (SetCaption(c_.lblStatus, board_.Status())) layout_.PlaceStatus();
-  if (board_.StatusColour() != shownColour_) ShowStatusColour();
+void StatusBinding::ShowMessage() {
+  const Message& message = activity_.Now().message;
+  if (SetCaption(c_.lblStatus, message.text)) layout_.PlaceStatus();
+  if (message.tone != shownTone_) ShowMessageColour();
 }
 
-void StatusBinding::ShowStatusColour() {
-  shownColour_ = board_.StatusColour();
+void StatusBinding::ShowMessageColour() {
+  shownTone_ = activity_.Now().message.tone;
   QPalette palette;
-  if (shownColour_ != StatusBoard::kBlack) {
-    const QColor colour = ReadableColour(FromBgr(shownColour_), c_.frStatus->palette());
-    palette.setColor(QPalette::WindowText, colour);
+  if (shownTone_ != Tone::Note) {
+    const QColor colour = shownTone_ == Tone::Good ? Qt::blue : Qt::red;
+    palette.setColor(QPalette::WindowText, ReadableColour(colour, c_.frStatus->palette()));
   }
   c_.lblStatus->setPalette(palette);
 }
 
 void StatusBinding::ShowProgress() {
-  if (SetCaption(c_.lblFile, board_.File())) layout_.PlaceStatus();
-  c_.lblUrl_All_Cnt->setText(board_.FileCount());
-  if (SetCaption(c_.lblProgress_o, board_.Counter())) layout_.PlaceProgressFrame();
-  // The bar has two writers: the run's own progress, and the fraction of the file in hand whenever
-  // its text changes. The later one counts.
-  if (SetCaption(c_.lblDone, board_.Done())) layout_.SetFraction(NumericValue(board_.Done()));
-  if (board_.Progress() != shownProgress_) {
-    shownProgress_ = board_.Progress();
-    layout_.SetFraction(shownProgress_);
-  }
+  const ActivityState& now = activity_.Now();
+  const QString file = now.phase == Phase::CountingDown ? SecondsText(now.left) : now.address;
+  if (SetCaption(c_.lblFile, file)) layout_.PlaceStatus();
+  const QString counter =
+      now.row.count > 0 ? u"%1/%2"_s.arg(now.row.number).arg(now.row.count) : QString();
+  if (SetCaption(c_.lblProgress_o, counter)) layout_.PlaceProgressFrame();
+  SetCaption(c_.lblDone, DoneText(now));
+  layout_.SetFraction(now.recorded.value_or(now.share));
+}
+
+// Nothing while a file list is downloaded alone; a crawl counts what it finds.
+void StatusBinding::ShowRowCount() {
+  const ActivityState& now = activity_.Now();
+  const bool alone = now.phase >= Phase::Downloading && !now.batch;
+  int count = files_.Count();
+  if (alone) count = 0;
+  if (now.phase == Phase::Listing) count = now.found;
+  SetCaption(c_.lblUrl_All_Cnt, count == 0 ? QString() : QString::number(count));
 }
 
 void StatusBinding::SetShown(QWidget* control, bool shown) {
@@ -111,27 +134,18 @@ QWidget* StatusBinding::Focused() const {
   return c_.central->window()->focusWidget();
 }
 
-void StatusBinding::Focus(QWidget* control) {
-  if (control->isEnabled()) {
-    control->setFocus();
-    return;
-  }
-  focusBefore_ = control;
-  focusDuring_ = Focused();
-}
-
 void StatusBinding::ShowBusy() {
-  const bool begins = board_.Busy() && !shownBusy_;
-  const bool ends = !board_.Busy() && shownBusy_;
-  shownBusy_ = board_.Busy();
-  if (begins) focusBefore_ = Focused();
-  c_.frSite->setEnabled(!board_.Busy() && board_.SiteEnabled());
-  if (begins || ends) Lock(ends);
+  const bool busy = activity_.Now().Works();
+  if (busy == shownBusy_) return;
+  shownBusy_ = busy;
+  if (busy) focusBefore_ = Focused();
+  c_.frSite->setEnabled(!busy);
+  Lock(!busy);
   // A control that is disabled loses the focus. It gets it back unless the user has taken it
   // elsewhere meanwhile.
-  if (begins) {
+  if (busy) {
     focusDuring_ = Focused();
-  } else if (ends && focusBefore_ != nullptr && Focused() == focusDuring_) {
+  } else if (focusBefore_ != nullptr && Focused() == focusDuring_) {
     focusBefore_->setFocus();
   }
 }
@@ -186,14 +200,14 @@ void StatusBinding::Lock(bool enabled) {
   job_.SetEditable(enabled);
 }
 
-void StatusBinding::ShowStandby() {
-  const StatusBoard::Standby& standby = board_.GetStandby();
-  SetShown(c_.ChkStandby, standby.visible);
-  c_.ChkStandby->setChecked(standby.checked);
-  if (!standby.toolTip.isEmpty()) c_.ChkStandby->setToolTip(standby.toolTip);
-  if (!standby.caption.isEmpty() && SetCaption(c_.ChkStandby, standby.caption)) {
-    Q_EMIT LayoutNeeded();
-  }
+void StatusBinding::ShowAfterBatch() {
+  const AfterBatch& choice = activity_.Now().afterBatch;
+  SetShown(c_.ChkStandby, choice.offered);
+  c_.ChkStandby->setChecked(choice.chosen);
+  if (choice.action.isEmpty()) return;
+  c_.ChkStandby->setToolTip(u"一括ダウンロード終了後にＰＣを「"_s + choice.action +
+                            u"」状態にします。"_s);
+  if (SetCaption(c_.ChkStandby, choice.action)) Q_EMIT LayoutNeeded();
 }
 
 }  // namespace zentorin

@@ -5,26 +5,24 @@
 #include <QPointer>
 #include <QWidget>
 
+#include "base/activity.h"
+
 namespace zentorin {
 
+class FileList;
 class JobBinding;
 class MainLayout;
-class StatusBoard;
 struct MainControls;
 
-// Shows the status board in the bottom of the window: status line, current file, progress,
-// counters, cancel button, after-batch box; and locks the editing surface while work runs. A run
-// writes a status line for each file, so only what changed is touched. All references must outlive
-// the binding.
+// Turns the program's activity into what the window shows of it: status line, current file,
+// progress, counters, cancel button, after-batch box, and the lock on the editing surface while
+// work runs. Activity changes up to ten times a second, so only what is another is touched.
 class StatusBinding : public QObject {
   Q_OBJECT
 
  public:
-  StatusBinding(StatusBoard& board, MainControls& controls, MainLayout& layout, JobBinding& job,
-                QObject* parent = nullptr);
-
-  // Gives the focus to a control; one that is locked gets it when the work is over.
-  void Focus(QWidget* control);
+  StatusBinding(Activity& activity, const FileList& files, MainControls& controls,
+                MainLayout& layout, JobBinding& job, QObject* parent = nullptr);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -34,25 +32,26 @@ class StatusBinding : public QObject {
 
  private:
   void Show();
-  void ShowStatusLine();
-  void ShowStatusColour();
+  void ShowMessage();
+  void ShowMessageColour();
   void ShowProgress();
+  void ShowRowCount();
   void ShowBusy();
-  QWidget* Focused() const;
   void Lock(bool enabled);
-  void ShowStandby();
+  void ShowAfterBatch();
+  QWidget* Focused() const;
   // Shows or hides a control whose room others take.
   void SetShown(QWidget* control, bool shown);
 
-  StatusBoard& board_;
+  Activity& activity_;
+  const FileList& files_;
   MainControls& c_;
   MainLayout& layout_;
   JobBinding& job_;
   bool shownBusy_ = false;
-  QPointer<QWidget> focusBefore_;  // had the focus when work began, or is to have it afterwards
+  QPointer<QWidget> focusBefore_;  // had the focus when work began
   QPointer<QWidget> focusDuring_;  // got it from there
-  quint32 shownColour_ = 0;
-  double shownProgress_ = 0;
+  Tone shownTone_ = Tone::Note;
 };
 
 }  // namespace zentorin

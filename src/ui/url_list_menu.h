@@ -9,8 +9,7 @@ namespace zentorin {
 
 class LineListView;
 
-// The mouse and the keys of the URL list: `mnuContext_TargetUrl`, double-click and shortcuts. Both
-// references outlive it.
+// The mouse and the keys of the URL list: `mnuContext_TargetUrl`, shortcuts.
 class UrlListMenu : public QObject {
   Q_OBJECT
 

@@ -2,10 +2,11 @@
 #include "ui/window_program.h"
 
 #include "app/auto_run.h"
+#include "app/closing.h"
 #include "app/command_line.h"
-#include "app/exit_status.h"
 #include "app/start_up.h"
 #include "app/workspace.h"
+#include "download/run_outcome.h"
 #include "ui/frm_main.h"
 
 namespace zentorin {
@@ -14,12 +15,11 @@ WindowProgram::WindowProgram(Workspace& workspace, AutoRun& autoRun, frmMain& wi
     : workspace_(workspace), autoRun_(autoRun), window_(window) {
   connect(&autoRun, &AutoRun::Finished, this, &WindowProgram::TakeOutcome);
   connect(&autoRun, &AutoRun::Finished, this, [this] {
-    claims_ = true;
-    ClaimOpenList();
+    locks_ = true;
+    LockOpenList();
   });
-  connect(&workspace.urlList, &UrlList::CurrentListFileChanged, this,
-          &WindowProgram::ClaimOpenList);
-  connect(&claim_, &ListClaim::RaiseRequested, this, [this](const QByteArray& token) {
+  connect(&workspace.urlList, &UrlList::CurrentListFileChanged, this, &WindowProgram::LockOpenList);
+  connect(&lock_, &WindowLock::RaiseRequested, this, [this](const QByteArray& token) {
     if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
     window_.ComeForward();
   });
@@ -40,43 +40,38 @@ QCoro::Task<void> WindowProgram::Run(QStringList arguments) {
     window_.PlaceBySettings();
     if (!toTray) window_.show();
   };
-  claims_ = !line.autoMode;
+  locks_ = !line.autoMode;
   const bool started = co_await StartUp(workspace_, autoRun_, line, layOut);
   // After a fault the window stays open with what has been loaded so far.
   if (started) window_.FinishStartUp(line.debugMode);
   if (started) co_return;
-  claims_ = true;
-  ClaimOpenList();
+  locks_ = true;
+  LockOpenList();
   if (!window_.isVisible()) window_.show();
 }
 
-void WindowProgram::ClaimOpenList() {
-  if (claims_) claim_.Take(workspace_.urlList.CurrentListFile());
+void WindowProgram::LockOpenList() {
+  if (locks_) lock_.Acquire(workspace_.urlList.CurrentListFile());
 }
 
 QCoro::Task<bool> WindowProgram::IsOpenElsewhere(const CommandLine& line) {
   if (line.autoMode || line.files.isEmpty()) co_return false;
   const QString path = FindListFile(line.files.last(), workspace_.drives);
-  if (claim_.Take(path)) co_return false;
-  const bool raised = co_await claim_.RaiseHolder(path);
+  if (lock_.Acquire(path)) co_return false;
+  const bool raised = co_await lock_.RaiseHolder(path);
   co_return raised;
 }
 
 void WindowProgram::Stop() {
   exitStatus_ = kExitCancelled;
-  workspace_.driver.CancelCommand();
+  CancelWork(workspace_, autoRun_);
   window_.close();
 }
 
 // The window's own commands are judged by the person before it; an unattended run tells its
 // outcome.
-void WindowProgram::TakeOutcome(bool ran) {
-  if (exitStatus_ == kExitCancelled) return;
-  if (!ran || workspace_.driver.WasCancelled()) {
-    exitStatus_ = kExitCancelled;
-  } else {
-    exitStatus_ = workspace_.driver.AnyFailure() ? kExitFailures : kExitDone;
-  }
+void WindowProgram::TakeOutcome(const RunOutcome& outcome) {
+  if (exitStatus_ != kExitCancelled) exitStatus_ = ExitStatusOf(outcome);
 }
 
 }  // namespace zentorin

@@ -6,43 +6,41 @@
 
 #include <QCoro/QCoroTask>
 
-#include "ui/list_claim.h"
+#include "app/list_lock.h"
 
 namespace zentorin {
 
 class AutoRun;
 struct CommandLine;
+struct RunOutcome;
 class Workspace;
 class frmMain;
 
-// The life of the program with a window: start-up, the time in which the window lives, and the exit
-// status. A start whose list is open in another window brings that one forward and ends. All
-// references outlive it.
+// The life of the program with a window. A start whose list is open in another window brings that
+// one forward and ends.
 class WindowProgram : public QObject {
   Q_OBJECT
 
  public:
   WindowProgram(Workspace& workspace, AutoRun& autoRun, frmMain& window);
 
-  // Starts up with the program's arguments, without its own name.
-  QCoro::Task<void> Run(QStringList arguments);
-  // A stop from outside: cancels what works and closes the window.
-  void Stop();
+  QCoro::Task<void> Run(QStringList arguments);  // without the program's own name
+  void Stop();                                   // from outside
 
  Q_SIGNALS:
   void Ended(int exitStatus);
 
  private:
-  void TakeOutcome(bool ran);
-  void ClaimOpenList();
+  void TakeOutcome(const RunOutcome& outcome);
+  void LockOpenList();
   QCoro::Task<bool> IsOpenElsewhere(const CommandLine& line);
 
   Workspace& workspace_;
   AutoRun& autoRun_;
   frmMain& window_;
-  ListClaim claim_;
+  WindowLock lock_;
   // An armed run does not mind a window on its list, and counts as none until it has finished.
-  bool claims_ = false;
+  bool locks_ = false;
   int exitStatus_ = 0;
 };
 

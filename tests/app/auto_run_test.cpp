@@ -2,13 +2,12 @@
 #include "app/auto_run.h"
 
 #include <QCoro/QCoroSignal>
-#include <gtest/gtest.h>
 
+#include "app/closing.h"
 #include "app/command_line.h"
 #include "app/list_lock.h"
 #include "app/program_title.h"
-#include "tests/support/fake_workspace.h"
-#include "tests/support/loopback_server.h"
+#include "tests/support/workspace_test.h"
 
 namespace zentorin::test {
 
@@ -17,17 +16,18 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // A workspace with an empty list open at 23:30:05, and everything that an armed run says.
-class AutoRunTest : public testing::Test {
+class AutoRunTest : public WorkspaceTest {
  protected:
   AutoRunTest() {
-    urls.SetCurrentListFile(home.Write("nightly.dat", ""));
+    urlList.SetCurrentListFile(home.Write("nightly.dat", ""));
     QObject::connect(&run, &AutoRun::TitleChanged,
                      [this](const QString& text) { said.append(text); });
     QObject::connect(&run, &AutoRun::TrayTipChanged, [this](const QString& text) { tip = text; });
     QObject::connect(&run, &AutoRun::MoveToTrayRequested, [this] { said.append("tray"); });
     QObject::connect(&run, &AutoRun::RestoreFromTrayRequested, [this] { said.append("restore"); });
-    QObject::connect(&run, &AutoRun::Finished,
-                     [this](bool ran) { said.append(ran ? "ran" : "abandoned"); });
+    QObject::connect(&run, &AutoRun::Finished, [this](const RunOutcome& outcome) {
+      said.append("status " + QString::number(ExitStatusOf(outcome)));
+    });
   }
 
   void Arm(const char* commandLine) {
@@ -35,25 +35,19 @@ class AutoRunTest : public testing::Test {
   }
   // What the tick at that time of day says.
   QString TickAt(int hour, int minute, int second) {
-    w.clock.now.setTime({hour, minute, second});
+    clock.now.setTime({hour, minute, second});
     said.clear();
     run.Tick();
     return said.join(u'|');
   }
   void TickToTheEnd() {
     run.Tick();
-    if (run.CurrentPhase() != AutoRun::Phase::Idle) {
+    if (run.CurrentState() != AutoRun::State::Idle) {
       QCoro::waitFor(qCoro(&run, &AutoRun::Finished));
     }
   }
 
-  TempDir home;
-  LoopbackServer server;
-  FakeWorkspace w{home, server.ConnectTo()};
-  UrlList& urls = w.workspace.urlList;
-  RunDriver& driver = w.workspace.driver;
-  const StatusBoard& board = w.workspace.board;
-  AutoRun run{w.workspace};
+  AutoRun run{workspace};
   QStringList said;
   QString tip;
 };
@@ -73,72 +67,63 @@ TEST_F(AutoRunTest, StartsAtOnceWhenTheTimeHasPassedTodayAndReturnsToRest) {
     said.clear();
     Arm(line);
     TickToTheEnd();
-    EXPECT_EQ(said, QStringList({"tray", "ダウンロード実行中", "restore", ProductTitle(), "ran"}));
+    EXPECT_EQ(said,
+              QStringList({"tray", "ダウンロード実行中", "restore", ProductTitle(), "status 0"}));
     EXPECT_EQ(tip, "ダウンロード実行中");
-    EXPECT_EQ(home.Read("log.txt"),
-              "-- 2024/05/01 23:30:05 ----\r\nStart - \x88\xEA\x8A\x87\r\n"
-              "\r\n\r\n");
-    EXPECT_FALSE(board.GetStandby().visible);
+    EXPECT_EQ(home.Read("log.txt").count("Start"), 1);
+    EXPECT_FALSE(activity.Now().afterBatch.offered);
     EXPECT_FALSE(run.TrayMode());
     EXPECT_TRUE(driver.AfterBatchAction().isEmpty());
   }
-  EXPECT_TRUE(w.power.performed.isEmpty());
 }
 
-TEST_F(AutoRunTest, ACancelEndsTheCountdownAtOnce) {
-  for (const char* const line : {"-a 23:59 -q s -tasktray", "-a -q s -tasktray"}) {
+TEST_F(AutoRunTest, ACancelOrADownloadThatIsAgreedToEndsTheCountdownWithItsPresets) {
+  using Case = std::pair<const char*, bool>;
+  for (const auto& [line, byDownload] : {Case("-a 23:59 -q s -tasktray", false),
+                                         Case("-a -q s", false), Case("-a 23:59 -q", true)}) {
     Arm(line);
     said.clear();
-    driver.CancelCommand();
-    QCoro::waitFor(qCoro(&run, &AutoRun::Finished));
-    EXPECT_EQ(said, QStringList({ProductTitle(), "abandoned"}));
-    EXPECT_FALSE(w.workspace.state.CancelRequested());
-    EXPECT_EQ(board.CancelCaption(), "キャンセル");
+    if (!byDownload) {
+      CancelWork(workspace, run);
+    } else {
+      messages.answers = {MessageBox::Answer::Cancel};
+      QCoro::waitFor(driver.DownloadCommand(true));
+      EXPECT_EQ(activity.Now().phase, Phase::Armed);
+      EXPECT_EQ(said, QStringList());
+      QCoro::waitFor(driver.DownloadCommand(true));
+    }
+    EXPECT_EQ(said, QStringList({ProductTitle(), "status 130"}));
+    EXPECT_EQ(activity.Now().phase, Phase::Resting);
     EXPECT_TRUE(driver.AfterBatchAction().isEmpty());
     EXPECT_EQ(TickAt(23, 30, 5), "") << "nothing is armed any more";
-    EXPECT_TRUE(home.Read("log.txt").isNull());
   }
 }
 
-TEST_F(AutoRunTest, ACommandBesideTheCountdownLeavesItsButtonUntilItTakesThePresetsWithIt) {
-  Arm("-a 23:59 -q");
-  said.clear();
-  w.messages.answers = {MessageBox::Answer::Cancel};
-  QCoro::waitFor(driver.DownloadCommand(true));
-  EXPECT_TRUE(board.CancelShown() && board.CancelEnabled());
-  EXPECT_EQ(said, QStringList());
-  QCoro::waitFor(driver.DownloadCommand(true));
-  EXPECT_EQ(said, QStringList({ProductTitle(), "abandoned"}));
-  EXPECT_FALSE(board.CancelShown());
-}
-
-TEST_F(AutoRunTest, ACancelEndsTheCountdownAndTheCommandBesideIt) {
-  server.Route("/0", Answer().Ends(Answer::Ending::Silent));
-  for (int job = 0; job < 2; ++job) {
-    TargetUrlItem item;
-    item.Set(TargetUrlItem::Root, u"http://site.test/%1"_s.arg(job));
-    item.Set(TargetUrlItem::FilePattern, "(a)");
-    urls.InsertBelow(job - 1, item);
-  }
+TEST_F(AutoRunTest, ACancelledCrawlLeavesTheStartTimeArmed) {
+  server.Route("/", Answer().Ends(Answer::Ending::Silent));
+  TargetUrlItem item;
+  item.Set(TargetUrlItem::Root, "http://site.test/");
+  item.Set(TargetUrlItem::FilePattern, "(a)");
+  urlList.InsertBelow(-1, item);
+  urlList.Select(0);
   Arm("-a 23:59");
-  QObject::connect(&run, &AutoRun::Finished, [this] {
-    EXPECT_TRUE(driver.IsRunning() && board.CancelShown()) << "the command unwinds behind it";
-  });
-  const auto command = driver.DownloadCommand(true);
-  driver.CancelCommand();
+  const auto command = driver.GenerateCommand(false);
+  EXPECT_EQ(activity.Now().phase, Phase::Listing);
+  CancelWork(workspace, run);
   QCoro::waitFor(command);
-  EXPECT_EQ(said, QStringList({ProductTitle(), "abandoned"}));
-  EXPECT_EQ(server.Hits("/1"), 0);
-  EXPECT_FALSE(board.CancelShown() || w.workspace.state.CancelRequested());
+  EXPECT_EQ(activity.Now().phase, Phase::Armed);
+  EXPECT_EQ(TickAt(23, 58, 59), "00:01 - 開始までの時間");
+  CancelWork(workspace, run);
+  EXPECT_EQ(activity.Now().phase, Phase::Resting);
 }
 
 TEST_F(AutoRunTest, KeepsOtherRunsOffTheListThatIsOpenWhenItRuns) {
-  const QString nightly = urls.CurrentListFile();
+  const QString nightly = urlList.CurrentListFile();
   const QString opened = home.Write("opened.dat", "");
-  ListLock other;
+  RunLock other;
   Arm("-a");
   EXPECT_FALSE(other.Acquire(nightly, home.Path()));
-  urls.SetCurrentListFile(opened);
+  urlList.SetCurrentListFile(opened);
   const auto watch = QObject::connect(&run, &AutoRun::TrayTipChanged, [&] {
     EXPECT_TRUE(other.Acquire(nightly, home.Path()));
     EXPECT_FALSE(other.Acquire(opened, home.Path()));
@@ -148,14 +133,14 @@ TEST_F(AutoRunTest, KeepsOtherRunsOffTheListThatIsOpenWhenItRuns) {
 
   ASSERT_TRUE(other.Acquire(opened, home.Path())) << "at rest nothing is held";
   EXPECT_FALSE(run.Arm(CommandLine()));
-  urls.SetCurrentListFile(nightly);
+  urlList.SetCurrentListFile(nightly);
   Arm("-a");
-  urls.SetCurrentListFile(opened);
+  urlList.SetCurrentListFile(opened);
   said.clear();
   TickToTheEnd();
-  EXPECT_EQ(w.messages.Texts(), QStringList("エラー発生|" + ListInUseText(opened)));
-  EXPECT_EQ(said, QStringList({ProductTitle(), "abandoned"}));
-  EXPECT_FALSE(board.CancelShown());
+  EXPECT_EQ(messages.Texts(), QStringList("エラー発生|" + ListInUseText(opened)));
+  EXPECT_EQ(said, QStringList({ProductTitle(), "status 1"}));
+  EXPECT_EQ(activity.Now().phase, Phase::Resting);
 }
 
 }  // namespace

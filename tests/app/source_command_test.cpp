@@ -1,33 +1,26 @@
 // SPDX-License-Identifier: MIT
 #include "app/source_command.h"
 
-#include <gtest/gtest.h>
-
 #include "app/file_list_commands.h"
 #include "app/url_list_commands.h"
-#include "base/wait.h"
-#include "tests/support/fake_workspace.h"
-#include "tests/support/loopback_server.h"
+#include "tests/support/workspace_test.h"
 
 namespace zentorin::test {
 namespace {
 
-class SourceCommandTest : public testing::Test {
+class SourceCommandTest : public WorkspaceTest {
  protected:
   void AddJob(const QString& root) {
-    TargetUrlItem job;
-    job.Set(TargetUrlItem::Root, root);
-    workspace.urlList.InsertBelow(workspace.urlList.Count() - 1, job);
-    workspace.urlList.Select(workspace.urlList.Count() - 1);
+    TargetUrlItem item;
+    item.Set(TargetUrlItem::Root, root);
+    urlList.InsertBelow(urlList.Count() - 1, item);
+    urlList.Select(urlList.Count() - 1);
   }
 
-  LoopbackServer server;
-  TempDir home;
-  FakeWorkspace w{home, server.ConnectTo()};
-  Workspace& workspace = w.workspace;
-  QStringList& opened = w.opener.opened;
+  SourceCommand& source = workspace.source;
+  QStringList& opened = opener.opened;
   UrlListCommands jobs{workspace};
-  FileListCommands files{workspace};
+  FileListCommands rows{workspace};
 };
 
 TEST_F(SourceCommandTest, ShowsThePageOfTodaysRootAddress) {
@@ -39,59 +32,48 @@ TEST_F(SourceCommandTest, ShowsThePageOfTodaysRootAddress) {
   QCoro::waitFor(jobs.OpenSource());
   const QString address = "http://sample.test/20240501.html";
   EXPECT_EQ(opened, QStringList({"default:" + address, "text:" + address + ":<p>text"}));
-  EXPECT_FALSE(workspace.board.CancelShown());
-  EXPECT_TRUE(w.messages.boxes.empty());
+  EXPECT_EQ(activity.Now().phase, Phase::Resting);
+  EXPECT_TRUE(messages.boxes.empty());
 }
 
 TEST_F(SourceCommandTest, SaysOnlyThatAnAddressIsNoGood) {
   FileListRow row;
   row.Set(FileListRow::Link, "none");
   row.Set(FileListRow::BaseDir, "http://sample.test/d");
-  workspace.files.Append(row, true);
-  const QString status = workspace.board.Status();
-  QCoro::waitFor(files.OpenSource());
-  EXPECT_EQ(w.messages.Texts(),
+  files.Append(row, true);
+  QCoro::waitFor(rows.OpenSource());
+  EXPECT_EQ(messages.Texts(),
             QStringList("|このＵＲＬは無効です。\r\n\r\nhttp://sample.test/d/none"));
   AddJob(QString());
   QCoro::waitFor(jobs.OpenSource());
-  EXPECT_EQ(w.messages.Texts().last(), "|このＵＲＬは無効です。\r\n\r\n");
-  EXPECT_EQ(workspace.board.Status(), status);
+  EXPECT_EQ(messages.Texts().last(), "|このＵＲＬは無効です。\r\n\r\n");
+  EXPECT_EQ(activity.Now().said, 0);
   EXPECT_TRUE(opened.isEmpty());
 }
 
-TEST_F(SourceCommandTest, EndsInSilenceWithTheCancelAndCanBeginAgain) {
+TEST_F(SourceCommandTest, OnePageIsFetchedAtATimeAlsoBesideARunUntilTheCancel) {
+  const QString fast = "http://sample.test/fast";
+  const QString slow = "http://sample.test/slow";
   server.Route("/slow", Answer::Text("x").Ends(Answer::Ending::Silent));
   server.Route("/fast", Answer::Text("y"));
-  SourceCommand& source = workspace.source;
-  const auto task = source.Show("http://sample.test/slow");
-  EXPECT_TRUE(source.IsRunning());
-  EXPECT_TRUE(workspace.board.CancelShown());
-  QCoro::waitFor(source.Show("http://sample.test/fast"));
-  EXPECT_TRUE(opened.isEmpty()) << "one page at a time";
-  QCoro::waitFor(workspace.driver.PowerActionCountdown());
-  QCoro::waitFor(YieldToEventLoop());
-  EXPECT_TRUE(workspace.board.CancelShown()) << "a run beside it took the button away";
-  workspace.driver.CancelCommand();
+  const auto task = source.Show(slow);
+  QCoro::waitFor(source.Show(fast));
+  EXPECT_TRUE(opened.isEmpty());
+  QCoro::waitFor(driver.BatchCommand());
+  EXPECT_EQ(activity.Now().phase, Phase::FetchingPage) << "a run beside it changes nothing";
+  source.Cancel();
   QCoro::waitFor(task);
   EXPECT_FALSE(source.IsRunning());
-  EXPECT_FALSE(workspace.board.CancelShown());
-  EXPECT_EQ(workspace.board.CancelCaption(), "キャンセル");
-  EXPECT_TRUE(w.messages.boxes.empty());
-  QCoro::waitFor(source.Show("http://sample.test/fast"));
-  EXPECT_EQ(opened.size(), 1);
-}
+  EXPECT_EQ(activity.Now().phase, Phase::Resting);
+  EXPECT_TRUE(messages.boxes.empty());
 
-TEST_F(SourceCommandTest, GoesOnBesideARunAndLeavesItsCancelButton) {
-  server.Route("/fast", Answer::Text("y"));
-  server.Route("/slow", Answer::Text("x").Ends(Answer::Ending::Silent));
-  AddJob("http://sample.test/slow");
-  workspace.job.Edit(TargetUrlItem::FilePattern, "(a)");
-  const auto run = workspace.driver.GenerateCommand(false);
-  QCoro::waitFor(workspace.source.Show("http://sample.test/fast"));
+  AddJob(slow);
+  job.Edit(TargetUrlItem::FilePattern, "(a)");
+  const auto run = driver.GenerateCommand(false);
+  QCoro::waitFor(source.Show(fast));
   EXPECT_EQ(opened.size(), 1);
-  EXPECT_TRUE(workspace.driver.IsRunning());
-  EXPECT_TRUE(workspace.board.CancelShown());
-  workspace.driver.CancelCommand();
+  EXPECT_EQ(activity.Now().phase, Phase::Listing);
+  driver.CancelCommand();
   QCoro::waitFor(run);
 }
 

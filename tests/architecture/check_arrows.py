@@ -13,6 +13,8 @@ import sys
 FLOORS = [["base"], ["net", "jobs", "launch", "power"], ["crawl"], ["download"], ["download/stream"], ["app"],
           ["terminal", "ui/widgets"], ["ui/dialogs"], ["ui"]]
 FLOOR_OF = {room: floor for floor, rooms in enumerate(FLOORS) for room in rooms}
+# The program's two faces know nothing of each other.
+FACES = ("terminal", "ui")
 CORE_FLOORS = FLOOR_OF["app"]  # the floors below this one are zentorin_core
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"(?P<own>[^"]+)"|<(?P<system>[^>]+)>)')
@@ -25,7 +27,8 @@ def own_fault(room, header):
         return None  # made by moc and uic
     if other not in FLOOR_OF:
         return f'"{header}" is in no room; includes name the room and the file'
-    if other != room and FLOOR_OF[other] >= FLOOR_OF[room]:
+    faces = {part for part in (room.partition("/")[0], other.partition("/")[0]) if part in FACES}
+    if other != room and (FLOOR_OF[other] >= FLOOR_OF[room] or len(faces) == 2):
         return f"{room}/ may not include {other}/ ({header})"
     return None
 

@@ -22,42 +22,43 @@ TEST_F(Generator, FollowsLinksDepthFirstDownToTheChosenDepth) {
                                      std::pair("2", "r.mp3 c.mp3 a.mp3 b.mp3"),
                                      std::pair("9", "r.mp3 d.mp3 c.mp3 a.mp3 b.mp3")}) {
     Set(TargetUrlItem::Depth, depth);
-    Generate();
-    ExpectLinks(links, depth);
+    EXPECT_FALSE(Generate().failed);
+    EXPECT_EQ(Links(), links) << depth;
+    EXPECT_EQ(activity.Now().found, files.Count());
   }
-  EXPECT_EQ(server_.Hits("/d.html"), 1);
-  EXPECT_EQ(files_.SelectedCount(), files_.Count());
-  EXPECT_EQ(files_.CurrentRow(), files_.Count() - 1);
-  EXPECT_TRUE(messages_.Texts().isEmpty());
-  EXPECT_FALSE(failed_);
+  EXPECT_EQ(server.Hits("/d.html"), 1);
+  EXPECT_EQ(files.SelectedCount(), files.Count());
+  EXPECT_EQ(files.CurrentRow(), files.Count() - 1);
+  EXPECT_TRUE(messages.Texts().isEmpty());
 }
 
 TEST_F(Generator, RowsTellWhereALinkWasFoundAndWhereItLeads) {
-  Page("/", "d/p.html");
-  Page("/d/p.html", "../f.mp3 /g.mp3");
+  Set(TargetUrlItem::Root, "http://h.test/{yyyymmdd}/");
+  server.Route("/20240501/", Answer::Redirect("http://h.test/new/index.html"));
+  Page("/new/index.html", "f.mp3 /new/d/p.html");
+  Page("/new/d/p.html", "../e.mp3 /g.mp3");
   Generate();
   EXPECT_EQ(Rows(),
-            "|-|     -|../f.mp3|~/d|~/d/p.html|~/f.mp3\n"
-            "|-|     -|/g.mp3|~/d|~/d/p.html|~/g.mp3");
+            "|-|     -|f.mp3|~/new|~/new/index.html|~/new/f.mp3\n"
+            "|-|     -|../e.mp3|~/new/d|~/new/d/p.html|~/new/e.mp3\n"
+            "|-|     -|/g.mp3|~/new/d|~/new/d/p.html|~/g.mp3");
+  EXPECT_EQ(Short(job.RootBase()), "~/20240501");
 }
 
-TEST_F(Generator, ListsThePagesThemselvesWhenAsked) {
-  Page("/", "a.html x.zip http://h.test/b.html#top");
-  Page("/b.html", "a.html");
+TEST_F(Generator, ListsThePagesThemselvesOnceAlsoUnderAnAddressThatALongerOneEndsWith) {
+  Page("/",
+       "a.html x.zip A.HTML ./a.html a.html#x go?to=http://h.test/b.html b.html #top "
+       "http://h.test/c.html#top");
+  Page("/a.html", "/ a.html");
   Set(TargetUrlItem::FilePattern, "(");
-  EXPECT_EQ(Generate(true), GenerateResult::Finished);
+  EXPECT_FALSE(Generate(true).failed);
   EXPECT_EQ(Rows(),
             "||    -|~/|~||~/\n"
             "||    -|a.html|~|~/|~/a.html\n"
-            "||    -|~/b.html|~|~/|~/b.html");
-  EXPECT_EQ(board_.FileCount(), "3");
-  EXPECT_TRUE(messages_.Texts().isEmpty()) << "the file pattern is not used";
-}
-
-TEST_F(Generator, CrawlsAPageOnceAlsoUnderAnAddressThatALongerOneEndsWith) {
-  Page("/", "a.html A.HTML ./a.html a.html#x go?to=http://h.test/b.html b.html #top");
-  Generate(true);
-  EXPECT_EQ(Links(), "~/ a.html go?to=~/b.html");
+            "||    -|go?to=~/b.html|~|~/|~/go?to=~/b.html\n"
+            "||    -|~/c.html|~|~/|~/c.html");
+  EXPECT_EQ(activity.Now().found, 4);
+  EXPECT_TRUE(messages.Texts().isEmpty()) << "the file pattern is not used";
 }
 
 TEST_F(Generator, StaysUnderTheRootByTheTextOfAddresses) {
@@ -71,57 +72,42 @@ TEST_F(Generator, StaysUnderTheRootByTheTextOfAddresses) {
   EXPECT_EQ(Links(),
             "~/s/index.html q.html http://o.test/?r=~/s/index.html "
             "//o.test/3.html d/p.html http://o.test/1.html");
-}
-
-TEST_F(Generator, KeepsOnlyFilesWhoseDirectoryIsPartOfTheStartAddress) {
-  Set(TargetUrlItem::Root, "http://h.test/s/index.html");
   Set(TargetUrlItem::SubPattern, "");
-  Check(TargetUrlItem::OnlyUnderRoot);
   Page("/s/index.html",
        "a.mp3 ../b.mp3 http://h.test/s/c.mp3 HTTP://H.TEST/S/d.mp3 http://h.test/s/d/e.mp3 "
        "http://o.test/f.mp3 //o.test/g.mp3");
   Generate();
-  EXPECT_EQ(Links(), "a.mp3 ../b.mp3 ~/s/c.mp3 HTTP://H.TEST/S/d.mp3 //o.test/g.mp3");
+  EXPECT_EQ(Links(), "a.mp3 ../b.mp3 ~/s/c.mp3 HTTP://H.TEST/S/d.mp3 //o.test/g.mp3")
+      << "those whose directory is a part of the start address";
 }
 
-TEST_F(Generator, StartsFromTheAddressThatAnswered) {
-  Set(TargetUrlItem::Root, "http://h.test/old/");
-  server_.Route("/old/", Answer::Redirect("http://h.test/new/index.html"));
-  Page("/new/index.html", "f.mp3");
-  Generate();
-  EXPECT_EQ(Rows(), "|-|     -|f.mp3|~/new|~/new/index.html|~/new/f.mp3");
-  EXPECT_EQ(Short(job_.RootBase()), "~/old");
-}
-
-TEST_F(Generator, ExpandsDatesInTheRootByTheClock) {
-  Set(TargetUrlItem::Root, "http://h.test/{yyyymmdd}/");
-  Page("/20240501/", "f.mp3");
-  Generate();
-  EXPECT_EQ(Links(), "f.mp3");
-}
-
-TEST_F(Generator, WithoutPatternsListsTheRootAlone) {
+TEST_F(Generator, AsksNoServerWithoutPatternsOrForADateFormatJob) {
   Set(TargetUrlItem::SubPattern, "");
   Set(TargetUrlItem::FilePattern, "");
-  EXPECT_EQ(Generate(), GenerateResult::Finished);
-  ASSERT_EQ(files_.Count(), 1);
-  EXPECT_EQ(files_.Row(0).ToText(), "\t\thttp://h.test/");
-  EXPECT_TRUE(server_.Requests().isEmpty());
+  EXPECT_FALSE(Generate().failed);
+  EXPECT_EQ(Rows(), "||~/");
+  Set(TargetUrlItem::FilePattern, "x");
+  Set(TargetUrlItem::Opt, "1");
+  files.Append(FileListRow::FromText("\t\t\tx"));
+  EXPECT_FALSE(Generate().failed);
+  EXPECT_EQ(Links().trimmed(), "x");
+  EXPECT_TRUE(server.Requests().isEmpty());
 }
 
 TEST_F(Generator, PassesOverPagesThatCannotBeFetched) {
   Page("/", "dead.html cut.html a.html");
-  server_.Route("/cut.html", Answer::Text("<a href=\"x.mp3\">").Ends(Answer::Ending::CutOff, 4));
+  server.Route("/cut.html", Answer::Text("<a href=\"x.mp3\">").Ends(Answer::Ending::CutOff, 4));
   Page("/a.html", "a.mp3");
   for (const char* depth : {"1", "2"}) {
     Set(TargetUrlItem::Depth, depth);
-    EXPECT_EQ(Generate(), GenerateResult::Finished);
+    EXPECT_FALSE(Generate().failed);
     EXPECT_EQ(Links(), "a.mp3");
   }
-  EXPECT_TRUE(messages_.Texts().isEmpty());
+  EXPECT_TRUE(messages.Texts().isEmpty());
 }
 
-TEST_F(Generator, TellsWhyThereIsNoList) {
+TEST_F(Generator, TellsOnceWhyThereIsNoList) {
+  server.Route("/", Answer::Text(("<a " + QByteArray(60, 'x') + '>').repeated(20)));
   // Root, the two patterns, and how the message begins.
   using Case = std::tuple<const char*, const char*, const char*, const char*>;
   for (const auto& [root, subPattern, filePattern, message] :
@@ -129,84 +115,48 @@ TEST_F(Generator, TellsWhyThereIsNoList) {
              "Zentorin|URL が見つかりません！\r\n\r\nhttp://h.test/{yyyy}/"),
         Case("http://h.test/", "a(", "b", "エラー発生|正規表現「a(」"),
         Case("http://h.test/", "a", "[", "エラー発生|正規表現「[」"),
-        Case("", "a", "b", "Zentorin|URL が空白です！")}) {
+        Case("", "a", "b", "Zentorin|URL が空白です！"),
+        Case("http://h.test/", "y", "^<a (x+x+)+[yz]", "エラー発生|正規表現「^<a (x+x+)+[yz]」")}) {
     Set(TargetUrlItem::Root, root);
     Set(TargetUrlItem::SubPattern, subPattern);
     Set(TargetUrlItem::FilePattern, filePattern);
-    messages_.boxes.clear();
-    EXPECT_EQ(Generate() == GenerateResult::Refused, *root == 0);
-    EXPECT_EQ(failed_, *root != 0);
-    EXPECT_TRUE(messages_.Texts().join(u'|').startsWith(message)) << message;
+    messages.boxes.clear();
+    const ListOutcome outcome = Generate();
+    EXPECT_EQ(outcome.refusal == ListOutcome::Refusal::NoRootUrl, *root == 0);
+    EXPECT_EQ(outcome.failed, *root != 0);
+    ASSERT_EQ(messages.boxes.size(), 1U) << message;
+    EXPECT_TRUE(messages.Texts()[0].startsWith(message)) << messages.Texts()[0].toStdString();
   }
-  EXPECT_EQ(server_.Hits("/"), 0) << "a bad expression asks no server";
-}
-
-TEST_F(Generator, AsksForASelectedJob) {
-  QList<FocusTarget> focus;
-  QObject::connect(&board_, &StatusBoard::FocusRequested,
-                   [&focus](FocusTarget target) { focus << target; });
-  urlList_.ReplaceAll({});
-  urlList_.Select(-1);
-  for (const char* description : {"", "x"}) {
-    Set(TargetUrlItem::Description, description);
-    for (const auto field :
-         {TargetUrlItem::Root, TargetUrlItem::SubPattern, TargetUrlItem::FilePattern}) {
-      Set(field, "");
-    }
-    EXPECT_EQ(Generate(), GenerateResult::Refused);
+  EXPECT_EQ(server.Hits("/"), 1) << "a bad expression asks no server";
+  urlList.Select(-1);
+  messages.boxes.clear();
+  for (const char* typed : {"", "x"}) {
+    Set(TargetUrlItem::Description, typed);
+    EXPECT_EQ(Generate().refusal, ListOutcome::Refusal::NoJob);
   }
-  EXPECT_EQ(messages_.Texts(), QStringList({"Zentorin|URL リストを選択して下さい。",
-                                            "Zentorin|リストに追加（リストで右クリック→追加（下）"
-                                            "）後に入力して下さい。"}));
-  EXPECT_EQ(focus, QList<FocusTarget>({FocusTarget::UrlList, FocusTarget::UrlList}));
-}
-
-TEST_F(Generator, NamesARunawayExpressionOnceAtTheEnd) {
-  Set(TargetUrlItem::FilePattern, "^<a (x+x+)+[yz]");
-  QByteArray html;
-  for (int i = 0; i < 20; ++i) html += "<a " + QByteArray(60, 'x') + ">";
-  server_.Route("/", Answer::Text(html));
-  EXPECT_EQ(Generate(), GenerateResult::Finished);
-  EXPECT_TRUE(failed_);
-  ASSERT_EQ(messages_.boxes.size(), 1U);
-  EXPECT_TRUE(messages_.Texts()[0].contains("(x+x+)+[yz]"_L1));
+  EXPECT_EQ(messages.Texts(), QStringList({"Zentorin|URL リストを選択して下さい。",
+                                           "Zentorin|リストに追加（リストで右クリック→追加（下）"
+                                           "）後に入力して下さい。"}));
 }
 
 TEST_F(Generator, ACancelKeepsTheRowsFoundSoFar) {
   Page("/", "r.mp3 a.html b.html c.html");
   Page("/a.html", "a.mp3");
   Page("/c.html", "c.mp3");
-  bool shown = false;
-  server_.RouteTo("/b.html", [this, &shown](const ReceivedRequest&) {
-    shown = board_.Busy() && board_.CancelEnabled() && board_.CancelShown() &&
-            board_.ProgressShown() && board_.Progress() > 0 && board_.File() == u"b.html";
-    state_.RequestCancel();
+  CancelSource source;
+  ActivityState met;
+  server.RouteTo("/b.html", [&](const ReceivedRequest&) {
+    met = activity.Now();
+    source.Cancel();
     return Answer().Ends(Answer::Ending::Silent);
   });
-  EXPECT_EQ(Generate(), GenerateResult::Finished);
-  EXPECT_TRUE(shown);
+  EXPECT_FALSE(Generate(false, source).failed);
+  EXPECT_EQ(met.phase, zentorin::Phase::Listing);
+  EXPECT_EQ(met.address, "b.html");
+  EXPECT_GT(met.share, 0);
   EXPECT_EQ(Links(), "r.mp3 a.mp3");
-  EXPECT_EQ(server_.Hits("/c.html"), 0);
-  EXPECT_TRUE(messages_.Texts().isEmpty());
-  EXPECT_FALSE(failed_);
-}
-
-TEST_F(Generator, LeavesABatchItsLockAndItsCancelButton) {
-  Page("/", "r.mp3");
-  state_.SetRunMode("一括");
-  board_.SetBusy(true);
-  board_.SetCancelShown(true);
-  board_.SetCancelEnabled(true);
-  FileListGenerator generator(context_);
-  QCoro::waitFor(generator.Generate(false));
-  EXPECT_TRUE(board_.Busy() && board_.CancelShown() && board_.CancelEnabled());
-}
-
-TEST_F(Generator, LeavesTheListOfADateFormatJobAlone) {
-  Set(TargetUrlItem::Opt, "1");
-  files_.Append(FileListRow::FromText("\t\t\tx"));
-  EXPECT_EQ(Generate(), GenerateResult::Finished);
-  EXPECT_EQ(Links(), "x");
+  EXPECT_EQ(server.Hits("/c.html"), 0);
+  EXPECT_TRUE(messages.Texts().isEmpty());
 }
 
 TEST_F(Generator, SurvivesALongChainOfPages) {
@@ -218,13 +168,12 @@ TEST_F(Generator, SurvivesALongChainOfPages) {
     const QByteArray next = QByteArray::number(page + 1);
     return "<a href=\"/" + next + "\"><a href=\"f" + next + ".mp3\">";
   });
-  MyXMLHttpRequest http(engine, state_);
-  CrawlContext context{http,          state_,   board_, messages_, clock_,
-                       clockOptions_, urlList_, job_,   files_};
-  FileListGenerator generator(context);
-  QCoro::waitFor(generator.Generate(false));
-  EXPECT_EQ(files_.Count(), kPages);
-  EXPECT_EQ(files_.Row(1)[FileListRow::Link], "f5000.mp3");
+  MyXMLHttpRequest http(engine);
+  const CrawlContext c = CrawlContextOf(workspace);
+  FileListGenerator generator({http, c.activity, c.messages, c.clock, c.urlList, c.job, c.files});
+  QCoro::waitFor(generator.Generate(false, {}));
+  EXPECT_EQ(files.Count(), kPages);
+  EXPECT_EQ(files.Row(1)[FileListRow::Link], "f5000.mp3");
   EXPECT_EQ(engine.requests, kPages + 1) << "one request a page";
 }
 

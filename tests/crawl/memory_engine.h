@@ -43,7 +43,6 @@ class MemoryEngine : public HttpEngine {
       co_return block;
     }
     HttpFailure Failure() const override { return HttpFailure::None; }
-    QString FailureText() const override { return {}; }
 
    private:
     QString url_;

@@ -3,42 +3,28 @@
 
 #include <QDirIterator>
 
-#include <gtest/gtest.h>
-
-#include "base/display_clock.h"
-#include "base/drives.h"
-#include "base/run_state.h"
-#include "base/status_board.h"
-#include "crawl/file_list.h"
-#include "crawl/file_list_generator.h"
-#include "download/run_driver.h"
-#include "jobs/job_editor.h"
-#include "jobs/log_file.h"
-#include "jobs/url_list.h"
-#include "net/curl_http_engine.h"
-#include "net/my_xml_http_request.h"
-#include "tests/support/fakes.h"
-#include "tests/support/loopback_server.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/workspace_test.h"
 
 namespace zentorin::test {
 
-// Everything that a download works with, on a folder of its own and a server that plays every host.
-// The list holds one job, "daily", that saves into "save".
-class DownloadTest : public testing::Test {
+// The list holds one job, "daily": all files of one page, into "save".
+class DownloadTest : public WorkspaceTest {
  protected:
   DownloadTest() {
     options.openFolder = false;
     AddJob("daily", "http://site.test/dir/index.html");
-    urlList.Select(0);
   }
 
+  // It is selected.
   void AddJob(const char* description, const char* root) {
     TargetUrlItem item;
     item.Set(TargetUrlItem::Description, description);
     item.Set(TargetUrlItem::Root, root);
     item.Set(TargetUrlItem::SavePath, "save");
+    item.Set(TargetUrlItem::FilePattern, "href=\"(.+?\\.mp3)\"");
+    item.Set(TargetUrlItem::Depth, "0");
     urlList.InsertBelow(urlList.Count() - 1, item);
+    urlList.Select(urlList.Count() - 1);
   }
 
   void Add(const QString& address, const QString& date = {}) {
@@ -49,17 +35,17 @@ class DownloadTest : public testing::Test {
     files.Append(row);
   }
 
-  void RunRows() {
-    DownloadRun run(context);
-    QCoro::waitFor(run.Run());
-    lastRunFailed = run.LastRunFailed();
+  RunOutcome RunRows(const CancelSource& source = {}) {
+    DownloadRun run(DownloadContextOf(workspace), DownloadRun::Mode::Single, source.Token(),
+                    [](const FinishedRow&) {});
+    return QCoro::waitFor(run.Run());
   }
 
   // Runs one row alone and answers its mark.
   QString MarkOf(const QString& address, const QString& date = {}) {
     files.ClearFileList();
     Add(address, date);
-    RunRows();
+    outcome = RunRows();
     return files.Row(0)[FileListRow::Mark];
   }
 
@@ -86,34 +72,9 @@ class DownloadTest : public testing::Test {
     return names.join(u'|');
   }
 
-  DownloadContext ContextWith(StreamCapture& streams) {
-    return {engine, http,   state,   board,        messages, streams, opener,
-            log,    drives, options, clockOptions, job,      files,   shownClock};
-  }
+  QString Status() const { return activity.Now().message.text; }
 
-  TempDir home;
-  LoopbackServer server;
-  RunState state;
-  StatusBoard board;
-  RecordingMessageBoxes messages;
-  RecordingOpener opener;
-  FakeStreamCapture capture;
-  RecordingPowerControl power;
-  SettableClock clock;
-  Drives drives{home.Path()};
-  LogFile log{home.Path("log.txt"), clock};
-  DownloadOptions options;
-  ClockOptions clockOptions;
-  DisplayClock shownClock{clock, clockOptions};
-  UrlList urlList;
-  JobEditor job{urlList};
-  FileList files;
-  CurlHttpEngine engine{state, server.ConnectTo()};
-  MyXMLHttpRequest http{engine, state};
-  DownloadContext context = ContextWith(capture);
-  CrawlContext crawl{http, state, board, messages, shownClock, clockOptions, urlList, job, files};
-  FileListGenerator generator{crawl};
-  bool lastRunFailed = false;
+  RunOutcome outcome;  // of the last MarkOf()
 };
 
 }  // namespace zentorin::test

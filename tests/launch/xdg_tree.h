@@ -23,6 +23,11 @@ class XdgTree : public TempDir {
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
   }
+  // An entry of the user's; `lines` come after its type.
+  void AddEntry(const QString& name, const QByteArray& lines) const {
+    Write("data/applications/" + name + ".desktop",
+          "[Desktop Entry]\nType=Application\n" + lines + '\n');
+  }
   // A command and the entry in data-system/ that starts it with `codes`; `lines` are further lines
   // of the entry.
   void AddProgram(const QString& name, const QByteArray& codes = "%f",

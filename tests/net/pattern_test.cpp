@@ -4,9 +4,6 @@
 #include <gtest/gtest.h>
 
 namespace zentorin {
-
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 QStringList Found(const QString& expression, const QString& text) {
@@ -19,10 +16,7 @@ TEST(Pattern, GivesTheFirstGroupOfEveryMatchOrTheWholeMatch) {
   EXPECT_EQ(Found("[a-z]+\\.mp3", "A.MP3 b.mp3"), QStringList({"A.MP3", "b.mp3"}));
   EXPECT_EQ(Found("a(b)?(c)", "ac abc"), QStringList({"", "b"}));
   EXPECT_EQ(Found("^(\\w)", "ab\ncd"), QStringList({"a", "c"}));
-  EXPECT_EQ(Found("x", "abc"), QStringList());
-}
-
-TEST(Pattern, AnEmptyMatchMovesOnByOneCharacter) {
+  // An empty match moves on by one character.
   EXPECT_EQ(Found("b*", "abb"), QStringList({"", "bb", ""}));
   EXPECT_EQ(Found("(?=.)", "a𠮷b"), QStringList({"", "", ""}));
 }
@@ -30,8 +24,7 @@ TEST(Pattern, AnEmptyMatchMovesOnByOneCharacter) {
 TEST(Pattern, LongTextsGiveTheSameMatchesAsShortOnes) {
   const QString filler(10'000, u'-');
   EXPECT_EQ(Found("(?<=b)a+|x*?", "baa𠮷"), QStringList({"", "aa", "", ""}));
-  const QStringList found = Found("(?<=b)(a+)", filler + "baa aa ba" + filler);
-  EXPECT_EQ(found, QStringList({"aa", "a"}));
+  EXPECT_EQ(Found("(?<=b)(a+)", filler + "baa aa ba" + filler), QStringList({"aa", "a"}));
   EXPECT_EQ(Found("end", QString(Pattern::kMaxTextLength, u'-') + "end"), QStringList());
 }
 
@@ -44,36 +37,31 @@ TEST(Pattern, AFaultNamesTheExpressionAndThePlace) {
   EXPECT_EQ(Pattern("a").Fault(), u"");
 }
 
-TEST(Pattern, HalfASurrogatePairIsNoRunaway) {
+TEST(Pattern, NeitherHalfASurrogatePairNorADeepExpressionIsARunaway) {
+  Pattern deep("^((a|b)(a|b))*$");
+  EXPECT_EQ(deep.Candidates(QString(50'000, u'a')).size(), 1);
+  EXPECT_EQ(deep.Fault(), u"");
   Pattern pattern("b+");
-  EXPECT_EQ(pattern.Candidates(QChar(0xD800) + u"bb"_s + QChar(0xDC00)), QStringList({"bb"}));
+  EXPECT_EQ(pattern.Candidates(QChar(0xD800) + QString("bb") + QChar(0xDC00)), QStringList({"bb"}));
   EXPECT_EQ(pattern.First(QChar(0xDC00) + QString("b")), u"b");
-  EXPECT_FALSE(pattern.RanAway());
+  EXPECT_EQ(pattern.Fault(), u"");
 }
 
 // Each of these costs minutes or more without the bound.
 TEST(Pattern, ARunawayIsStoppedAndReportedAndGivesUpAfterSome) {
-  const struct {
-    const char* expression;
-    qsizetype length;
-  } rows[] = {{"(a+)+$", 50'000}, {"(a+)+$", 500}, {"(?:q?a.*){4}[x-z]", 60'000}};
-  for (const auto& row : rows) {
-    Pattern pattern(row.expression);
-    const QString text = QString(row.length, u'a') + u'b';
+  using Case = std::pair<const char*, qsizetype>;
+  for (const auto& [expression, length] :
+       {Case("(a+)+$", 50'000), Case("(a+)+$", 500), Case("(?:q?a.*){4}[x-z]", 60'000)}) {
+    Pattern pattern(expression);
+    const QString text = QString(length, u'a') + u'b';
     for (int i = 0; i < Pattern::kMaxRunaways; ++i) {
       EXPECT_FALSE(pattern.GaveUp());
       EXPECT_TRUE(pattern.Candidates(text).isEmpty());
-      EXPECT_TRUE(pattern.Fault().contains(row.expression));
+      EXPECT_TRUE(pattern.Fault().contains(expression));
     }
-    EXPECT_TRUE(pattern.GaveUp()) << row.expression;
+    EXPECT_TRUE(pattern.GaveUp()) << expression;
     EXPECT_TRUE(pattern.Candidates(u"a").isEmpty());
   }
-}
-
-TEST(Pattern, DeepExpressionsNeitherCrashNorCountAsRunaways) {
-  Pattern pattern("^((a|b)(a|b))*$");
-  EXPECT_EQ(pattern.Candidates(QString(50'000, u'a')).size(), 1);
-  EXPECT_FALSE(pattern.RanAway());
 }
 
 }  // namespace

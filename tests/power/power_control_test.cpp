@@ -6,8 +6,8 @@
 #include "base/message_bus.h"
 #include "power/dry_run_power_control.h"
 #include "power/login1_power_control.h"
-#include "tests/download/download_fixture.h"
 #include "tests/support/private_bus.h"
+#include "tests/support/workspace_test.h"
 
 namespace zentorin {
 namespace {
@@ -18,11 +18,11 @@ const QString kLogOff = "ログオフ";
 const QString kError = "org.freedesktop.DBus.Error.";
 const QString kAsked = QString("GetSessionByPID(%1)").arg(::getpid());
 
-class PowerControlTest : public test::DownloadTest {
+class PowerControlTest : public test::WorkspaceTest {
  protected:
   PowerOutcome Perform(const QString& action) {
     services.calls.clear();
-    return QCoro::waitFor(login1.Perform(action, state));
+    return QCoro::waitFor(login1.Perform(action, {}));
   }
   // The calls that an action makes, with the outcome's text where it was refused.
   QString CallsOf(const QString& action) {
@@ -36,12 +36,13 @@ class PowerControlTest : public test::DownloadTest {
   Login1PowerControl login1{bus};
 };
 
-TEST_F(PowerControlTest, EveryActionMakesExactlyItsCallsInOrder) {
+TEST_F(PowerControlTest, EveryActionMakesExactlyItsCallsInOrderAndADryRunTellsTheLastOfThem) {
   const QString session = kAsked + " Get(org.freedesktop.login1.Session,Id)";
+  DryRunPowerControl dry;
+  EXPECT_EQ(dry.KeepAwake(), nullptr);
   const std::pair<QString, QString> cases[] = {
       {kSuspend, "CanSuspend() SuspendWithFlags(16)"},
       {"休止", "CanHibernate() HibernateWithFlags(16)"},
-      {kLogOff, session + " TerminateSession(7)"},
       {"再起動", "CanReboot() RebootWithFlags(16)"},
       {kPowerOff, "CanPowerOff() PowerOffWithFlags(16)"},
       {"閉じる", ""},
@@ -49,7 +50,11 @@ TEST_F(PowerControlTest, EveryActionMakesExactlyItsCallsInOrder) {
   };
   for (const auto& [action, calls] : cases) {
     EXPECT_EQ(CallsOf(action), calls) << action.toStdString();
+    const QString said = QCoro::waitFor(dry.Perform(action, {})).text;
+    EXPECT_TRUE(said.contains(calls.section(u' ', 1))) << said.toStdString();
+    EXPECT_EQ(said.isEmpty(), calls.isEmpty());
   }
+  EXPECT_EQ(CallsOf(kLogOff), session + " TerminateSession(7)");
   for (const char* answer : {"inhibited", "inhibitor-blocked"}) {
     services.answers["CanSuspend"] = answer;
     EXPECT_TRUE(Perform(kSuspend).done) << "inhibitors are overridden";
@@ -62,35 +67,27 @@ TEST_F(PowerControlTest, AServiceThatKnowsNoFlagsIsCalledWithoutThem) {
     services.errors["PowerOffWithFlags"] = {kError + error};
     EXPECT_EQ(CallsOf(kPowerOff), "CanPowerOff() PowerOffWithFlags(16) PowerOff(false)");
   }
-  services.errors["PowerOffWithFlags"] = {kError + "UnknownMethod"};
-  services.errors["PowerOff"] = {kError + "AccessDenied"};
-  EXPECT_EQ(CallsOf(kPowerOff),
-            "CanPowerOff() PowerOffWithFlags(16) PowerOff(false)|"
-            "「シャットダウン」を実行できません。許可されていません。");
+  services.errors = {{"PowerOffWithFlags", {kError + "UnknownMethod"}},
+                     {"PowerOff", {kError + "AccessDenied"}}};
+  EXPECT_TRUE(CallsOf(kPowerOff).endsWith(
+      "PowerOff(false)|「シャットダウン」を実行できません。許可されていません。"));
 }
 
 TEST_F(PowerControlTest, ARefusalIsASentenceThatNamesTheAction) {
-  const char* const answers[][2] = {
-      {"na", "このコンピュータは対応していません。"},
-      {"no", "許可されていません。"},
-      {"challenge", "管理者の認証が必要です。"},
-      {"challenge-inhibitor-blocked", "管理者の認証が必要です。"},
+  const char* const cases[][3] = {
+      // an answer to the question, or else an error of the call
+      {"na", nullptr, "このコンピュータは対応していません。"},
+      {"no", nullptr, "許可されていません。"},
+      {"challenge-inhibitor-blocked", nullptr, "管理者の認証が必要です。"},
+      {"yes", "AccessDenied", "許可されていません。"},
+      {"yes", "InteractiveAuthorizationRequired", "管理者の認証が必要です。"},
+      {"yes", "Failed", "a reason（org.freedesktop.DBus.Error.Failed）"},
   };
-  const QString cannot = "「スタンバイ」を実行できません。";
-  for (const auto& [answer, reason] : answers) {
+  for (const auto& [answer, error, reason] : cases) {
     services.answers["CanSuspend"] = answer;
-    EXPECT_EQ(CallsOf(kSuspend), "CanSuspend()|" + cannot + reason);
-  }
-  services.answers.clear();
-  const QString calls = "CanSuspend() SuspendWithFlags(16)|" + cannot;
-  const char* const errors[][2] = {
-      {"AccessDenied", "許可されていません。"},
-      {"InteractiveAuthorizationRequired", "管理者の認証が必要です。"},
-      {"Failed", "a reason（org.freedesktop.DBus.Error.Failed）"},
-  };
-  for (const auto& [error, reason] : errors) {
-    services.errors["SuspendWithFlags"] = {kError + error};
-    EXPECT_EQ(CallsOf(kSuspend), calls + reason);
+    if (error != nullptr) services.errors["SuspendWithFlags"] = {kError + error};
+    const QString calls = error == nullptr ? "CanSuspend()" : "CanSuspend() SuspendWithFlags(16)";
+    EXPECT_EQ(CallsOf(kSuspend), calls + "|「スタンバイ」を実行できません。" + reason);
   }
 }
 
@@ -112,35 +109,27 @@ TEST_F(PowerControlTest, ALogOffOutsideASessionTakesThatOfTheEnvironmentOrOfTheD
 
 TEST_F(PowerControlTest, ACancelEndsTheWaitForAnAnswerAndMakesNoFurtherCall) {
   services.errors["PowerOffWithFlags"] = {kError + "UnknownMethod"};
-  const QString out = "「%1」は要求済みのため、取り消せないことがあります。";
-  const struct {
-    QString action;
-    QString method;  // stays without an answer
-    QString text;
-  } cases[] = {
-      {kSuspend, "CanSuspend", {}},
-      {kLogOff, "GetSessionByPID", {}},
-      {kLogOff, "Get", {}},
-      {kSuspend, "SuspendWithFlags", out.arg(kSuspend)},
-      {kPowerOff, "PowerOff", out.arg(kPowerOff)},
-      {kLogOff, "TerminateSession", out.arg(kLogOff)},
+  // An action, the method that stays without an answer, and whether that one acts.
+  const std::tuple<QString, QString, bool> cases[] = {
+      {kSuspend, "CanSuspend", false}, {kLogOff, "GetSessionByPID", false},
+      {kLogOff, "Get", false},         {kSuspend, "SuspendWithFlags", true},
+      {kPowerOff, "PowerOff", true},   {kLogOff, "TerminateSession", true},
   };
   MessageBus patient(services.Address(), std::chrono::hours(1));
   Login1PowerControl control(patient);
-  RunDriver driver{context, urlList, generator, control};
-  driver.SetCountdownStep(std::chrono::milliseconds(0));
-  QObject::connect(&services, &test::PrivateBus::Called, &driver, [&] {
-    if (services.silent.contains(services.calls.last().section(u'(', 0, 0))) driver.CancelCommand();
+  RunDriver asking{DownloadContextOf(workspace), urlList, workspace.generator, control};
+  asking.SetCountdownStep(std::chrono::milliseconds(0));
+  QObject::connect(&services, &test::PrivateBus::Called, &asking, [&] {
+    if (services.silent.contains(services.calls.last().section(u'(', 0, 0))) asking.CancelCommand();
   });
-  for (const auto& [action, method, text] : cases) {
+  for (const auto& [action, method, acts] : cases) {
     services.silent = {method};
-    state.ClearCancel();
-    board.SetStandby({.visible = true, .checked = true, .caption = action, .toolTip = {}});
-    driver.SetAfterBatchAction(action);
-    QCoro::waitFor(driver.PowerActionCountdown());
+    asking.SetAfterBatchAction(action);
+    EXPECT_TRUE(QCoro::waitFor(asking.BatchCommand()).cancelled);
+    services.calls.removeAll("released");
     EXPECT_TRUE(services.calls.last().startsWith(method + u'(')) << method.toStdString();
-    EXPECT_EQ(board.Status(), text);
-    EXPECT_TRUE(driver.WasCancelled());
+    const QString warning = u'「' + action + "」は要求済みのため、取り消せないことがあります。";
+    EXPECT_EQ(activity.Now().message.text, acts ? warning : QString());
   }
 }
 
@@ -152,15 +141,15 @@ TEST_F(PowerControlTest, AMissingOrSilentServiceIsReportedWithinItsBound) {
     MessageBus noBus(address);
     Login1PowerControl control(noBus);
     const auto hold = control.KeepAwake();
-    EXPECT_EQ(QCoro::waitFor(control.Perform(kPowerOff, state)).text, missing);
+    EXPECT_EQ(QCoro::waitFor(control.Perform(kPowerOff, {})).text, missing);
   }
-  MessageBus impatient(services.Address(), std::chrono::milliseconds(100));
+  MessageBus impatient(services.Address(), std::chrono::seconds(1));
   Login1PowerControl control(impatient);
   for (const char* method : {"PowerOffWithFlags", "CanPowerOff"}) {
     services.silent.insert(method);
-    EXPECT_EQ(QCoro::waitFor(control.Perform(kPowerOff, state)).text,
+    EXPECT_EQ(QCoro::waitFor(control.Perform(kPowerOff, {})).text,
               "「シャットダウン」を実行できません。電源管理サービス"
-              "（org.freedesktop.login1）から 0.1 秒以内に応答がありません。");
+              "（org.freedesktop.login1）から 1 秒以内に応答がありません。");
   }
   EXPECT_EQ(services.calls.join(u' '), "CanPowerOff() PowerOffWithFlags(16) CanPowerOff()");
   services.Withdraw();
@@ -185,30 +174,6 @@ TEST_F(PowerControlTest, SleepIsHeldOffUntilTheHoldEnds) {
   hold.reset();  // perhaps before the answer is here: the lock does not outlive it
   services.WaitForCall("released");
   EXPECT_EQ(services.calls, QStringList({whole, idle, "released"}));
-}
-
-TEST_F(PowerControlTest, ADryRunSaysWhatItWouldCall) {
-  DryRunPowerControl dry;
-  EXPECT_EQ(QCoro::waitFor(dry.Perform(kPowerOff, state)).text,
-            "「シャットダウン」は試行のため実行しません（呼び出し: "
-            "PowerOffWithFlags(16)）。");
-  EXPECT_TRUE(QCoro::waitFor(dry.Perform("閉じる", state)).text.isEmpty());
-  EXPECT_EQ(dry.KeepAwake(), nullptr);
-}
-
-TEST_F(PowerControlTest, ABatchHoldsSleepOffAndActsAfterItsCountdown) {
-  RunDriver driver{context, urlList, generator, login1};
-  server.Route("/dir/index.html", test::Answer::Text("nothing"));
-  Perform(kSuspend);  // the bus is open now: the hold is asked for at once
-  services.calls.clear();
-  QStringList before;
-  QObject::connect(&driver, &RunDriver::BatchEnded, [&] { before = services.calls; });
-  driver.SetCountdownStep(std::chrono::milliseconds(2));
-  driver.SetAfterBatchAction(kSuspend);
-  QCoro::waitFor(driver.DownloadCommand(true));
-  EXPECT_EQ(before.size(), 1) << before.join(u' ').toStdString();
-  EXPECT_EQ(services.calls.mid(1).join(' '), "released CanSuspend() SuspendWithFlags(16)");
-  EXPECT_EQ(board.Status(), "「スタンバイ」を要求し、受け付けられました。");
 }
 
 }  // namespace

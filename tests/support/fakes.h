@@ -57,18 +57,20 @@ class RecordingOpener : public Opener {
   void Keep(const QStringList& parts) { opened.append(parts.join(u':')); }
 };
 
-// Keeps the streams it was asked for, as "url -> path", and answers `result`. `during` runs in the
-// middle of each capture, where a test may write the file or press cancel.
+// Keeps the streams it was asked for, as "address -> path", and answers `result`. `during` runs in
+// the middle of each capture, where a test may write the file or press cancel.
 class FakeStreamCapture : public StreamCapture {
  public:
   void FindTool() override { ++lookUps; }
-  QCoro::Task<int> Capture(const DownloadContext& /*context*/, QString url, QString path) override {
-    captured.append(url + " -> " + path);
-    if (during) during(path);
-    co_return result;
+  QCoro::Task<StreamOutcome> Capture(StreamRequest request, Activity& /*activity*/,
+                                     CancelToken /*cancel*/) override {
+    captured.append(request.address + " -> " + request.path);
+    if (during) during(request.path);
+    // A copy: a returned member would be moved away.
+    co_return StreamOutcome(result);
   }
 
-  int result = 0;
+  StreamOutcome result;
   std::function<void(const QString& path)> during;
   int lookUps = 0;
   QStringList captured;
@@ -77,7 +79,7 @@ class FakeStreamCapture : public StreamCapture {
 // Keeps the actions and answers `refusal` to each; counts the holds that live.
 class RecordingPowerControl : public PowerControl {
  public:
-  QCoro::Task<PowerOutcome> Perform(QString action, const RunState& /*state*/) override {
+  QCoro::Task<PowerOutcome> Perform(QString action, CancelToken /*cancel*/) override {
     performed.append(action);
     PowerOutcome outcome;
     outcome.done = refusal.isEmpty();
@@ -104,11 +106,9 @@ class RecordingPowerControl : public PowerControl {
 // Stands still at `now` until a test moves it.
 class SettableClock : public Clock {
  public:
-  explicit SettableClock(QDateTime time = QDateTime({2024, 5, 1}, {23, 30, 5}, Qt::UTC))
-      : now(std::move(time)) {}
   QDateTime LocalNow() const override { return now; }
 
-  QDateTime now;
+  QDateTime now{{2024, 5, 1}, {23, 30, 5}, Qt::UTC};
 };
 
 }  // namespace zentorin::test

@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <limits>
+#include <numeric>
 
 namespace zentorin::test {
 
@@ -21,7 +22,6 @@ ReceivedRequest ParseHead(const QByteArray& head) {
   ReceivedRequest request;
   const QList<QByteArray> lines = head.split('\n');
   const QList<QByteArray> words = lines.first().trimmed().split(' ');
-  request.method = words.value(0);
   request.target = QString::fromLatin1(words.value(1));
   for (const QByteArray& line : lines.mid(1)) {
     const qsizetype colon = line.indexOf(':');
@@ -48,53 +48,35 @@ class LoopbackConnection : public QObject {
     connect(&timer_, &QTimer::timeout, this, &LoopbackConnection::Pump);
     connect(socket_, &QTcpSocket::readyRead, this, &LoopbackConnection::Read);
     connect(socket_, &QTcpSocket::bytesWritten, this, [this] {
-      if (busy_ && !timer_.isActive()) Pump();
+      if (busy_) Pump();
     });
     connect(socket_, &QTcpSocket::disconnected, this, &QObject::deleteLater);
   }
 
  private:
+  // Takes up the next request, once the one before is answered.
   void Read() {
     received_ += socket_->readAll();
-    Next();
-  }
-
-  void Next() {
-    if (busy_) return;
     const qsizetype end = received_.indexOf("\r\n\r\n");
-    if (end < 0) return;
-    ReceivedRequest request = ParseHead(received_.left(end));
+    if (busy_ || end < 0) return;
+    const ReceivedRequest request = ParseHead(received_.first(end));
     received_.remove(0, end + 4);
     busy_ = true;
-    answer_ = server_.AnswerTo(request);
-    if (answer_.ending != Answer::Ending::Silent) Start();
-  }
-
-  void Start() {
     sent_ = 0;
-    if (!answer_.raw.isEmpty()) {
-      socket_->write(answer_.raw);
-      if (answer_.ending != Answer::Ending::Stall) socket_->disconnectFromHost();
-      return;
-    }
-    socket_->write(Head());
-    if (answer_.pieceBytes > 0) {
-      timer_.start(answer_.pieceInterval);
-    } else {
-      Pump();
-    }
+    answer_ = server_.AnswerTo(request);
+    if (answer_.ending == Answer::Ending::Silent) return;
+    socket_->write(answer_.raw.isEmpty() ? Head() : answer_.raw);
+    // Only the end of the connection ends what announces no length.
+    const bool endless = !answer_.raw.isEmpty() || answer_.contentLength == QByteArray("");
+    if (endless && answer_.ending == Answer::Ending::Whole) answer_.ending = Answer::Ending::Close;
+    Pump();
   }
 
-  QByteArray Head() {
+  QByteArray Head() const {
     QByteArray head = "HTTP/1.1 " + QByteArray::number(answer_.status) + " Scripted\r\n";
     for (const auto& [name, value] : answer_.headers) head += name + ": " + value + "\r\n";
-    const bool hasBody = answer_.status != 204 && answer_.status != 304;
     const QByteArray length = answer_.contentLength.value_or(QByteArray::number(BodyBytes()));
-    if (!length.isEmpty() && hasBody) head += "Content-Length: " + length + "\r\n";
-    // Without a length only the end of the connection ends the body.
-    if (length.isEmpty() && answer_.ending == Answer::Ending::Whole) {
-      answer_.ending = Answer::Ending::Close;
-    }
+    if (!length.isEmpty()) head += "Content-Length: " + length + "\r\n";
     return head + "\r\n";
   }
 
@@ -102,28 +84,26 @@ class LoopbackConnection : public QObject {
 
   // Sends as much of the body as the socket should hold, or the next piece.
   void Pump() {
-    if (answer_.ending == Answer::Ending::Silent) return;
-    const bool endsEarly =
-        answer_.ending == Answer::Ending::CutOff || answer_.ending == Answer::Ending::Stall;
+    const Answer::Ending ending = answer_.ending;
+    if (ending == Answer::Ending::Silent) return;
+    const bool endsEarly = ending == Answer::Ending::CutOff || ending == Answer::Ending::Stall;
     const qint64 last = endsEarly ? std::min(answer_.endAfter, BodyBytes()) : BodyBytes();
-    while (sent_ < last && socket_->bytesToWrite() < kMaxWaitingBytes) {
-      const qsizetype most = answer_.pieceBytes > 0 ? answer_.pieceBytes : kChunkBytes;
-      const QByteArray bytes = BodyAt(sent_, std::min<qint64>(most, last - sent_));
+    const bool inPieces = answer_.pieceBytes > 0;
+    while (sent_ < last && !timer_.isActive() && socket_->bytesToWrite() < kMaxWaitingBytes) {
+      const qint64 most = inPieces ? answer_.pieceBytes : kChunkBytes;
+      const QByteArray bytes = BodyAt(sent_, std::min(most, last - sent_));
       sent_ += bytes.size();
       server_.bodyBytesSent_ += bytes.size();
       socket_->write(bytes);
-      if (answer_.pieceBytes > 0) {
-        timer_.start(answer_.pieceInterval);
-        return;
-      }
+      if (inPieces) timer_.start(answer_.pieceInterval);
     }
-    if (sent_ < last || answer_.ending == Answer::Ending::Stall) return;
-    if (answer_.ending != Answer::Ending::Whole) {
+    if (sent_ < last || ending == Answer::Ending::Stall) return;
+    if (ending != Answer::Ending::Whole) {
       socket_->disconnectFromHost();
       return;
     }
     busy_ = false;
-    Next();
+    Read();
   }
 
   QByteArray BodyAt(qint64 from, qint64 count) const {
@@ -143,7 +123,10 @@ class LoopbackConnection : public QObject {
 LoopbackServer::LoopbackServer() {
   server_.setMaxPendingConnections(std::numeric_limits<int>::max());
   server_.listen(QHostAddress::LocalHost);
-  connect(&server_, &QTcpServer::newConnection, this, &LoopbackServer::Accept);
+  connect(&server_, &QTcpServer::newConnection, this, [this] {
+    ++connections_;
+    new LoopbackConnection(*this, server_.nextPendingConnection());
+  });
 }
 
 LoopbackServer::~LoopbackServer() {
@@ -156,10 +139,6 @@ void LoopbackServer::Route(const QString& target, const Answer& answer) {
   RouteTo(target, [answer](const ReceivedRequest&) { return answer; });
 }
 
-void LoopbackServer::RouteTo(const QString& target, const Handler& handler) {
-  routes_.insert(target, handler);
-}
-
 QString LoopbackServer::ConnectTo() const {
   return u"::127.0.0.1:%1"_s.arg(server_.serverPort());
 }
@@ -168,38 +147,25 @@ QString LoopbackServer::Url(const QString& target) const {
   return u"http://127.0.0.1:%1%2"_s.arg(server_.serverPort()).arg(target);
 }
 
-QByteArray LoopbackServer::GeneratedBytes(qint64 from, qsizetype count) {
-  static const QByteArray pattern = [] {
-    QByteArray bytes(kChunkBytes + kPatternPeriod, Qt::Uninitialized);
-    for (qsizetype i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i % kPatternPeriod);
-    return bytes;
-  }();
-  QByteArray bytes;
-  bytes.reserve(count);
-  while (bytes.size() < count) {
-    const qsizetype at = (from + bytes.size()) % kPatternPeriod;
-    bytes += pattern.mid(at, std::min(kChunkBytes, count - bytes.size()));
-  }
-  return bytes;
+int LoopbackServer::Hits(const QString& target) const {
+  const auto hits = std::ranges::count_if(requests_, [&target](const ReceivedRequest& request) {
+    return request.target == target || request.host + request.target == target;
+  });
+  return static_cast<int>(hits);
 }
 
-void LoopbackServer::Accept() {
-  while (QTcpSocket* socket = server_.nextPendingConnection()) {
-    ++connections_;
-    new LoopbackConnection(*this, socket);
-  }
+QByteArray LoopbackServer::GeneratedBytes(qint64 from, qsizetype count) {
+  QByteArray period(kPatternPeriod, Qt::Uninitialized);
+  std::iota(period.begin(), period.end(), '\0');
+  return period.repeated(count / kPatternPeriod + 2).mid(from % kPatternPeriod, count);
 }
 
 Answer LoopbackServer::AnswerTo(const ReceivedRequest& request) {
-  const QString withHost = request.host + request.target;
-  ++hits_[request.target];
-  ++hits_[withHost];
   requests_.append(request);
   Q_EMIT RequestReceived(request.target);
-  auto route = routes_.constFind(withHost);
-  if (route == routes_.constEnd()) route = routes_.constFind(request.target);
-  if (route != routes_.constEnd()) return (*route)(request);
-  return fallback_ ? fallback_(request) : Answer::Status(404);
+  const Handler anyHost = routes_.value(request.target, fallback_);
+  const Handler handler = routes_.value(request.host + request.target, anyHost);
+  return handler ? handler(request) : Answer::Status(404);
 }
 
 }  // namespace zentorin::test

@@ -12,8 +12,6 @@
 #include <functional>
 #include <optional>
 
-class QTcpSocket;
-
 namespace zentorin::test {
 
 // What the server does once it has read a request. The default is an empty 200 on a connection that
@@ -73,7 +71,6 @@ struct Answer {
 
 // One request as the server read it.
 struct ReceivedRequest {
-  QByteArray method;
   QString target;  // path and query
   QString host;    // as in the Host header, in lower case, without a port
   QList<QPair<QByteArray, QByteArray>> headers;
@@ -101,17 +98,17 @@ class LoopbackServer : public QObject {
   // `target`: "/path?query" for every host, or "host/path?query" for that host alone, which goes
   // first.
   void Route(const QString& target, const Answer& answer);
-  void RouteTo(const QString& target, const Handler& handler);
+  void RouteTo(const QString& target, const Handler& handler) { routes_.insert(target, handler); }
   // Asked when no route fits.
   void SetFallback(const Handler& handler) { fallback_ = handler; }
 
   // A connect-to map that leads every host on every port here.
   QString ConnectTo() const;
-  // "http://127.0.0.1:<port><target>", for use without a map.
+  // For use without a map.
   QString Url(const QString& target) const;
 
   // Requests for that target, with or without its host as in Route().
-  int Hits(const QString& target) const { return static_cast<int>(hits_.value(target)); }
+  int Hits(const QString& target) const;
   const QList<ReceivedRequest>& Requests() const { return requests_; }
   int Connections() const { return connections_; }  // accepted so far
   qint64 BodyBytesSent() const { return bodyBytesSent_; }
@@ -125,13 +122,11 @@ class LoopbackServer : public QObject {
  private:
   friend class LoopbackConnection;
 
-  void Accept();
   Answer AnswerTo(const ReceivedRequest& request);
 
   QTcpServer server_;
   QHash<QString, Handler> routes_;
   Handler fallback_;
-  QHash<QString, qsizetype> hits_;
   QList<ReceivedRequest> requests_;
   int connections_ = 0;
   qint64 bodyBytesSent_ = 0;

@@ -24,10 +24,7 @@ const QStringList kServices = {"org.freedesktop.login1", "org.freedesktop.Notifi
                                "org.freedesktop.FileManager1"};
 
 // A bus with its socket in the test's folder and no service that it could start.
-constexpr const char* kConfiguration = R"(<!DOCTYPE busconfig PUBLIC
- "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig>
+constexpr const char* kConfiguration = R"(<busconfig>
   <type>session</type>
   <listen>unix:path=%1</listen>
   <auth>EXTERNAL</auth>
@@ -85,15 +82,11 @@ bool PrivateBus::handleMessage(const QDBusMessage& message, const QDBusConnectio
   Note(u"%1(%2)"_s.arg(method, arguments.join(u',')));
   if (silent.contains(method)) return true;
   QStringList& failures = errors[method];
-  if (failures.isEmpty()) {
-    const QVariant answer = AnswerTo(message);
-    const QDBusMessage reply =
-        answer.isValid() ? message.createReply(answer) : message.createReply();
-    connection.send(reply);
-  } else {
-    connection.send(message.createErrorReply(failures.takeFirst(), "a reason"));
+  if (!failures.isEmpty()) {
+    return connection.send(message.createErrorReply(failures.takeFirst(), "a reason"));
   }
-  return true;
+  const QVariant answer = AnswerTo(message);
+  return connection.send(answer.isValid() ? message.createReply(answer) : message.createReply());
 }
 
 QVariant PrivateBus::AnswerTo(const QDBusMessage& message) {

@@ -8,16 +8,14 @@
 
 #include <QCoro/QCoroSignal>
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <pty.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include "app/auto_run.h"
 #include "app/command_line.h"
-#include "app/run_tally.h"
-#include "download/finished_row.h"
-#include "download/result_code.h"
+#include "app/run_summary.h"
+#include "download/run_outcome.h"
 #include "terminal/qt_messages.h"
 #include "terminal/terminal_messages.h"
 #include "terminal/terminal_progress.h"
@@ -42,22 +40,19 @@ class Ends {
   ~Ends() {
     for (const int end : ends_) ::close(end);
   }
-  Ends(const Ends&) = delete;
-  Ends& operator=(const Ends&) = delete;
 
   int Writer() const { return ends_[1]; }
   QString Take() const {
-    // A pseudo-terminal hands over in pieces: it is read until nothing more comes.
-    constexpr int kSilenceMs = 100;
+    // A pseudo-terminal hands over in pieces, and late: it is read up to a mark.
+    EXPECT_EQ(::write(Writer(), "", 1), 1);
     QByteArray text;
-    pollfd end = {ends_[0], POLLIN, 0};
-    while (::poll(&end, 1, kSilenceMs) == 1) {
+    while (!text.endsWith('\0')) {
       std::array<char, 4096> bytes = {};
       const ssize_t count = ::read(ends_[0], bytes.data(), bytes.size());
       if (count <= 0) break;
       text.append(bytes.data(), count);
     }
-    return QString::fromUtf8(text);
+    return QString::fromUtf8(text.chopped(1));
   }
 
  private:
@@ -94,16 +89,10 @@ TEST(Terminal, WritesWholeLinesOnAPipeAndEscapesWhatCouldActOnAScreen) {
   EXPECT_LT(ends.Take().size(), 4'100);
 }
 
-TEST(TerminalMessages, ShowABoxAsOneLineAndAnswerItsDefault) {
+TEST(TerminalMessages, AnswerAQuestionByItsDefault) {
   const Ends ends(false);
   Terminal terminal(ends.Writer());
   TerminalMessages messages(terminal);
-  const MessageBox told{.title = "エラー発生",
-                        .text = "一行目\r\n\r\n二行目",
-                        .buttons = MessageBox::Buttons::Ok,
-                        .defaultAnswer = MessageBox::Answer::Ok};
-  EXPECT_EQ(QCoro::waitFor(messages.Ask(told)), MessageBox::Answer::Ok);
-  EXPECT_EQ(ends.Take(), "エラー発生: 一行目 / 二行目\n");
   const MessageBox asked{.title = QString(),
                          .text = "接続しましょうか？",
                          .buttons = MessageBox::Buttons::YesNo,
@@ -124,41 +113,42 @@ TEST(QtMessages, StandOnLinesOfTheirOwn) {
   EXPECT_EQ(ends.Take(), clear + "12%" + clear + "from elsewhere\n12%" + clear + "here\n12%");
 }
 
-TEST(TerminalProgress, ShowsEveryStepOfTheCountdownAndTheFaultOfEveryRow) {
+TEST(TerminalProgress, ShowsEveryStepOfTheCountdownAndTheFaultOfEveryJob) {
   const TempDir home;
   FakeWorkspace w(home);
   const Ends ends(true);
   Terminal terminal(ends.Writer());
   AutoRun run(w.workspace);
   const TerminalProgress progress(w.workspace, run, terminal);
-  for (int row = 0; row < 2; ++row) {
-    w.workspace.board.SetStatus("ダウンロード中");
-    w.workspace.board.SetStatus("無効", StatusBoard::kRed);
-    w.workspace.board.SetBusy(row == 0);
-  }
-  EXPECT_EQ(ends.Take(), "無効\n無効\n");
+  TargetUrlItem job;
+  job.Set(TargetUrlItem::Opt, "1");
+  job.Set(TargetUrlItem::Format, "http://h/a.wmv");
+  job.Set(TargetUrlItem::Before, "0");
+  for (int row = 0; row < 2; ++row) w.workspace.urlList.InsertBelow(row - 1, job);
+  w.capture.result = {.code = RowCode::Fatal, .reason = "無効"};
   w.workspace.driver.SetCountdownStep(std::chrono::milliseconds(1));
   ASSERT_TRUE(run.Arm(ParseCommandLine("-a -q h")));
   QCoro::waitFor(qCoro(&run, &AutoRun::Finished));
   const QString drawn = ends.Take();
+  EXPECT_EQ(drawn.count("無効\n"), 2) << drawn.toStdString();
   for (int tenths = 49; tenths >= 0; --tenths) {
     const QString step = QString::number(tenths / 10.0, 'f', 1);
     EXPECT_TRUE(drawn.contains("休止 します。  " + step)) << step.toStdString();
   }
 }
 
-TEST(RunTally, SumsUpRowsByWhatBecameOfThem) {
-  RunTally tally;
-  tally.AddJob();
-  const std::vector<int> codes = {kComplete,       kComplete, kSkipExisting, kSkipNone, kFatal,
-                                  kOutOfDiskSpace, 57,        kCancelled};
-  for (const int code : codes) {
-    tally.AddRow({.code = code, .text = {}, .address = {}, .path = {}, .bytes = 600}, "/save");
+TEST(RunSummary, CountsRowsByWhatBecameOfThem) {
+  RunOutcome outcome;
+  for (const RowCode code : std::vector<RowCode>{
+           RowCode::Complete, RowCode::SkipExisting, RowCode::SkipNone, RowCode::Fatal,
+           RowCode::OutOfDiskSpace, RunTimeError::InputOutput, RowCode::Cancelled}) {
+    RowOutcome row;
+    row.code = code;
+    row.bytes = code == RowCode::Complete ? 1200 : 0;
+    outcome.Add(row);
   }
-  EXPECT_EQ(tally.Summary(kExitFailures),
-            QStringList({"異常終了: ジョブ 1、ファイル 完了 2・失敗 3・スキップ 2、"
-                         "1,200 バイト",
-                         "保存先: /save"}));
+  EXPECT_EQ(SummaryOf(outcome),
+            "異常終了: ジョブ 0、ファイル 完了 1・失敗 3・スキップ 2、1,200 バイト");
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "compositions.h"
+#include "compose.h"
 #include "tests/launch/xdg_tree.h"
 #include "ui/dialogs/help_pages.h"
 #include "ui/frm_main.h"

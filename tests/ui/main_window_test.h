@@ -33,24 +33,29 @@ struct RunningWindow : FakeWorkspace {
     EXPECT_NE(found, nullptr) << name;
     return found;
   }
-  void Click(const char* name) const { QTest::mouseClick(Find(name), Qt::LeftButton); }
-  // Types into a control after a click on it, as a person does.
-  void Type(const char* name, const QString& keys) const {
+  // Clicks a control, near its left edge where a box has its mark, or takes a menu's entry.
+  void Click(const char* name) const {
+    if (auto* entry = window.findChild<QAction*>(QLatin1StringView(name))) {
+      entry->trigger();
+      return;
+    }
     auto* control = Find(name);
     QTest::mouseClick(control, Qt::LeftButton, {}, {5, control->height() / 2});
+  }
+  // Types into a control after a click on it, as a person does.
+  void Type(const char* name, const QString& keys) const {
+    Click(name);
     QTest::keyClicks(QApplication::focusWidget(), keys);
   }
-  QString Text(const char* name) const { return Find(name)->property("text").toString(); }
-  QString EditText(const char* name) const {
-    return Find(name)
-        ->property(Find(name)->inherits("QComboBox") ? "currentText" : "text")
-        .toString();
+  QString Text(const char* name) const {
+    const QVariant choice = Find(name)->property("currentText");
+    return (choice.isValid() ? choice : Find(name)->property("text")).toString();
   }
-  // Those of the named controls that a user sees.
-  QString Seen(const QString& names) const {
+  // Those of the named controls that a user sees, or of which another property is true.
+  QString Seen(const QString& names, const char* property = "visible") const {
     QStringList seen;
     for (const QString& name : names.split(u' ')) {
-      if (Find(qPrintable(name))->isVisible()) seen += name;
+      if (Find(qPrintable(name))->property(property).toBool()) seen += name;
     }
     return seen.join(u' ');
   }
@@ -66,7 +71,7 @@ struct RunningWindow : FakeWorkspace {
                   .autoRun = autoRun,
                   .lists = lists,
                   .dialogs = dialogs,
-                  .toolCaptions = {"tool 0", "tool 1"}}};
+                  .toolPaths = {{}, "/bin/get"}}};
   WindowProgram program{workspace, autoRun, window};
   int exitStatus = -1;
 };
@@ -85,7 +90,6 @@ class MainWindowTest : public testing::Test {
   void Restart() {
     w.reset();
     w = std::make_unique<RunningWindow>(home, server.ConnectTo());
-    w->workspace.settings.download.openFolder = false;
   }
   // Starts it with a list of one job that takes the links ending in ".mp3" of "/" and of pages.
   void StartOnList(const QStringList& options = {}) {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "download/stream/capture_watch.h"
 
-#include "base/run_state.h"
-#include "base/status_board.h"
+#include <utility>
+
+#include "base/activity.h"
 #include "base/wait.h"
-#include "download/result_code.h"
 #include "download/stream/recording_file.h"
 #include "download/stream/stream_tool.h"
 
@@ -19,22 +19,25 @@ constexpr std::chrono::milliseconds kFilePoll(100);
 
 }  // namespace
 
-CaptureWatch::CaptureWatch(StreamTool& tool, RecordingFile& file, RunState& state,
-                           StatusBoard& board, const WatchTimes& times)
-    : tool_(tool), file_(file), state_(state), board_(board), times_(times) {}
+CaptureWatch::CaptureWatch(StreamTool& tool, RecordingFile& file, Activity& activity,
+                           CancelToken cancel, const WatchTimes& times)
+    : tool_(tool), file_(file), activity_(activity), cancel_(std::move(cancel)), times_(times) {}
 
-QCoro::Task<int> CaptureWatch::Run() {
+QCoro::Task<RowCode> CaptureWatch::Run() {
   const bool appeared = co_await WaitForTool();
   if (appeared) co_await Watch();
   if (file_.Bytes() > 0) ran_ = true;
   killed_ = tool_.Process().WasKilled();
-  co_await tool_.End(state_.CancelRequested());
-  const int code = co_await Settle(appeared);
+  co_await tool_.End(cancel_.Cancelled());
+  const RowCode code = co_await Settle(appeared);
   // A broken recording is kept as well: its row says "imperfect", and there may be no second time
   // to record it. An empty one takes nothing's place.
-  const bool kept = (code == kComplete || code == kImperfect) && file_.Bytes() > 0;
-  const int error = kept ? file_.Keep() : 0;
-  co_return error != 0 ? error : code;
+  const bool kept = (code == RowCode::Complete || code == RowCode::Imperfect) && file_.Bytes() > 0;
+  if (kept) {
+    const Outcome taken = file_.Keep();
+    if (!taken.Ok()) co_return taken.error;
+  }
+  co_return code;
 }
 
 // A tool that has ended is not waited for: a short recording may be over before it was seen. It is
@@ -43,15 +46,15 @@ QCoro::Task<bool> CaptureWatch::WaitForTool() {
   for (;;) {
     const bool late = tool_.Process().SinceStart() >= tool_.AppearTime();
     if (tool_.Appeared()) co_return true;
-    if (late || state_.CancelRequested() || !tool_.Running()) co_return false;
-    co_await tool_.Process().Pause(state_, kAppearPoll);
+    if (late || cancel_.Cancelled() || !tool_.Running()) co_return false;
+    co_await tool_.Process().Pause(cancel_, kAppearPoll);
   }
 }
 
 QCoro::Task<void> CaptureWatch::Watch() {
   QString last;
   std::chrono::milliseconds still{0};
-  while (tool_.Running() && !state_.CancelRequested()) {
+  while (tool_.Running() && !cancel_.Cancelled()) {
     const ToolReading reading = tool_.Read();
     NoteProgress(reading);
     if (reading.fileExists) {
@@ -64,42 +67,42 @@ QCoro::Task<void> CaptureWatch::Watch() {
     last = standing;
     if (file_.DiskIsFull()) co_return;
     if (still >= (reading.lengthKnown ? times_.stallOnceLengthIsKnown : times_.stall)) co_return;
-    co_await tool_.Process().Pause(state_, times_.poll);
+    co_await tool_.Process().Pause(cancel_, times_.poll);
   }
 }
 
 void CaptureWatch::NoteProgress(const ToolReading& reading) {
   const qint64 bytes = file_.Bytes();
   if (reading.moved || bytes > 0) ran_ = true;
-  if (bytes > 0) board_.SetFileBytes(bytes);
+  if (bytes > 0) activity_.SetBytes(bytes);
   if (!reading.text.isEmpty()) {
-    board_.SetStatus(u"ダウンロード中  "_s + reading.text);
+    activity_.Say(u"ダウンロード中  "_s + reading.text);
   }
-  if (reading.lengthKnown) board_.SetDone(QString::number(reading.fraction, 'f', 2));
+  if (reading.lengthKnown) activity_.SetRecorded(reading.fraction);
 }
 
-QCoro::Task<int> CaptureWatch::Settle(bool appeared) {
-  if (!tool_.Refusal().isEmpty()) co_return static_cast<int>(kDownloadFailed);
+QCoro::Task<RowCode> CaptureWatch::Settle(bool appeared) {
+  if (!tool_.Refusal().isEmpty()) co_return RowCode::DownloadFailed;
   // While what was written is still there: its end would make room.
-  const bool cancelled = state_.CancelRequested();
-  if (!cancelled && file_.DiskIsFull()) co_return static_cast<int>(kOutOfDiskSpace);
+  const bool cancelled = cancel_.Cancelled();
+  if (!cancelled && file_.DiskIsFull()) co_return RowCode::OutOfDiskSpace;
   // What something else ended in the middle is not whole, whatever was written.
-  if (killed_ && ran_) co_return static_cast<int>(kImperfect);
-  if (fileExists_) co_return static_cast<int>(kSkip);
+  if (killed_ && ran_) co_return RowCode::Imperfect;
+  if (fileExists_) co_return RowCode::Skip;
   if (ran_) {
     const bool whole = co_await WaitForFile();
-    co_return whole ? static_cast<int>(kComplete) : static_cast<int>(kImperfect);
+    co_return whole ? RowCode::Complete : RowCode::Imperfect;
   }
-  if (cancelled) co_return static_cast<int>(kCancelled);
+  if (cancelled) co_return RowCode::Cancelled;
   // A tool that did run found nothing to record.
   const bool seen = appeared || tool_.RanUnseen();
-  co_return seen ? static_cast<int>(kDownloadFailed) : static_cast<int>(kFatal);
+  co_return seen ? RowCode::DownloadFailed : RowCode::Fatal;
 }
 
 // After a cancel the tool is gone, and the file stays as it is.
 QCoro::Task<bool> CaptureWatch::WaitForFile() {
   for (auto left = times_.file; file_.Bytes() == 0 && left.count() > 0; left -= kFilePoll) {
-    const bool undisturbed = co_await SleepUnlessCancelled(state_, kFilePoll);
+    const bool undisturbed = co_await SleepUnlessCancelled(cancel_, kFilePoll);
     if (!undisturbed) break;
   }
   co_return file_.Bytes() > 0;

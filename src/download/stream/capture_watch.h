@@ -5,12 +5,13 @@
 
 #include <QCoro/QCoroTask>
 
+#include "base/cancel_token.h"
+#include "download/row_code.h"
 #include "download/stream/recording_file.h"
 
 namespace zentorin {
 
-class RunState;
-class StatusBoard;
+class Activity;
 class StreamTool;
 struct ToolReading;
 
@@ -23,28 +24,26 @@ struct WatchTimes {
   RecordingFile::FreeBytesCall freeBytes = &RecordingFile::FreeBytes;
 };
 
-// Watches one recording until it ends, stalls or is cancelled, ends the tool, settles the result
-// and keeps what was recorded. All references outlive it.
+// Watches one recording until it ends, stalls or is cancelled, ends the tool, keeps the result.
 class CaptureWatch {
  public:
-  CaptureWatch(StreamTool& tool, RecordingFile& file, RunState& state, StatusBoard& board,
+  CaptureWatch(StreamTool& tool, RecordingFile& file, Activity& activity, CancelToken cancel,
                const WatchTimes& times);
 
-  // Runs a tool that was started. Result: a ResultCode, or the run-time error number of a recording
-  // that could not take its path.
-  QCoro::Task<int> Run();
+  // The tool was started. A run-time error when the recording could not take its path.
+  QCoro::Task<RowCode> Run();
 
  private:
   QCoro::Task<bool> WaitForTool();
   QCoro::Task<void> Watch();
-  QCoro::Task<int> Settle(bool appeared);
+  QCoro::Task<RowCode> Settle(bool appeared);
   QCoro::Task<bool> WaitForFile();
   void NoteProgress(const ToolReading& reading);
 
   StreamTool& tool_;
   RecordingFile& file_;
-  RunState& state_;
-  StatusBoard& board_;
+  Activity& activity_;
+  CancelToken cancel_;
   WatchTimes times_;
   bool ran_ = false;  // progress was recorded
   bool fileExists_ = false;

@@ -7,19 +7,11 @@
 
 #include "base/file_names.h"
 #include "base/message_boxes.h"
-#include "base/run_state.h"
-#include "base/run_time_error.h"
-#include "base/status_board.h"
 #include "base/wait.h"
-#include "download/download_run.h"
-#include "download/local_target.h"
-#include "download/result_code.h"
 #include "download/stream/recording_file.h"
 #include "download/stream/stream_get_tool.h"
 #include "download/stream/vlc_tool.h"
 #include "launch/opener.h"
-#include "net/api_web.h"
-#include "net/my_xml_http_request.h"
 
 namespace zentorin {
 
@@ -35,18 +27,12 @@ const QString& DownloadPage() {
   return page;
 }
 
-// Fetched anew: what a page names may change from one moment to the next.
-QCoro::Task<QString> StreamAddress(const DownloadContext& context, QString url) {
-  if (SuffixOf(url) != ".asx"_L1) co_return url;
-  const FetchedPage page = co_await context.http.FetchPageText(url);
-  co_return page.status == 0 ? API_Web::StreamLink(page.text) : QString();
-}
-
 }  // namespace
 
 ExternalStreamCapture::ExternalStreamCapture(const InstalledPrograms& programs,
-                                             ToolWindows& windows, const WatchTimes& times)
-    : lookup_(programs), windows_(windows), times_(times) {}
+                                             ToolWindows& windows, MessageBoxes& messages,
+                                             Opener& opener, const WatchTimes& times)
+    : lookup_(programs), windows_(windows), messages_(messages), opener_(opener), times_(times) {}
 
 ExternalStreamCapture::~ExternalStreamCapture() = default;
 
@@ -54,22 +40,33 @@ void ExternalStreamCapture::FindTool() {
   found_ = lookup_.FindAny();
 }
 
-QCoro::Task<int> ExternalStreamCapture::Capture(const DownloadContext& context, QString url,
-                                                QString path) {
-  if (auto chosen = lookup_.Find(context.options.streamingTool)) found_ = chosen;
-  const std::optional<FoundTool> found = found_;
-  if (!found) {
-    co_await OfferDownloadPage(context);
-    co_return static_cast<int>(kToolNotInstalled);
+QCoro::Task<StreamOutcome> ExternalStreamCapture::Capture(StreamRequest request, Activity& activity,
+                                                          CancelToken cancel) {
+  StreamOutcome outcome;
+  if (auto chosen = lookup_.Find(request.tool)) found_ = chosen;
+  if (!found_) {
+    co_await OfferDownloadPage();
+    outcome.code = RowCode::ToolNotInstalled;
+    co_return outcome;
   }
-  const QString address = co_await StreamAddress(context, url);
-  if (context.state.CancelRequested()) co_return static_cast<int>(kCancelled);
-  if (address.isEmpty()) co_return static_cast<int>(kSkipNone);
-  const int code = co_await Record(context, *found, address, path);
-  co_return code;
+  RecordingFile file(request.path, times_.freeBytes);
+  // StreamGet is told a folder alone.
+  const bool namesItself = found_->kind == FoundTool::Kind::StreamGet;
+  const Outcome ready = namesItself ? file.PutOldAside() : file.MakePart();
+  outcome.code = ready.error;
+  if (ready.Ok()) {
+    tool_ = MakeTool(*found_, request, file);
+    outcome = co_await RunTool(file, activity, cancel);
+    tool_.reset();
+  }
+  if (outcome.code.IsRunTimeError()) {
+    outcome.reason = request.path + u": "_s + Outcome::Of(outcome.code.Error()).message;
+  }
+  outcome.reason = EscapeForDisplay(outcome.reason);
+  co_return outcome;
 }
 
-QCoro::Task<void> ExternalStreamCapture::OfferDownloadPage(const DownloadContext& context) {
+QCoro::Task<void> ExternalStreamCapture::OfferDownloadPage() {
   const MessageBox question{
       .title = u"VLC未インストール"_s,
       .text =
@@ -78,58 +75,41 @@ QCoro::Task<void> ExternalStreamCapture::OfferDownloadPage(const DownloadContext
           "VLC のダウンロードサイト（窓の杜）に接続しましょうか？"_s,
       .buttons = MessageBox::Buttons::YesNo,
       .defaultAnswer = MessageBox::Answer::No};
-  const MessageBox::Answer answer = co_await context.messages.Ask(question);
-  if (answer == MessageBox::Answer::Yes) context.opener.OpenWithDefaultHandler(DownloadPage());
+  const MessageBox::Answer answer = co_await messages_.Ask(question);
+  if (answer == MessageBox::Answer::Yes) opener_.OpenWithDefaultHandler(DownloadPage());
 }
 
-QCoro::Task<int> ExternalStreamCapture::Record(const DownloadContext& context, FoundTool found,
-                                               QString address, QString path) {
-  RecordingFile file(path, times_.freeBytes);
-  // StreamGet is told a folder alone.
-  const bool namesItself = found.kind == FoundTool::Kind::StreamGet;
-  int code = namesItself ? file.PutOldAside() : file.MakePart();
-  if (code == 0) {
-    tool_ = MakeTool(context, found, address, file);
-    code = co_await RunTool(context, file);
-    tool_.reset();
+QCoro::Task<StreamOutcome> ExternalStreamCapture::RunTool(RecordingFile& file, Activity& activity,
+                                                          CancelToken cancel) {
+  StreamOutcome outcome;
+  outcome.code = RowCode::Fatal;
+  const Outcome started = tool_->Start();
+  if (started.Ok()) {
+    CaptureWatch watch(*tool_, file, activity, cancel, times_);
+    outcome.code = co_await watch.Run();
+    outcome.reason = outcome.code == RowCode::Fatal ? tool_->WhyNeverSeen() : tool_->Refusal();
+  } else {
+    outcome.reason = started.message;
   }
-  if (code >= kFirstRunTimeError) {
-    const QString why = DescribeRunTimeError(static_cast<RunTimeError>(code));
-    context.board.SetStatus(EscapeForDisplay(path + u": "_s + why), StatusBoard::kRed);
-  }
-  co_return code;
-}
-
-QCoro::Task<int> ExternalStreamCapture::RunTool(const DownloadContext& context,
-                                                RecordingFile& file) {
-  CaptureWatch watch(*tool_, file, context.state, context.board, times_);
-  QString fault = tool_->Start();
-  int code = kFatal;
-  if (fault.isEmpty()) {
-    code = co_await watch.Run();
-    fault = code == kFatal ? tool_->WhyNeverSeen() : tool_->Refusal();
-  }
-  if (!fault.isEmpty()) context.board.SetStatus(EscapeForDisplay(fault), StatusBoard::kRed);
   // What has just ended may still be on its way here.
   co_await YieldToEventLoop();
   openWindow_ = tool_->OpenWindow();
-  co_return code;
+  co_return outcome;
 }
 
-std::unique_ptr<StreamTool> ExternalStreamCapture::MakeTool(const DownloadContext& context,
-                                                            const FoundTool& found,
-                                                            const QString& address,
+std::unique_ptr<StreamTool> ExternalStreamCapture::MakeTool(const FoundTool& found,
+                                                            const StreamRequest& request,
                                                             const RecordingFile& file) {
-  const bool shown = context.options.vlcShow;
+  const QString& address = request.address;
   if (found.kind == FoundTool::Kind::StreamGet) {
     const StreamGetRecording recording{.address = address, .folder = QFileInfo(file.Path()).path()};
     qCInfo(captureLog).noquote() << EscapeForDisplay(found.path + u' ' + address);
     return std::make_unique<StreamGetTool>(found.words, QFileInfo(found.path).path(), recording,
-                                           windows_, shown);
+                                           windows_, request.showTool);
   }
   const VlcRecording recording{.address = address, .path = file.Path(), .file = file.Written()};
   qCInfo(captureLog).noquote() << EscapeForDisplay(found.path + u' ' + VlcCommandText(recording));
-  return std::make_unique<VlcTool>(found.words, recording, windows_, shown);
+  return std::make_unique<VlcTool>(found.words, recording, windows_, request.showTool);
 }
 
 void ExternalStreamCapture::ShowToolWindow(bool shown) {

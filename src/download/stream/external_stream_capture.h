@@ -12,36 +12,37 @@
 namespace zentorin {
 
 class InstalledPrograms;
+class MessageBoxes;
+class Opener;
 class RecordingFile;
 class StreamTool;
 
-// Records streams through VLC media player or StreamGet, whichever the settings choose; a tool that
-// is not installed gives way to the other one.
+// Records through VLC media player or StreamGet. A tool that is missing gives way to the other.
 class ExternalStreamCapture : public StreamCapture {
  public:
-  // Both outlive the object.
   ExternalStreamCapture(const InstalledPrograms& programs, ToolWindows& windows,
+                        MessageBoxes& messages, Opener& opener,
                         const WatchTimes& times = WatchTimes());
   ~ExternalStreamCapture() override;
 
   void FindTool() override;
-  QCoro::Task<int> Capture(const DownloadContext& context, QString url, QString path) override;
+  QCoro::Task<StreamOutcome> Capture(StreamRequest request, Activity& activity,
+                                     CancelToken cancel) override;
   void ShowToolWindow(bool shown) override;
   bool AskToolToClose() override;
 
-  // Captions of the two tools in the settings dialog.
-  QStringList ToolCaptions() const { return lookup_.Captions(); }
+  QStringList ToolPaths() const { return lookup_.Paths(); }
 
  private:
-  QCoro::Task<void> OfferDownloadPage(const DownloadContext& context);
-  QCoro::Task<int> Record(const DownloadContext& context, FoundTool found, QString address,
-                          QString path);
-  QCoro::Task<int> RunTool(const DownloadContext& context, RecordingFile& file);
-  std::unique_ptr<StreamTool> MakeTool(const DownloadContext& context, const FoundTool& found,
-                                       const QString& address, const RecordingFile& file);
+  QCoro::Task<void> OfferDownloadPage();
+  QCoro::Task<StreamOutcome> RunTool(RecordingFile& file, Activity& activity, CancelToken cancel);
+  std::unique_ptr<StreamTool> MakeTool(const FoundTool& found, const StreamRequest& request,
+                                       const RecordingFile& file);
 
   ToolLookup lookup_;
   ToolWindows& windows_;
+  MessageBoxes& messages_;
+  Opener& opener_;
   WatchTimes times_;
   std::optional<FoundTool> found_;
   std::unique_ptr<StreamTool> tool_;      // of the recording under way

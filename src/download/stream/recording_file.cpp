@@ -8,10 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include "base/run_time_error.h"
+#include "base/descriptor.h"
 #include "download/local_file.h"
 
 namespace zentorin {
@@ -20,31 +17,27 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-int Move(const QString& from, const QString& to) {
+Outcome Move(const QString& from, const QString& to) {
   const QByteArray source = QFile::encodeName(from);
   const bool moved = ::rename(source.constData(), QFile::encodeName(to).constData()) == 0;
-  return moved ? 0 : static_cast<int>(RunTimeErrorFromErrno(errno));
+  return moved ? Outcome() : Outcome::OfErrno(errno, to);
 }
 
 // Makes an empty file with the rights of any new file, "song.wmv.1x4k9.part" for ".../song.wmv", so
 // that one that a power cut leaves behind tells what it is. Of a long name only the start is taken.
-int MakeBeside(const QString& path, QLatin1StringView ending, QString& made) {
+Outcome MakeBeside(const QString& path, QLatin1StringView ending, QString& made) {
   constexpr qsizetype kNameChars = 60;
-  constexpr mode_t kNewFileMode = 0666;
   constexpr int kBase = 36;
   const QFileInfo row(path);
   QString stem = row.fileName().left(kNameChars);
   if (stem.back().isHighSurrogate()) stem.chop(1);
-  int handle = -1;
-  do {
+  for (;;) {
     const quint32 number = QRandomGenerator::global()->generate();
     made = row.path() + u'/' + stem + u'.' + QString::number(number, kBase) + ending;
-    handle = ::open(QFile::encodeName(made).constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC,
-                    kNewFileMode);
-  } while (handle < 0 && errno == EEXIST);
-  if (handle < 0) return static_cast<int>(RunTimeErrorFromErrno(errno));
-  ::close(handle);
-  return 0;
+    const Descriptor file(made, O_CREAT | O_EXCL | O_WRONLY);
+    if (file.Number() >= 0) return {};
+    if (errno != EEXIST) return Outcome::OfErrno(errno, path);
+  }
 }
 
 }  // namespace
@@ -52,30 +45,30 @@ int MakeBeside(const QString& path, QLatin1StringView ending, QString& made) {
 RecordingFile::~RecordingFile() {
   if (written_.isEmpty()) return;
   DeleteLocalFile(written_);
-  if (!old_.isEmpty()) Move(old_, path_);
+  if (!old_.isEmpty()) static_cast<void>(Move(old_, path_));
 }
 
-int RecordingFile::MakePart() {
+Outcome RecordingFile::MakePart() {
   QString part;
-  const int error = MakeBeside(path_, ".part"_L1, part);
-  if (error == 0) written_ = part;
-  return error;
+  const Outcome made = MakeBeside(path_, ".part"_L1, part);
+  if (made.Ok()) written_ = part;
+  return made;
 }
 
-int RecordingFile::PutOldAside() {
+Outcome RecordingFile::PutOldAside() {
   if (QFileInfo::exists(path_)) {
     QString aside;
-    int error = MakeBeside(path_, ".old"_L1, aside);
-    if (error != 0) return error;
-    error = Move(path_, aside);
-    if (error != 0) {
+    Outcome outcome = MakeBeside(path_, ".old"_L1, aside);
+    if (!outcome.Ok()) return outcome;
+    outcome = Move(path_, aside);
+    if (!outcome.Ok()) {
       DeleteLocalFile(aside);
-      return error;
+      return outcome;
     }
     old_ = aside;
   }
   written_ = path_;
-  return 0;
+  return {};
 }
 
 qint64 RecordingFile::Bytes() const {
@@ -94,12 +87,12 @@ bool RecordingFile::DiskIsFull() const {
   return free >= 0 && free < kOneBlock;
 }
 
-int RecordingFile::Keep() {
-  const int error = written_ == path_ ? 0 : Move(written_, path_);
-  if (error != 0) return error;
+Outcome RecordingFile::Keep() {
+  const Outcome moved = written_ == path_ ? Outcome() : Move(written_, path_);
+  if (!moved.Ok()) return moved;
   if (!old_.isEmpty()) DeleteLocalFile(old_);
   written_.clear();
-  return 0;
+  return {};
 }
 
 }  // namespace zentorin

@@ -3,18 +3,17 @@
 
 #include <QString>
 
+#include "base/outcome.h"
+
 namespace zentorin {
 
 // The file of one recording. What stands at the row's path is replaced only when the recording is
 // kept: one that fails costs no earlier one, and nothing of it stays behind.
 class RecordingFile {
  public:
-  // Asks for the free bytes of the disk under a folder, -1 when they are not known; or a test's
-  // stand-in.
-  using FreeBytesCall = qint64 (*)(const QString& folder);
+  using FreeBytesCall = qint64 (*)(const QString& folder);  // -1: not known
   static qint64 FreeBytes(const QString& folder);
 
-  // `path`: where the row's file belongs.
   explicit RecordingFile(QString path, FreeBytesCall freeBytes = &FreeBytes)
       : path_(std::move(path)), freeBytes_(freeBytes) {}
   RecordingFile(const RecordingFile&) = delete;
@@ -22,24 +21,19 @@ class RecordingFile {
   // To be destroyed after the tool has ended: its recording is deleted unless it was kept.
   ~RecordingFile();
 
-  // One of these goes before the tool's start; each answers 0 or a run-time error number.
-  // For a tool that writes where it is told to: a new, empty file beside the row's.
-  int MakePart();
-  // For a tool that writes to the row's path anyway: moves what stands there out of its way.
-  int PutOldAside();
+  // One of these goes before the tool's start.
+  Outcome MakePart();     // a new file beside the row's, for a tool that writes where it is told
+  Outcome PutOldAside();  // for a tool that writes to the row's path anyway
 
   const QString& Path() const { return path_; }
-  // What the tool writes.
-  const QString& Written() const { return written_; }
+  const QString& Written() const { return written_; }  // by the tool
   qint64 Bytes() const;
-  // No room is left for what the tool writes. Tools do not tell: they drop what finds no room.
-  bool DiskIsFull() const;
+  bool DiskIsFull() const;  // tools do not tell: they drop what finds no room
 
-  // The recording takes the row's path. 0, or a run-time error number.
-  int Keep();
+  Outcome Keep();  // the recording takes the row's path
 
  private:
-  QString path_;
+  QString path_;  // where the row's file belongs
   FreeBytesCall freeBytes_;
   QString written_;  // empty before the start and once it is kept
   QString old_;      // where the earlier file lies meanwhile; empty for none

@@ -65,15 +65,15 @@ QString StreamGetIni(const StreamGetRecording& recording) {
   return lines.join(u"\r\n"_s) + u"\r\n"_s;
 }
 
-FileOutcome WriteStreamGetSettings(const QString& toolFolder, const StreamGetRecording& recording) {
+Outcome WriteStreamGetSettings(const QString& toolFolder, const StreamGetRecording& recording) {
   const AnsiBytes ini = EncodeAnsi(StreamGetIni(recording));
   if (ini.fault) {
-    return {.error = static_cast<int>(RunTimeError::BadFileName),
-            .message = SettingsPath(toolFolder) +
-                       u": Shift_JIS にない文字「%1」は StreamGet に渡せません。"_s.arg(
-                           ini.fault->character)};
+    return Outcome::Failed(
+        RunTimeError::BadFileName,
+        SettingsPath(toolFolder) +
+            u": Shift_JIS にない文字「%1」は StreamGet に渡せません。"_s.arg(ini.fault->character));
   }
-  const FileOutcome written = WriteWholeFile(SettingsPath(toolFolder), ini.bytes);
+  const Outcome written = WriteWholeFile(SettingsPath(toolFolder), ini.bytes);
   if (written.Ok()) RemoveOldStreams(toolFolder);
   return written;
 }

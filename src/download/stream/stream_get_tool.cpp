@@ -67,12 +67,12 @@ StreamGetTool::StreamGetTool(QStringList command, QString folder, StreamGetRecor
       windows_(windows),
       shown_(shown) {}
 
-QString StreamGetTool::Start() {
+Outcome StreamGetTool::Start() {
   if (!windows_.Available()) {
-    return u"StreamGet は画面がないと実行できません。"_s;
+    return Outcome::Failed(RunTimeError::Other, u"StreamGet は画面がないと実行できません。"_s);
   }
-  const FileOutcome written = WriteStreamGetSettings(folder_, recording_);
-  if (!written.Ok()) return written.message;
+  const Outcome written = WriteStreamGetSettings(folder_, recording_);
+  if (!written.Ok()) return written;
   for (const ToolWindow& window : windows_.List()) otherWindows_.insert(window.id);
   process_.Start(command_, folder_);
   return {};

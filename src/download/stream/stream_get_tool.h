@@ -11,16 +11,15 @@
 
 namespace zentorin {
 
-// A run of StreamGet, a Windows program that a compatibility layer shows on this desktop. It takes
-// its orders from its settings file; what it does is seen in its windows and in that file. Its
-// controls are no windows of their own here, so its status text is its window's title.
+// A run of StreamGet, a Windows program under a compatibility layer. Its settings file gives it its
+// orders. Its controls are no windows of their own here: its title is its status text.
 class StreamGetTool : public StreamTool {
  public:
-  // `command`: the words that start it; `folder`: where it lies. `windows` outlives the object.
+  // `command`: the words that start it; `folder`: where it lies.
   StreamGetTool(QStringList command, QString folder, StreamGetRecording recording,
                 ToolWindows& windows, bool shown);
 
-  QString Start() override;
+  Outcome Start() override;
   QString WhyNeverSeen() const override;
   bool Appeared() override;
   std::chrono::milliseconds AppearTime() const override { return std::chrono::seconds(20); }

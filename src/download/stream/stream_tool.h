@@ -7,12 +7,12 @@
 
 #include <QCoro/QCoroTask>
 
+#include "base/outcome.h"
 #include "download/stream/tool_process.h"
 #include "download/stream/tool_windows.h"
 
 namespace zentorin {
 
-// What a tool shows of its recording at one moment.
 struct ToolReading {
   QString text;         // as the user sees it: "00:00:13/00:01:00", "45%"
   double fraction = 0;  // 0 to 1
@@ -29,14 +29,11 @@ class StreamTool {
   StreamTool& operator=(const StreamTool&) = delete;
   virtual ~StreamTool() = default;
 
-  // Empty, or why the tool cannot be started.
-  virtual QString Start() = 0;
+  virtual Outcome Start() = 0;
 
-  // A sentence for the user on a tool that never appeared.
-  virtual QString WhyNeverSeen() const = 0;
+  virtual QString WhyNeverSeen() const = 0;  // a sentence for the user
 
-  // True once it can be watched, asked every 10 ms until AppearTime() after the process's last
-  // start.
+  // True once it can be watched; asked every 10 ms until AppearTime() after the last start.
   virtual bool Appeared() = 0;
   virtual std::chrono::milliseconds AppearTime() const = 0;
 
@@ -45,15 +42,12 @@ class StreamTool {
   virtual bool RanUnseen() const = 0;
   // A sentence on why its recording is not to be had; empty when it is.
   virtual QString Refusal() const { return {}; }
-  // Called every 500 ms; also answers what the tool asks.
-  virtual ToolReading Read() = 0;
+  virtual ToolReading Read() = 0;  // called every 500 ms; also answers what the tool asks
 
   // Leaves no process behind. `atOnce`: the user waits for it, and the recording is of no use.
   virtual QCoro::Task<void> End(bool atOnce) = 0;
 
-  // Shows the tool's window minimised, or hides it.
-  virtual void Show(bool shown) = 0;
-  // The tool's main window, when it stands there still.
+  virtual void Show(bool shown) = 0;  // minimised, or hidden
   virtual std::optional<ToolWindow> OpenWindow() const { return std::nullopt; }
 
   ToolProcess& Process() { return process_; }

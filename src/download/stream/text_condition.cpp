@@ -20,7 +20,7 @@ struct Token {
 constexpr std::array<QStringView, 11> kOperators{u"<=", u">=", u"<>", u"==", u"!=", u"&&",
                                                  u"||", u"<",  u">",  u"=",  u"^"};
 
-// Takes a condition apart. A name ends at a blank, a quote, an operator or a bracket.
+// A name ends at a blank, a quote, an operator or a bracket.
 class Splitter {
  public:
   Splitter(const QString& text, const QHash<QString, QString>& variables)
@@ -176,6 +176,19 @@ class Evaluator {
 
 }  // namespace
 
+// Operators, loosest first; those of one line bind alike:
+//   ||                       any side holds
+//   &&                       both sides hold
+//   !                        in front of a comparison or of a text: negates the whole of it
+//   == !=                    equal or not, to the letter
+//   = <>                     equal or not, letter case ignored
+//   < > <= >=                order: of numbers if both sides are decimal ones, else of characters
+//   ^                        the left text contains the right one, letter case ignored
+// There are no two comparisons in a row ("a < b < c") and no brackets: "(" and ")" stand in quotes
+// only. A text stands in double quotes, in which a doubled quote is a quote, or is the name of a
+// variable.
+//
+// Time grows with the text's length, and nothing nests.
 std::optional<bool> EvaluateCondition(const QString& condition,
                                       const QHash<QString, QString>& variables) {
   const auto tokens = Splitter(condition, variables).Split();

@@ -42,8 +42,9 @@ QString StreamGetNamedIn(const QStringList& words) {
   for (QString word : words) {
     word.replace(u'\\', u'/');
     if (!word.endsWith(u'/' + kStreamGetFile, Qt::CaseInsensitive)) continue;
-    if (word.size() > 2 && word[1] == u':')
+    if (word.size() > 2 && word[1] == u':') {
       word = DrivesFolder(words) + word.toLower().left(2) + word.sliced(2);
+    }
     if (const QString file = StreamGetIn(QFileInfo(word).path()); !file.isEmpty()) return file;
   }
   return {};
@@ -60,6 +61,9 @@ std::optional<FoundTool> ToolLookup::FindAny() const {
   return vlc ? vlc : FindStreamGet();
 }
 
+// VLC is the program file of its desktop entry, and without one the command "vlc" or "cvlc" of the
+// path. The file must have one of these two names: what an entry starts instead (a sandbox, a
+// script) cannot be given the words that VLC understands.
 std::optional<FoundTool> ToolLookup::FindVlc() const {
   QStringList candidates;
   const auto entry = programs_.FindByDisplayName(u"VLC media player,VideoLAN VLC"_s);
@@ -72,6 +76,9 @@ std::optional<FoundTool> ToolLookup::FindVlc() const {
   return std::nullopt;
 }
 
+// StreamGet is a Windows program: the entry that a compatibility layer made for it starts it. Its
+// file lies in the entry's folder or is named in the entry's Exec, as a path of this system or as
+// one of the layer's ("C:\…", below $WINEPREFIX).
 std::optional<FoundTool> ToolLookup::FindStreamGet() const {
   const auto entry = programs_.FindByDisplayName(u"GetASFStream"_s);
   if (!entry) return std::nullopt;
@@ -84,13 +91,12 @@ std::optional<FoundTool> ToolLookup::FindStreamGet() const {
   return FoundTool{.kind = FoundTool::Kind::StreamGet, .path = path, .words = *words};
 }
 
-QStringList ToolLookup::Captions() const {
-  QStringList captions = {u"VLC media player"_s, u"GetASFStream"_s};
+QStringList ToolLookup::Paths() const {
+  QStringList paths;
   for (const int setting : {kVlc, kStreamGet}) {
-    const auto tool = Find(setting);
-    captions[setting] += tool ? u" (%1)"_s.arg(tool->path) : u"（インストールされていません）"_s;
+    paths.append(Find(setting).value_or(FoundTool()).path);
   }
-  return captions;
+  return paths;
 }
 
 }  // namespace zentorin

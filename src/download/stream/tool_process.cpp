@@ -7,7 +7,6 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
-#include "base/run_state.h"
 #include "base/wait.h"
 
 namespace zentorin {
@@ -74,11 +73,11 @@ void ToolProcess::Kill() {
   if (session > 1 && !empty_) ::kill(-session, SIGKILL);
 }
 
-QCoro::Task<void> ToolProcess::Pause(RunState& state, std::chrono::milliseconds time) {
-  if (state.CancelRequested()) co_return;
+QCoro::Task<void> ToolProcess::Pause(CancelToken cancel, std::chrono::milliseconds time) {
+  if (cancel.Cancelled()) co_return;
   FirstEvent event(time);
   event.Add(*this, &ToolProcess::Ended);
-  event.Add(state, &RunState::Cancelled);
+  event.Add(cancel);
   co_await event.Wait();
 }
 

@@ -10,13 +10,12 @@
 
 #include <QCoro/QCoroTask>
 
+#include "base/cancel_token.h"
+
 namespace zentorin {
 
-class RunState;
-
-// A recording program that is started for one stream and never outlives it: it runs in a session of
-// its own, which is ended as a whole with the object, and the system ends it should this program
-// die.
+// A recording program, started for one stream. It runs in a session of its own, which is ended as a
+// whole with the object; the system ends it should this program die.
 class ToolProcess : public QObject {
   Q_OBJECT
 
@@ -27,33 +26,26 @@ class ToolProcess : public QObject {
   // `words`: the program's full path and its arguments. Whether it came up shows in Running().
   void Start(const QStringList& words, const QString& folder = {});
 
-  // Before the start: what the program says on its standard error comes as Said(), all of it before
-  // Ended(). Without this nobody listens.
+  // Before the start: standard error comes as Said(), all of it before Ended(). Else it is lost.
   void Listen() { process_.setStandardErrorFile({}); }
   void SetEnvironment(const QProcessEnvironment& environment) {
     process_.setProcessEnvironment(environment);
   }
 
   bool Running() const { return process_.state() != QProcess::NotRunning; }
-  // It ended as it should: not by a signal from elsewhere, and with status 0.
-  bool EndedWell() const;
-  // Something other than this object ended it in the middle.
-  bool WasKilled() const;
+  bool EndedWell() const;  // not by a signal from elsewhere, and with status 0
+  bool WasKilled() const;  // by something else than this object, in the middle
 
   qint64 Id() const { return process_.processId(); }
-  // Since the last Start().
   std::chrono::milliseconds SinceStart() const {
     return std::chrono::milliseconds(sinceStart_.elapsed());
   }
 
-  // Ends the whole session at once. The end itself comes as Ended().
-  void Kill();
+  void Kill();  // the whole session; the end itself comes as Ended()
 
-  // Sleeps until the program ends, the time is over or a cancel is requested. What ended before is
-  // not waited for: then only the time counts.
-  QCoro::Task<void> Pause(RunState& state, std::chrono::milliseconds time);
-  // True when it has ended, at the latest when the time is over; a cancel changes nothing.
-  QCoro::Task<bool> WaitForEnd(std::chrono::milliseconds time);
+  // Sleeps until the program ends, the time is over or a cancel. An earlier end cuts nothing short.
+  QCoro::Task<void> Pause(CancelToken cancel, std::chrono::milliseconds time);
+  QCoro::Task<bool> WaitForEnd(std::chrono::milliseconds time);  // true when it has ended
 
  Q_SIGNALS:
   void Ended();

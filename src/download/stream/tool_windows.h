@@ -7,7 +7,6 @@
 
 namespace zentorin {
 
-// One window on the user's screen, or hidden from it.
 struct ToolWindow {
   quint32 id = 0;
   QString instance;  // both parts of its class
@@ -29,8 +28,7 @@ struct ToolWindow {
   }
 };
 
-// The windows of other programs: what is there, and the few things that are done to them. Requests
-// for a window that is gone do nothing.
+// The windows of other programs. Requests for a window that is gone do nothing.
 class ToolWindows {
  public:
   ToolWindows() = default;
@@ -38,20 +36,15 @@ class ToolWindows {
   ToolWindows& operator=(const ToolWindows&) = delete;
   virtual ~ToolWindows() = default;
 
-  // False without a display; then the list is empty.
-  virtual bool Available() = 0;
+  virtual bool Available() = 0;  // false without a display; then the list is empty
   virtual std::vector<ToolWindow> List() = 0;
-  // The same window as it is now; nothing when it is gone. It is asked for by its id: a list that
-  // is made while a window manager takes a window from one parent to another may lack it.
+  // As it is now; nothing when it is gone. It is asked by its id: a list that is made while a
+  // window manager takes a window from one parent to another may lack it.
   virtual std::optional<ToolWindow> Find(const ToolWindow& window) = 0;
 
-  // Types one letter into a window.
   virtual void PressKey(quint32 window, char16_t letter) = 0;
-  // Shows it minimised, or hides it.
-  virtual void Show(quint32 window, bool shown) = 0;
-  // Asks it to close.
-  virtual void Close(quint32 window) = 0;
-  // Ends the program that made it.
+  virtual void Show(quint32 window, bool shown) = 0;  // minimised, or hidden
+  virtual void Close(quint32 window) = 0;             // asks it to
   virtual void EndProgram(quint32 window) = 0;
 };
 

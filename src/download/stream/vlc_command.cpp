@@ -29,8 +29,9 @@ QString ChainText(QString text) {
 // would be lost otherwise.
 QString Container(const QString& path) {
   for (const QLatin1StringView ending : {".wmv"_L1, ".asf"_L1, ".wma"_L1}) {
-    if (path.endsWith(ending, Qt::CaseInsensitive))
+    if (path.endsWith(ending, Qt::CaseInsensitive)) {
       return u"avformat{mux=asf,options={flush_packets=1}}"_s;
+    }
   }
   return u"raw"_s;
 }

@@ -6,7 +6,6 @@
 
 namespace zentorin {
 
-// One recording, as VLC is asked for it.
 struct VlcRecording {
   QString address;
   QString path;  // of the row's file; ".mp3" asks for a conversion
@@ -17,9 +16,8 @@ struct VlcRecording {
 // understand it: its chain lacks braces, and the blanks and quotes are another system's.
 QString VlcCommandText(const VlcRecording& recording);
 
-// The same recording in words that VLC 3 understands. `socket`: path of the Unix socket on which it
-// is to listen for commands. `shown`: with a minimised window, which needs VLC's window plugin.
-// Empty when the address is none that can be recorded.
+// The same for VLC 3; empty for an address that cannot be recorded. `socket`: Unix socket on which
+// it listens for commands. `shown`: minimised, which needs VLC's window plugin.
 QStringList VlcArguments(const VlcRecording& recording, const QString& socket, bool shown);
 
 }  // namespace zentorin

@@ -30,7 +30,7 @@ bool IsListOfAddresses(const QByteArray& format) {
                              [](const QByteArray& name) { return kFormats.contains(name); });
 }
 
-// What stands behind a text in a line; null when the text is not there.
+// Null when the text is not there.
 QByteArray Behind(const QByteArray& line, const QByteArray& text) {
   const qsizetype at = line.indexOf(text);
   return at < 0 ? QByteArray() : line.mid(at + text.size());

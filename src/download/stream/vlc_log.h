@@ -11,14 +11,12 @@ namespace zentorin {
 // the screen of this machine, which no option of VLC 3 forbids.
 class VlcLog {
  public:
-  // As it comes, in pieces of any size.
-  void Take(const QByteArray& bytes);
+  void Take(const QByteArray& bytes);  // pieces of any size
 
   // The first source that is no stream elsewhere, or the format that would open some unseen, fit
   // to be shown; empty when there was none.
   const QString& Refused() const { return refused_; }
-  // False as long as the log has told of no source at all.
-  bool HasTold() const { return hasTold_; }
+  bool HasTold() const { return hasTold_; }  // of any source at all
 
  private:
   void TakeLine(const QByteArray& line);

@@ -5,7 +5,6 @@
 #include <array>
 
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include "base/unix_socket.h"
 
@@ -19,21 +18,16 @@ constexpr QByteArrayView kMark("zentorin-mark");
 
 }  // namespace
 
-VlcRemote::~VlcRemote() {
-  Disconnect();
-}
-
 void VlcRemote::Disconnect() {
-  if (socket_ >= 0) ::close(socket_);
-  socket_ = -1;
+  socket_.Close();
   buffer_.clear();
   numbers_.clear();
 }
 
 // A local socket connects at once or not at all.
 bool VlcRemote::Connect(const QString& path) {
-  if (socket_ < 0) socket_ = ConnectUnixSocket(QFile::encodeName(path));
-  return socket_ >= 0;
+  if (socket_.Number() < 0) socket_ = ConnectUnixSocket(QFile::encodeName(path));
+  return socket_.Number() >= 0;
 }
 
 void VlcRemote::Ask() {
@@ -46,16 +40,17 @@ void VlcRemote::Quit() {
 
 // A player that does not read is no reason to wait: it will be ended.
 void VlcRemote::Send(const QByteArray& commands) const {
-  if (socket_ < 0) return;
-  ::send(socket_, commands.constData(), static_cast<std::size_t>(commands.size()), MSG_NOSIGNAL);
+  if (socket_.Number() < 0) return;
+  const auto size = static_cast<std::size_t>(commands.size());
+  ::send(socket_.Number(), commands.constData(), size, MSG_NOSIGNAL);
 }
 
 std::optional<VlcRemote::Standing> VlcRemote::Answer() {
   standing_.reset();
   std::array<char, 4096> block{};
   constexpr int kMaxBlocks = 64;
-  for (int i = 0; socket_ >= 0 && i < kMaxBlocks; ++i) {
-    const ssize_t count = ::recv(socket_, block.data(), block.size(), 0);
+  for (int i = 0; socket_.Number() >= 0 && i < kMaxBlocks; ++i) {
+    const ssize_t count = ::recv(socket_.Number(), block.data(), block.size(), 0);
     if (count <= 0) break;
     buffer_.append(block.data(), count);
   }

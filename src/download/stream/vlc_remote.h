@@ -6,6 +6,8 @@
 #include <QString>
 #include <optional>
 
+#include "base/descriptor.h"
+
 namespace zentorin {
 
 // VLC's remote control on a Unix socket: asks where the player stands and tells it to quit. Nothing
@@ -17,24 +19,17 @@ class VlcRemote {
     qint64 length = 0;    // seconds; 0 while it is not known
   };
 
-  VlcRemote() = default;
-  VlcRemote(const VlcRemote&) = delete;
-  VlcRemote& operator=(const VlcRemote&) = delete;
-  ~VlcRemote();
-
-  // True once the player listens.
-  bool Connect(const QString& path);
+  bool Connect(const QString& path);  // true once the player listens
   void Disconnect();
   void Ask();
-  // The last whole answer since the last call.
-  std::optional<Standing> Answer();
+  std::optional<Standing> Answer();  // the last whole one since the last call
   void Quit();
 
  private:
   void Send(const QByteArray& commands) const;
   void TakeLine(const QByteArray& line);
 
-  int socket_ = -1;
+  Descriptor socket_;
   QByteArray buffer_;
   QList<qint64> numbers_;
   std::optional<Standing> standing_;

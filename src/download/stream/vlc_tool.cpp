@@ -65,10 +65,11 @@ VlcTool::VlcTool(QStringList command, VlcRecording recording, ToolWindows& windo
                    [this](const QByteArray& log) { Hear(log); });
 }
 
-QString VlcTool::Start() {
+Outcome VlcTool::Start() {
   folder_ = std::make_unique<QTemporaryDir>(SocketFolderTemplate());
   if (!folder_->isValid()) {
-    return u"一時フォルダを作成できません: "_s + folder_->errorString();
+    return Outcome::Failed(RunTimeError::Other,
+                           u"一時フォルダを作成できません: "_s + folder_->errorString());
   }
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   // This has the last word on how much is logged.
@@ -77,7 +78,12 @@ QString VlcTool::Start() {
   environment.insert(u"XDG_CONFIG_HOME"_s, folder_->path());
   process_.SetEnvironment(environment);
   if (StartWith(shown_)) return {};
-  return u"録画できないアドレスです。: "_s + CutForDisplay(recording_.address);
+  return Outcome::Failed(RunTimeError::BadFileName,
+                         u"録画できないアドレスです。: "_s + CutForDisplay(recording_.address));
+}
+
+QString VlcTool::SocketPath() const {
+  return folder_->filePath(u"rc"_s);
 }
 
 QString VlcTool::WhyNeverSeen() const {

@@ -13,19 +13,15 @@
 
 namespace zentorin {
 
-using namespace Qt::Literals::StringLiterals;
-
 class ToolWindows;
 
-// A run of VLC media player that records one stream. Its remote control takes the place of its
-// window's status bar.
+// A run of VLC media player. Its remote control takes the place of its window's status bar.
 class VlcTool : public StreamTool {
  public:
-  // `command`: the words that start VLC. `windows` outlives the object; with `shown`, VLC gets a
-  // minimised window where it can.
+  // With `shown`, VLC gets a minimised window where it can.
   VlcTool(QStringList command, VlcRecording recording, ToolWindows& windows, bool shown);
 
-  QString Start() override;
+  Outcome Start() override;
   QString WhyNeverSeen() const override;
   QString Refusal() const override;
   bool Appeared() override;
@@ -38,7 +34,7 @@ class VlcTool : public StreamTool {
   void Show(bool shown) override;
 
  private:
-  QString SocketPath() const { return folder_->filePath(u"rc"_s); }
+  QString SocketPath() const;
   bool StartWith(bool shown);
   void Hear(const QByteArray& log);
   bool HasRecorded() const;

@@ -27,8 +27,7 @@ class X11ToolWindows : public ToolWindows {
  private:
   class Display;
 
-  // Null without a display.
-  Display* Connected();
+  Display* Connected();  // null without a display
 
   std::unique_ptr<Display> display_;
 };

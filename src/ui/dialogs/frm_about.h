@@ -11,12 +11,11 @@ class frmAbout;
 
 namespace zentorin {
 
-// The about box.
 class frmAbout : public QDialog {
   Q_OBJECT
 
  public:
-  // `libraries`: one line for each library, name and version.
+  // `libraries`: one line for each, name and version.
   frmAbout(const QString& title, const QStringList& libraries, QWidget* parent = nullptr);
   ~frmAbout() override;
 
@@ -28,7 +27,6 @@ class frmAbout : public QDialog {
   std::unique_ptr<Ui::frmAbout> ui_;
 };
 
-// "Qt 6.4.2" and the like, of what the program runs with at this moment.
-QStringList LibraryVersions();
+QStringList LibraryVersions();  // "Qt 6.4.2" and the like
 
 }  // namespace zentorin

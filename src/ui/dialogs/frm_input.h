@@ -9,8 +9,7 @@ class QPlainTextEdit;
 
 namespace zentorin {
 
-// A larger editor for one long value of the window. The value stays one line; its font can be made
-// larger and smaller while it is edited.
+// A larger editor for one long value, which stays one line.
 class frmInput : public QDialog {
   Q_OBJECT
 

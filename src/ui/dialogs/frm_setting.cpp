@@ -24,6 +24,10 @@ constexpr int kTypeMismatch = 13;
 constexpr int kLargestDiffHours = 14;  // the time zones of the world: -12 to +14
 constexpr int kSmallestDiffHours = -12;
 
+QString ToolCaption(const QString& tool, const QString& path) {
+  return tool + (path.isEmpty() ? u"（インストールされていません）"_s : u" (%1)"_s.arg(path));
+}
+
 }  // namespace
 
 frmSetting::frmSetting(SettingContext context, QWidget* parent)
@@ -46,8 +50,8 @@ void frmSetting::Fill() {
   }
   ui_->cmbGmtDiff->setEditText(PadLeft(QString::number(settings.clock.gmtDiffHours), 3));
   ui_->ChkWmaToMp3->setChecked(settings.download.wmaToMp3);
-  ui_->OptStreaming_0->setText(context_.toolCaptions.value(0));
-  ui_->OptStreaming_1->setText(context_.toolCaptions.value(1));
+  ui_->OptStreaming_0->setText(ToolCaption(u"VLC media player"_s, context_.toolPaths.value(0)));
+  ui_->OptStreaming_1->setText(ToolCaption(u"GetASFStream"_s, context_.toolPaths.value(1)));
   (settings.download.streamingTool == 1 ? ui_->OptStreaming_1 : ui_->OptStreaming_0)
       ->setChecked(true);
   // The frame's tag holds the index of the chosen tool.

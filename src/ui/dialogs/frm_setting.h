@@ -17,13 +17,12 @@ class FileDialogs;
 class MessageBoxes;
 struct AppSettings;
 
-// What the settings dialog asks of the world; all of it outlives the dialog.
 struct SettingContext {
   AppSettings& settings;
   FileDialogs& dialogs;
   MessageBoxes& messages;
-  QString programFolder;     // where the folder chooser starts when no folder is set
-  QStringList toolCaptions;  // captions of the two streaming tools as located on this machine
+  QString programFolder;  // where the folder chooser starts when no folder is set
+  QStringList toolPaths;  // of the two streaming tools; empty for one that is not installed
 };
 
 // The settings dialog. The date prefix acts while the dialog is open; all other settings are taken

@@ -44,9 +44,7 @@ QCoro::Task<void> PlainTextWindows::Save(QString text, QString title) {
   dialog.filters = {u"テキストファイル(*.txt)"_s, u"すべてのファイル(*.*)"_s};
   const QString path = co_await dialogs_.AskForFileToSave(dialog);
   if (path.isEmpty()) co_return;
-  text.replace(u"\r\n"_s, u"\n"_s);
-  text.replace(u"\n"_s, u"\r\n"_s);
-  const FileOutcome outcome = WriteWholeFile(path, text.toUtf8());
+  const Outcome outcome = WriteWholeFile(path, text.toUtf8());
   if (outcome.Ok()) co_return;
   const MessageBox box = MessageBox::Error(outcome.message);
   co_await messages_.Ask(box);

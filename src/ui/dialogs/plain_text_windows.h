@@ -15,8 +15,7 @@ class FileDialogs;
 class MessageBoxes;
 class TextWindow;
 
-// The text windows that are open. They stay until the user closes them or the program ends. Both
-// references outlive the object, and the object outlives every question for a file.
+// They stay until the user closes them or the program ends, and all questions with them.
 class PlainTextWindows : public TextWindows {
  public:
   PlainTextWindows(FileDialogs& dialogs, MessageBoxes& messages);

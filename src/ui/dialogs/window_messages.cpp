@@ -10,8 +10,8 @@
 #include <QCoro/QCoroSignal>
 
 #include "app/auto_run.h"
-#include "app/program_title.h"
 #include "base/file_names.h"
+#include "base/product_name.h"
 
 namespace zentorin {
 
@@ -127,7 +127,7 @@ QCoro::Task<MessageBox::Answer> WindowMessages::Ask(MessageBox box) {
   dialog->setDefaultButton(ButtonOf(box.defaultAnswer));
   dialog->setWindowModality(Qt::ApplicationModal);
   SetCaptions(*dialog);
-  if (autoRun_ != nullptr && autoRun_->CurrentPhase() != AutoRun::Phase::Idle) {
+  if (autoRun_ != nullptr && autoRun_->CurrentState() != AutoRun::State::Idle) {
     const int answer = ButtonOf(box.defaultAnswer);
     QMessageBox* shown = dialog.get();
     QTimer::singleShot(selfAnswerTime_, shown, [shown, answer] { shown->done(answer); });

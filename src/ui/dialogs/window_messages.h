@@ -11,8 +11,8 @@ namespace zentorin {
 
 class AutoRun;
 
-// Message boxes as dialogs over the window. While an unattended run is armed or works, a box that
-// nobody answers takes its default answer after half a minute, so that the night's run goes on.
+// While an unattended run is armed or works, a box that nobody answers takes its default answer, so
+// that the night's run goes on.
 class WindowMessages : public MessageBoxes {
  public:
   static constexpr std::chrono::milliseconds kSelfAnswerTime{30'000};
@@ -20,8 +20,7 @@ class WindowMessages : public MessageBoxes {
   explicit WindowMessages(std::chrono::milliseconds selfAnswerTime = kSelfAnswerTime)
       : selfAnswerTime_(selfAnswerTime) {}
 
-  // The window over which boxes are shown, and the run that tells whether somebody sits before
-  // them. Both may come later than the boxes and end sooner.
+  // Both may come later than the boxes and end sooner.
   void Attach(QWidget* window, const AutoRun* autoRun);
 
   QCoro::Task<MessageBox::Answer> Ask(MessageBox box) override;

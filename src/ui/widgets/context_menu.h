@@ -8,26 +8,22 @@ class QAbstractItemView;
 
 namespace zentorin {
 
-// The context menu of a list. It comes up as the right mouse button goes down, which by itself
-// changes neither selection nor current row, and on the keyboard's menu key. The shortcuts of its
-// entries work while the list has the focus. Owned by the list.
+// Comes up as the right button goes down, which changes neither selection nor current row, and on
+// the menu key. Its shortcuts work while the list, its owner, has the focus.
 class ContextMenu : public QMenu {
   Q_OBJECT
 
  public:
   ContextMenu(const char* name, QAbstractItemView& list);
 
-  // Without it the menu comes up over an empty list too.
-  void OnlyWithEntries() { onlyWithEntries_ = true; }
+  void OnlyWithEntries() { onlyWithEntries_ = true; }  // else over an empty list too
 
   QAction* AddEntry(const char* name, const QString& caption, const QKeySequence& keys = {});
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  Q_SIGNALS:
-  // The mouse asks for the menu over this entry, invalid over the empty part of the list; before
-  // the menu is shown.
-  void AskedByMouse(const QModelIndex& entry);
+  void AskedByMouse(const QModelIndex& entry);  // before it is shown; invalid over the empty part
 
  private:
   bool Pressed(const QMouseEvent& event);

@@ -5,9 +5,8 @@
 
 namespace zentorin {
 
-// A combo box whose text is the user's own. Keys and wheel step through its entries only from one
-// of them, never away from a text that would be lost; and the wheel only while the box is in use,
-// so that a scroll that passes over it edits no job.
+// Keys and wheel step through the entries only from one of them, never away from a text of the
+// user's own; the wheel only while the box is in use.
 class FieldCombo : public QComboBox {
  public:
   explicit FieldCombo(QWidget* parent = nullptr);

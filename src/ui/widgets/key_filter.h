@@ -9,18 +9,14 @@ class QWidget;
 
 namespace zentorin {
 
-// Swallows typed characters, whether they come from a key or from an input method; keys that type
-// nothing (backspace, arrows, shortcuts) pass. Text that is pasted or set is not looked at: the
-// filter is about typing.
+// Swallows typed characters, from keys or an input method; pasted text is not looked at.
 class KeyFilter : public QObject {
   Q_OBJECT
 
  public:
   enum class Mode { OnlyMatching, AllButMatching };
 
-  // Watches `target`, which also owns the filter. It has to be the widget that gets the keys: for
-  // an editable combo box that is the box, not its text field. `characterClass` is an expression
-  // for one character.
+  // `target` owns the filter and is what gets the keys: of a combo box the box, not its text field.
   KeyFilter(const QString& characterClass, Mode mode, QWidget* target);
 
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -6,23 +6,17 @@
 
 namespace zentorin {
 
-// A list whose lines are texts with tabs. A tab jumps to the next tab stop behind the text so far,
-// so that a long column pushes the ones behind it and hides nothing. The columns come from the
-// model: either the columns of a table model or the tab-separated parts of a list model's text.
-//
-// All lines are of one height, and nothing here depends on how many there are: QListView lays every
-// line out again for each change of one, which a download of 100,000 rows cannot bear.
+// A list of texts with tabs: a tab jumps to the next stop behind the text so far, so that a long
+// column hides nothing. Nothing here depends on how many lines there are: QListView lays all out
+// anew for each change, which a download of 100,000 rows cannot bear.
 class LineListView : public QAbstractItemView {
   Q_OBJECT
 
  public:
-  // `tabStops`: left edges of the columns behind the first one, in half-width characters of its
-  // font.
+  // `tabStops`: left edges behind the first column, in half-width characters.
   LineListView(std::vector<int> tabStops, QWidget* parent);
 
-  int ColumnCount() const { return static_cast<int>(tabStops_.size()) + 1; }
-  // Left edge of a column in the viewport, pixels; the horizontal scroll position is taken off.
-  int ColumnLeft(int column) const;
+  int ColumnLeft(int column) const;  // viewport pixels
   int LineHeight() const;
 
   void setModel(QAbstractItemModel* model) override;
@@ -33,8 +27,7 @@ class LineListView : public QAbstractItemView {
   void reset() override;
 
  Q_SIGNALS:
-  // The columns moved: the list was scrolled sideways or its font changed.
-  void ColumnsMoved();
+  void ColumnsMoved();  // scrolled sideways, or another font
 
  protected:
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;

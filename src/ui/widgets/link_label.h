@@ -5,8 +5,7 @@
 
 namespace zentorin {
 
-// A label that does something when it is clicked. Every kind but the plain one can be reached by
-// the Tab key and answers Space and Enter too.
+// All but the plain kind are reached by Tab and answer Space and Enter.
 class LinkLabel : public QLabel {
   Q_OBJECT
 

@@ -7,13 +7,12 @@ class QWidget;
 
 namespace zentorin {
 
-// Takes a list file that is dropped on a window, also where it falls on a text field, which would
-// otherwise take its path as text. Everything else that is dropped goes its usual way.
+// Takes a dropped list file, also on a text field, which would take its path as text.
 class ListDrop : public QObject {
   Q_OBJECT
 
  public:
-  // Watches the window, which also owns the object, and the text fields that it has by now.
+  // Watches the window, which owns the object, and the text fields that it has by now.
   explicit ListDrop(QWidget* window);
 
   bool eventFilter(QObject* watched, QEvent* event) override;

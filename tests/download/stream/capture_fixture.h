@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <thread>
 
-#include "download/result_code.h"
 #include "download/stream/external_stream_capture.h"
 #include "launch/installed_programs.h"
 #include "tests/download/download_fixture.h"
@@ -63,9 +62,14 @@ class CaptureTest : public DownloadTest {
     Entry("GetASFStream", command, home.Path("tool"));
   }
 
-  int Record(ExternalStreamCapture& tool) {
-    return QCoro::waitFor(
-        tool.Capture(context, "mms://m.test/song.wmv", home.Path("save/song.wmv")));
+  RowCode Capture(StreamCapture& tool, const QString& address, const QString& name) {
+    StreamRequest request;
+    request.address = address;
+    request.path = home.Path("save/" + name);
+    request.tool = options.streamingTool;
+    request.showTool = options.vlcShow;
+    recorded = QCoro::waitFor(tool.Capture(request, activity, cancel.Token()));
+    return recorded.code;
   }
 
   XdgFolders Folders() const {
@@ -76,6 +80,8 @@ class CaptureTest : public DownloadTest {
   }
 
   InstalledPrograms programs{Folders()};
+  CancelSource cancel;
+  StreamOutcome recorded;  // of the last Capture()
 };
 
 }  // namespace zentorin::test

@@ -63,54 +63,53 @@ class StreamGetCaptureTest : public CaptureTest {
     return list.front();
   }
 
-  int Capture(const QString& command) {
+  RowCode Record(const QString& command) {
     InstallStreamGet(command);
-    return Record(capture);
+    return Capture(tool, "mms://m.test/song.wmv", "song.wmv");
   }
 
   QProcess display;
   QProcess other;
   X11ToolWindows windows;
-  ExternalStreamCapture capture{programs, windows, {.stall = std::chrono::milliseconds(1500)}};
+  ExternalStreamCapture tool{
+      programs, windows, messages, opener, {.stall = std::chrono::seconds(4)}};
 };
 
 TEST_F(StreamGetCaptureTest, AToolThatAsksIsAnsweredAndRecordsTheStream) {
   Open({"stranger", "確認"});
   QStringList shown;
-  QObject::connect(&board, &StatusBoard::Changed,
-                   [&] { shown.append(board.Status() + u' ' + board.Done()); });
-  EXPECT_EQ(Capture(kTool + " record"), kComplete);
+  double share = 0;
+  QObject::connect(&activity, &Activity::Changed, [&] {
+    shown.append(activity.Now().message.text);
+    share = qMax(share, activity.Now().recorded.value_or(0));
+  });
+  EXPECT_EQ(Record(kTool + " record"), RowCode::Complete);
   EXPECT_EQ(home.Read("save/song.wmv"), "recorded");
   EXPECT_TRUE(shown.join(u'|').contains("45%")) << qPrintable(shown.join(u'|'));
-  EXPECT_EQ(board.Done(), "0.45");
+  EXPECT_EQ(share, 0.45);
   EXPECT_EQ(other.state(), QProcess::Running) << "the dialog of another program was answered";
-  EXPECT_FALSE(capture.AskToolToClose());
+  EXPECT_FALSE(tool.AskToolToClose());
 }
 
-TEST_F(StreamGetCaptureTest, AToolThatStandsStillIsToldYesAndEnded) {
-  EXPECT_EQ(Capture(kTool + " stuck"), kDownloadFailed);
-  EXPECT_EQ(home.Read("tool/answered"), "yes");
-  EXPECT_EQ(home.Read("save/song.wmv"), "an old one");
-  EXPECT_EQ(windows.List().size(), 0U);
-}
-
-TEST_F(StreamGetCaptureTest, AFileThatTheToolHasAlreadyIsSkipped) {
-  EXPECT_EQ(Capture(kTool + " exists"), kSkip);
-  EXPECT_EQ(home.Read("save/song.wmv"), "an old one");
-  EXPECT_EQ(windows.List().size(), 0U);
+TEST_F(StreamGetCaptureTest, AToolThatRecordsNothingIsEndedAndCostsNoEarlierRecording) {
+  using Case = std::pair<QString, RowCode>;
+  for (const auto& [command, code] :
+       {Case(kTool + " stuck", RowCode::DownloadFailed), Case(kTool + " exists", RowCode::Skip),
+        Case("/bin/false", RowCode::Fatal)}) {
+    EXPECT_EQ(Record(command), code);
+    EXPECT_EQ(home.Read("save/song.wmv"), "an old one");
+    EXPECT_EQ(windows.List().size(), 0U);
+  }
+  EXPECT_EQ(home.Read("tool/answered"), "yes") << "the one that stood still";
+  EXPECT_TRUE(recorded.reason.contains(home.Path("tool")));
 }
 
 TEST_F(StreamGetCaptureTest, AToolThatNeverShowsAWindowHasNoDialogsToAnswer) {
   Open({"stranger", "注意"});
-  QTimer::singleShot(0, &state, &RunState::RequestCancel);
-  EXPECT_EQ(Capture(kTool + " hidden"), kCancelled);
+  QTimer::singleShot(0, [this] { cancel.Cancel(); });
+  EXPECT_EQ(Record(kTool + " hidden"), RowCode::Cancelled);
   EXPECT_EQ(other.state(), QProcess::Running) << "the dialog of another program was answered";
   EXPECT_EQ(home.Read("save/song.wmv"), "an old one");
-}
-
-TEST_F(StreamGetCaptureTest, AToolThatDoesNotComeUpIsFatalForItsRow) {
-  EXPECT_EQ(Capture("/bin/false"), kFatal);
-  EXPECT_TRUE(board.Status().contains(home.Path("tool")));
 }
 
 TEST_F(StreamGetCaptureTest, AWindowIsShownHiddenAndEnded) {

@@ -24,36 +24,30 @@ TEST(VlcCommandTest, TheLoggedTextIsTheProgramsOwn) {
 }
 
 TEST(VlcCommandTest, TheTranslatedChainIsClosedAndTakesTheContainerOfTheEnding) {
-  const char* const cases[][2] = {
-      {"/s/a.WMV",
-       "std{access=file,mux=avformat{mux=asf,options={flush_packets=1}}"
-       ",dst=\"/s/a.WMV.part\"}"},
-      {"/s/a.mp3",
-       "transcode{acodec=mp3,channels=2,ab=192}:"
-       "std{access=file,mux=raw,dst=\"/s/a.mp3.part\"}"},
-      {"/s/\"},x\\{.php", "std{access=file,mux=raw,dst=\"/s/\\\"},x\\\\{.php.part\"}"},
-  };
-  for (const auto& [path, chain] : cases) {
+  using Case = std::pair<const char*, const char*>;
+  for (const auto& [path, chain] :
+       {Case("/s/a.WMV",
+             "std{access=file,mux=avformat{mux=asf,options={flush_packets=1}}"
+             ",dst=\"/s/a.WMV.part\"}"),
+        Case("/s/a.mp3",
+             "transcode{acodec=mp3,channels=2,ab=192}:"
+             "std{access=file,mux=raw,dst=\"/s/a.mp3.part\"}"),
+        Case("/s/\"},x\\{.php", "std{access=file,mux=raw,dst=\"/s/\\\"},x\\\\{.php.part\"}")}) {
     EXPECT_EQ(Words("http://s.test/a.wmv", path).filter("--sout=").join('|'),
               QString("--sout=#") + chain);
   }
 }
 
 TEST(VlcCommandTest, OnlyStreamsElsewhereAreRecordedAndTheirAddressesAreSpelledOut) {
-  const char* const cases[][2] = {
-      {"http://s.test/a b.wmv", "http://s.test/a%20b.wmv"},
-      {"MMS://m.test/日{1}.wmv", "mms://m.test/%E6%97%A5%7B1%7D.wmv"},
-      {"http://[::1]:80/{}|^[]<>\"`\\?{%41%4%zz%",
-       "http://[::1]:80/"
-       "%7B%7D%7C%5E%5B%5D%3C%3E%22%60%5C?%7B%41%254%25zz%25"},
-      {"https://u%@s.test", "https://u%@s.test"},
-      {"file:///etc/passwd", ""},
-      {"--sout=#x", ""},
-      {"vlc://quit", ""},
-      {"mms://m.test/a\nb", ""},
-      {"mms:///a", ""},
-  };
-  for (const auto& [address, word] : cases) {
+  using Case = std::pair<const char*, const char*>;
+  for (const auto& [address, word] :
+       {Case("http://s.test/a b.wmv", "http://s.test/a%20b.wmv"),
+        Case("MMS://m.test/日{1}.wmv", "mms://m.test/%E6%97%A5%7B1%7D.wmv"),
+        Case(R"(http://[::1]:80/{}|^[]<>"`\?{%41%4%zz%)",
+             "http://[::1]:80/%7B%7D%7C%5E%5B%5D%3C%3E%22%60%5C?%7B%41%254%25zz%25"),
+        Case("https://u%@s.test", "https://u%@s.test"), Case("file:///etc/passwd", ""),
+        Case("--sout=#x", ""), Case("vlc://quit", ""), Case("mms://m.test/a\nb", ""),
+        Case("mms:///a", "")}) {
     const QStringList words = Words(address, "/s/a.wmv");
     EXPECT_EQ(words.value(words.size() - 1), word) << address;
   }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "base/run_time_error.h"
+#include "base/outcome.h"
 
 #include <cerrno>
 
@@ -40,7 +40,10 @@ RunTimeError RunTimeErrorFromErrno(int systemError) {
   }
 }
 
-QString DescribeRunTimeError(RunTimeError error) {
+namespace {
+
+// Without a full stop.
+QString Words(RunTimeError error) {
   switch (error) {
     case RunTimeError::None:
       return {};
@@ -60,6 +63,24 @@ QString DescribeRunTimeError(RunTimeError error) {
       return u"パスが見つかりません"_s;
   }
   return u"予期しないエラーが発生しました"_s;
+}
+
+}  // namespace
+
+Outcome Outcome::Failed(RunTimeError error, const QString& message) {
+  return {.error = error, .message = message, .subject = {}};
+}
+
+Outcome Outcome::Of(RunTimeError error, const QString& subject) {
+  return {.error = error, .message = Words(error), .subject = subject};
+}
+
+Outcome Outcome::OfErrno(int systemError, const QString& subject) {
+  return Of(RunTimeErrorFromErrno(systemError), subject);
+}
+
+QString Outcome::NumberAndMessage() const {
+  return QString::number(static_cast<int>(error)) + u' ' + message;
 }
 
 }  // namespace zentorin

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "download/result_code.h"
+#include "download/row_code.h"
 
 namespace zentorin {
 
@@ -7,66 +7,66 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-ResultReport Failed(const QString& text, bool setsErrorFlag = true) {
+RowReport Failed(const QString& text, bool setsErrorFlag = true) {
   return {.text = text, .mark = u"x"_s, .showsCode = true, .setsErrorFlag = setsErrorFlag};
 }
 
-ResultReport Passed(const QString& text, const QString& mark) {
+RowReport Passed(const QString& text, const QString& mark) {
   return {.text = text, .mark = mark, .showsCode = false, .setsErrorFlag = false};
 }
 
 }  // namespace
 
-ResultReport ReportFor(int code, bool cancelRequested) {
+RowReport ReportFor(RowCode code, bool cancelled) {
   const QString skipped = u"-"_s;
-  switch (code) {
-    case kToolNotInstalled:
+  switch (code.Number()) {
+    case RowCode::ToolNotInstalled:
       return Failed(u"  x Error - VLC not installed "_s);
-    case kFolderNotCreated:
+    case RowCode::FolderNotCreated:
       return Failed(u"  x Error - failure to create folder "_s, false);
-    case kImperfect:
-      return Failed(cancelRequested ? u"  x Cancel - imperfect "_s : u"  x Error - imperfect "_s);
-    case kDownloadFailed:
+    case RowCode::Imperfect:
+      return Failed(cancelled ? u"  x Cancel - imperfect "_s : u"  x Error - imperfect "_s);
+    case RowCode::DownloadFailed:
       return Failed(u"  x Error - failure download "_s);
-    case kFatal:
+    case RowCode::Fatal:
       return Failed(u"  x Error - fatal"_s);
-    case kComplete:
+    case RowCode::Complete:
       return Passed(u"  o Complete"_s, u"o"_s);
-    case kCancelled:
+    case RowCode::Cancelled:
       return Passed(u"  - Cancel"_s, u" "_s);
-    case kSkipExisting:
+    case RowCode::SkipExisting:
       return Passed(u"  - Skip - already existed"_s, skipped);
-    case kSkipNone:
+    case RowCode::SkipNone:
       return Passed(u"  ? Skip - None"_s, u"?"_s);
-    case kSkip:
+    case RowCode::Skip:
       return Passed(u"  - Skip "_s, skipped);
-    case kOutOfDiskSpace:
+    case RowCode::OutOfDiskSpace:
       return Passed(u"  x out of disk space "_s, skipped);
     default:
       return Failed(u"  x Error "_s);
   }
 }
 
-QString TextWithCode(int code, const ResultReport& report) {
-  return report.showsCode ? report.text + QString::number(code) : report.text;
+QString TextWithCode(RowCode code, const RowReport& report) {
+  return report.showsCode ? report.text + QString::number(code.Number()) : report.text;
 }
 
-QString LogTextFor(int code, const ResultReport& report, const QString& address,
+QString LogTextFor(RowCode code, const RowReport& report, const QString& address,
                    const QString& folderPrefix, const QString& reason) {
   constexpr int kFolderIndent = 38;
   const QString lineEnd = u"\r\n"_s;
   const QString blanks = u"    "_s;
   const QString text = TextWithCode(code, report);
-  switch (code) {
-    case kToolNotInstalled:
-    case kFolderNotCreated:
+  switch (code.Number()) {
+    case RowCode::ToolNotInstalled:
+    case RowCode::FolderNotCreated:
       return text + blanks + address + lineEnd + QString(kFolderIndent, u' ') + folderPrefix +
              lineEnd + lineEnd;
-    case kCancelled:
+    case RowCode::Cancelled:
       return text + blanks + address;
-    case kOutOfDiskSpace:
+    case RowCode::OutOfDiskSpace:
       return text + lineEnd + blanks + address + lineEnd;
-    case kSkip:
+    case RowCode::Skip:
       return text + lineEnd + blanks + address + lineEnd + lineEnd + lineEnd;
     default:
       return text + lineEnd + blanks + address + lineEnd +

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+namespace zentorin {
+
+inline QString ProductName() {
+  return QString("Zentorin");
+}
+
+}  // namespace zentorin
