@@ -39,6 +39,7 @@ bool IsIgnored(int signal) {
 
 void StopSignals::Catch() {
   Handle(SIGPIPE, SIG_IGN);
+  Handle(SIGXFSZ, SIG_IGN);
   Handle(SIGINT, OnStop);
   Handle(SIGTERM, OnStop);
   if (!IsIgnored(SIGHUP)) Handle(SIGHUP, OnStop);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/activity.h"
+#include "base/file_names.h"
 #include "base/number_text.h"
 #include "crawl/file_list.h"
 #include "crawl/file_list_generator.h"
@@ -51,7 +52,7 @@ Crawler::Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* 
                  CancelToken cancel)
     : context_(context), subPages_(subPages), extractor_(extractor), cancel_(std::move(cancel)) {}
 
-QCoro::Task<void> Crawler::Run(CrawlStart start) {
+QCoro::Task<int> Crawler::Run(CrawlStart start) {
   startAddress_ = start.startAddress;
   if (extractor_ != nullptr) extractor_->SetStartAddress(startAddress_);
   Record root;
@@ -61,10 +62,10 @@ QCoro::Task<void> Crawler::Run(CrawlStart start) {
   FetchedPage page = start.page;
   if (page.finalUrl != startAddress_) page = FetchedPage();
   co_await Take(root, page);
-  if (cancel_.Cancelled()) co_return;
+  if (cancel_.Cancelled()) co_return missing_;
   if (!subPages_.Expression().isEmpty()) {
     co_await WalkFrom(start.rootUrl, start.page);
-    co_return;
+    co_return missing_;
   }
   // Without a pattern for sub-pages the root is taken a second time, now under the address that
   // was asked for; its files are known by then.
@@ -73,6 +74,7 @@ QCoro::Task<void> Crawler::Run(CrawlStart start) {
   alone.baseDir = API_Web::DirectoryOf(API_Web::BaseOfPage(start.page.text, start.rootUrl));
   alone.address = API_Web::Resolve(alone.baseDir, start.rootUrl);
   co_await Take(alone, start.page);
+  co_return missing_;
 }
 
 QCoro::Task<void> Crawler::WalkFrom(QString rootUrl, FetchedPage page) {
@@ -119,9 +121,10 @@ QCoro::Task<void> Crawler::Follow(Link link) {
   if (cancel_.Cancelled()) co_return;
   if (page.Ok()) {
     co_await Enter(record, page);
-  } else if (extractor_ == nullptr) {
-    ListPage(record);
+    co_return;
   }
+  NoteMissing(record.address, page);
+  if (extractor_ == nullptr) ListPage(record);
 }
 
 // The links are collected before the first is followed, so that the text of a page is needed only
@@ -165,7 +168,20 @@ QCoro::Task<void> Crawler::Take(Record record, FetchedPage page) {
     co_return;
   }
   if (!page.Ok()) page = co_await context_.http.FetchPageText(record.address, cancel_);
-  if (page.Ok()) co_await extractor_->Extract(record.address, page);
+  if (page.Ok()) {
+    co_await extractor_->Extract(record.address, page);
+  } else {
+    NoteMissing(record.address, page);
+  }
+}
+
+// A page that its server does not know is passed over in silence.
+void Crawler::NoteMissing(const QString& address, const FetchedPage& page) {
+  if (page.failure == HttpFailure::Cancelled || IsGone(page.httpStatus)) return;
+  ++missing_;
+  const QString why = WhyNoAnswer(page.failure, page.httpStatus, {});
+  context_.activity.Say(
+      u"ページを取得できません: "_s + CutForDisplay(address) + u"（%1）"_s.arg(why), Tone::Fault);
 }
 
 void Crawler::ListPage(const Record& record) {

@@ -29,7 +29,8 @@ class Crawler {
   Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* extractor,
           CancelToken cancel);
 
-  QCoro::Task<void> Run(CrawlStart start);
+  // Answers how many pages could not be had. Ends early on a cancel.
+  QCoro::Task<int> Run(CrawlStart start);
 
  private:
   struct Record {
@@ -58,6 +59,7 @@ class Crawler {
   QCoro::Task<void> CollectLinks(Frame& frame);
   QCoro::Task<void> Leave();
   QCoro::Task<void> Take(Record record, FetchedPage page);
+  void NoteMissing(const QString& address, const FetchedPage& page);
   void ListPage(const Record& record);
   bool OutsideRoot(const QString& link, const QString& baseDir) const;
 
@@ -69,6 +71,7 @@ class Crawler {
   SuffixIndex visited_;
   // From the root to the page in hand. No recursion: a chain may be as long as the depth typed.
   std::vector<Frame> path_;
+  int missing_ = 0;               // pages that could not be had
   qsizetype heldCharacters_ = 0;  // page texts in path_
   TimeSlice slice_;
 };

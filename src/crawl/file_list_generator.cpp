@@ -11,6 +11,7 @@
 #include "jobs/job_editor.h"
 #include "jobs/url_list.h"
 #include "net/api_web.h"
+#include "net/my_xml_http_request.h"
 
 namespace zentorin {
 
@@ -100,6 +101,8 @@ QCoro::Task<bool> FileListGenerator::CrawlFrom(QString rootUrl, Crawler& crawler
   context_.activity.SetAddress({});
   if (cancel.Cancelled()) co_return true;
   if (!start.page.Ok()) {
+    const QString why = WhyNoAnswer(start.page.failure, start.page.httpStatus, HostOf(rootUrl));
+    context_.activity.Say(why, Tone::Fault);
     const QString text =
         LineAndSubject(u"URL が見つかりません！"_s, context_.job[TargetUrlItem::Root]);
     co_await Tell(text);
@@ -109,8 +112,8 @@ QCoro::Task<bool> FileListGenerator::CrawlFrom(QString rootUrl, Crawler& crawler
   context_.job.SetRootBase(base);
   start.startAddress = start.page.finalUrl.isEmpty() ? base : start.page.finalUrl;
   context_.files.ClearFileList();
-  co_await crawler.Run(start);
-  co_return true;
+  const int missing = co_await crawler.Run(start);
+  co_return missing == 0;
 }
 
 QCoro::Task<bool> FileListGenerator::CheckPattern(const Pattern& pattern) {

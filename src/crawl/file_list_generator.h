@@ -34,7 +34,7 @@ struct ListOutcome {
   enum class Refusal { None, NoJob, NoRootUrl };
 
   Refusal refusal = Refusal::None;
-  // The root page was not found, or an expression is not valid or ran away. Rows may have come.
+  // A page could not be had, or an expression is not valid or ran away. Rows may have come.
   bool failed = false;
 };
 

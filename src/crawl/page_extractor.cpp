@@ -39,7 +39,9 @@ QString LinkOf(QString candidate) {
   return candidate;
 }
 
-QString SizeText(const QString& bytes) {
+QString SizeText(const QByteArray& announced) {
+  const QString bytes = TrimBlanks(QString::fromLatin1(announced));
+  if (bytes.isEmpty()) return QLatin1StringView(FileListRow::kNoFileSize);
   const double kilobytes = std::ceil(NumericValue(bytes) / kBytesPerKilobyte);
   const auto shown = static_cast<qint64>(std::clamp(kilobytes, -kMaxKilobytes, kMaxKilobytes));
   return PadLeft(GroupedNumber(shown), kSizeWidth);
@@ -95,39 +97,22 @@ QCoro::Task<void> PageExtractor::TakeCandidate(const Source& source, QString can
   const JobEditor& job = context_.job;
   const QString address = API_Web::Resolve(source.base, candidate);
   const bool ask = job.Flag(TargetUrlItem::DispModify);
-  FileDate date;
-  if (ask) date = co_await AskDate(address);
+  HttpHead head;
+  if (ask) head = co_await context_.http.QueryHead(address, cancel_);
+  FileDate date = ParseHttpDate(QString::fromLatin1(head.Header("Last-Modified")));
+  if (date) date = context_.clock.Shown(*date);
   if (cancel_.Cancelled() || !InDateWindow(date) || !UnderRoot(candidate)) co_return;
-  QString size = QLatin1StringView(FileListRow::kNoFileSize);
-  if (ask) size = co_await AskSize(address);
-  if (cancel_.Cancelled()) co_return;
   candidate.remove(u'\\');
   links_.Add(candidate);
   FileListRow row;
   row.Set(FileListRow::Date, date ? DisplayClock::TextOf(*date) : u"-"_s);
-  row.Set(FileListRow::Size, size);
+  row.Set(FileListRow::Size, SizeText(head.Header("Content-Length")));
   row.Set(FileListRow::Link, candidate);
   row.Set(FileListRow::BaseDir, source.base);
   row.Set(FileListRow::Parent, source.url);
   row.Set(FileListRow::Address, address);
   context_.files.Append(row, true);
   context_.activity.SetFound(++rowCount_);
-}
-
-QCoro::Task<PageExtractor::FileDate> PageExtractor::AskDate(QString address) {
-  const QString header =
-      co_await context_.http.QueryHeader(address, HeaderSelector::LastModified, cancel_);
-  FileDate date = ParseHttpDate(header);
-  if (date) date = context_.clock.Shown(*date);
-  co_return date;
-}
-
-QCoro::Task<QString> PageExtractor::AskSize(QString address) {
-  const QString header =
-      co_await context_.http.QueryHeader(address, HeaderSelector::ContentLength, cancel_);
-  const QString bytes = TrimBlanks(header);
-  co_return bytes.isEmpty() ? QString(QLatin1StringView(FileListRow::kNoFileSize))
-                            : SizeText(bytes);
 }
 
 // A file of unknown date is always in the window.

@@ -39,8 +39,6 @@ class PageExtractor {
   using FileDate = std::optional<QDateTime>;  // in the time of the clock label
 
   QCoro::Task<void> TakeCandidate(const Source& source, QString candidate);
-  QCoro::Task<FileDate> AskDate(QString address);
-  QCoro::Task<QString> AskSize(QString address);
   bool InDateWindow(const FileDate& date) const;
   bool UnderRoot(const QString& candidate) const;
 

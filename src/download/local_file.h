@@ -8,26 +8,39 @@
 #include <sys/types.h>
 
 #include "base/descriptor.h"
-#include "base/outcome.h"
+#include "download/row_code.h"
 
 namespace zentorin {
 
-// A regular file that is written from its start. An existing one is not truncated: a longer one
-// keeps its tail. Links are never followed at the last step of the path, and whatever is no regular
-// file is refused without waiting for it.
+// The regular file that a download goes into. A new one appears under its name only when it is
+// whole: until then it has no name, or a hidden one beside its place where the file system knows no
+// unnamed files. One that is there is written over in place and not truncated: a longer one keeps
+// its tail. No link is followed at the last step, nothing but a regular file is opened.
 class LocalFile {
  public:
   using WriteCall = ssize_t (*)(int, const void*, size_t);  // write(2), or a test's
 
   explicit LocalFile(WriteCall write) : write_(write) {}
+  LocalFile(const LocalFile&) = delete;
+  LocalFile& operator=(const LocalFile&) = delete;
+  ~LocalFile();  // a new file that was not kept is gone
 
   Outcome Open(const QString& path);
   Outcome Write(QByteArrayView bytes);
-  Outcome Close();  // also tells of write errors that the system only finds out now
+  // The file is whole. SkipExisting when another one has come to its place meanwhile.
+  RowCode Keep();
+
+  bool HasChangedOldFile() const { return !isNew_ && hasWritten_; }
 
  private:
+  Outcome OpenNew();
+
   WriteCall write_;
+  QByteArray path_;
+  QByteArray hidden_;  // the name of a new file that needs one
   Descriptor file_;
+  bool isNew_ = false;
+  bool hasWritten_ = false;
 };
 
 void DeleteLocalFile(const QString& path);  // leaves anything but a regular file alone

@@ -42,7 +42,7 @@ RowDownload::RowDownload(const FetchContext& context, RunJob job, CancelToken ca
       job_(std::move(job)),
       cancel_(std::move(cancel)),
       saveFolder_(context.drives.ToSystemPath(job_.savePath), context.drives.ProgramFolder()),
-      download_(context.engine, context.http, context.activity, cancel_) {}
+      download_(context.engine, context.activity, cancel_) {}
 
 QCoro::Task<RowOutcome> RowDownload::Fetch(QString address, QString date) {
   RowOutcome outcome;
@@ -88,10 +88,10 @@ QCoro::Task<RowCode> RowDownload::FetchFile(QString address, RowOutcome& outcome
   if (const auto refusal = Refusal(path)) co_return *refusal;
 
   const FileDownload download = co_await download_.DownloadToFile(address, path);
-  // A partial or stale file must not remain: after a cancel the file that was to be written over is
-  // deleted too, this program's rule. One that could not be opened is left alone.
-  const bool broken = cancel_.Cancelled() || download.code.IsRunTimeError();
-  if (broken && !download.refused) DeleteLocalFile(path);
+  outcome.reason = download.reason;
+  outcome.isFailure = download.code == RowCode::Fatal && !download.isGone;
+  // Half an old and half a new file must not remain; one that was not touched yet stays.
+  if (download.spoiled) DeleteLocalFile(path);
   co_return download.code == RowCode::Fatal ? RowCode(RowCode::SkipNone) : download.code;
 }
 

@@ -15,6 +15,7 @@ namespace zentorin {
 
 class DisplayClock;
 class Drives;
+class MyXMLHttpRequest;
 class StreamCapture;
 
 struct DownloadOptions {
@@ -48,13 +49,14 @@ struct RunJob {
 
 struct RowOutcome {
   RowCode code = RowCode::Complete;
-  QString reason;         // what is known beyond the code
-  QString path;           // the local file, empty when it did not come so far
-  qint64 bytes = 0;       // size of the file after a complete download, else 0
-  QString date;           // the row's date, filled in when it had to be asked for
-  QString folderPrefix;   // the local folder in the program's own form, with its separator
-  QString folder;         // the same as a path of this system
-  Outcome folderOutcome;  // with FolderNotCreated: why, and for which path
+  QString reason;          // what is known beyond the code
+  bool isFailure = false;  // of a code that does not say so: an address that was not to be had
+  QString path;            // the local file, empty when it did not come so far
+  qint64 bytes = 0;        // size of the file after a complete download, else 0
+  QString date;            // the row's date, filled in when it had to be asked for
+  QString folderPrefix;    // the local folder in the program's own form, with its separator
+  QString folder;          // the same as a path of this system
+  Outcome folderOutcome;   // with FolderNotCreated: why, and for which path
 };
 
 // Takes one row's file to the disk: works out where it goes, and fetches or captures it.

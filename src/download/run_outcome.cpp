@@ -17,6 +17,7 @@ void RunOutcome::Add(const RowOutcome& row) {
     case RowCode::SkipNone:
     case RowCode::Skip:
       ++skipped;
+      anyFailure |= row.isFailure;
       return;
     default:
       ++failed;

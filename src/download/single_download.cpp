@@ -7,10 +7,12 @@
 #include "base/activity.h"
 #include "base/number_text.h"
 #include "base/product_name.h"
-#include "net/http_engine.h"
 #include "net/my_xml_http_request.h"
 
 namespace zentorin {
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr std::chrono::seconds kConnectTimeout(60);
@@ -28,64 +30,61 @@ HttpRequest FreshRequest(const QString& url, const CancelToken& cancel) {
   return request;
 }
 
+// 0 when the answer names none.
+qint64 AnnouncedLength(const HttpHead& head) {
+  const double length = NumericValue(QString::fromLatin1(head.Header("Content-Length")));
+  return static_cast<qint64>(std::clamp(length, 0.0, kMaxLength));
+}
+
 }  // namespace
 
-SingleDownload::SingleDownload(HttpEngine& engine, MyXMLHttpRequest& http, Activity& activity,
-                               CancelToken cancel, LocalFile::WriteCall write)
-    : engine_(engine),
-      http_(http),
-      activity_(activity),
-      cancel_(std::move(cancel)),
-      write_(write) {}
+SingleDownload::SingleDownload(HttpEngine& engine, Activity& activity, CancelToken cancel,
+                               LocalFile::WriteCall write)
+    : engine_(engine), activity_(activity), cancel_(std::move(cancel)), write_(write) {}
 
 void SingleDownload::Prepare(const QString& url) {
-  if (!cancel_.Cancelled()) prepared_ = Send(url);
+  if (!cancel_.Cancelled()) prepared_ = {url, engine_.Open(FreshRequest(url, cancel_))};
 }
 
-// The length query goes out first and the request right behind it: on a slow line a file then costs
-// the round trips of one of them.
-SingleDownload::Requests SingleDownload::Send(const QString& url) {
-  Requests requests;
-  requests.url = url;
-  requests.length = http_.QueryHeader(url, HeaderSelector::ContentLength, cancel_);
-  requests.transfer = engine_.Open(FreshRequest(url, cancel_));
-  return requests;
-}
-
-SingleDownload::Requests SingleDownload::TakePrepared(const QString& url) {
-  std::optional<Requests> prepared = std::exchange(prepared_, std::nullopt);
-  if (prepared && prepared->url == url) return std::move(*prepared);
-  return Send(url);
+std::unique_ptr<HttpTransfer> SingleDownload::Open(const QString& url) {
+  std::optional<Prepared> prepared = std::exchange(prepared_, std::nullopt);
+  if (prepared && prepared->url == url) return std::move(prepared->transfer);
+  return engine_.Open(FreshRequest(url, cancel_));
 }
 
 QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString path) {
-  const Requests requests = TakePrepared(url);
-  const QString length = co_await requests.length;
-  FileDownload result{.code = RowCode::Cancelled};
-  if (cancel_.Cancelled()) co_return result;
-
-  const HttpHead head = co_await requests.transfer->Head();
+  const std::unique_ptr<HttpTransfer> transfer = Open(url);
+  FileDownload result;
+  result.code = RowCode::Cancelled;
+  const HttpHead head = co_await transfer->Head();
   if (cancel_.Cancelled()) co_return result;
   if (head.status != kHttpOk) {
     result.code = RowCode::Fatal;
+    result.isGone = IsGone(head.status);
+    const QString answered = head.finalUrl.isEmpty() ? url : head.finalUrl;
+    result.reason = WhyNoAnswer(transfer->Failure(), head.status, HostOf(answered));
     co_return result;
   }
   LocalFile file(write_);
   const Outcome opened = file.Open(path);
-  result.refused = !opened.Ok();
   result.code = opened.error;
-  if (result.refused) co_return result;
-  const double announced = std::clamp(NumericValue(length), 0.0, kMaxLength);
-  result.code = co_await CopyBody(*requests.transfer, file, static_cast<qint64>(announced));
-  const Outcome closed = file.Close();
-  if (result.code == RowCode::Complete) result.code = closed.error;
+  if (!opened.Ok()) co_return result;
+  const qint64 length = AnnouncedLength(head);
+  qint64 written = 0;
+  result.code = co_await CopyBody(*transfer, file, length, written);
+  if (result.code == RowCode::Complete) result.code = file.Keep();
+  if (transfer->Failure() != HttpFailure::None && !cancel_.Cancelled()) {
+    const QString whole = length > 0 ? GroupedNumber(length) : u"?"_s;
+    result.reason = WhyNoAnswer(transfer->Failure(), head.status, HostOf(head.finalUrl)) +
+                    u"（%1 / %2 バイト）"_s.arg(GroupedNumber(written), whole);
+  }
+  result.spoiled = result.code != RowCode::Complete && file.HasChangedOldFile();
   co_return result;
 }
 
 // Block by block, so that a file of any size takes the memory of one.
 QCoro::Task<RowCode> SingleDownload::CopyBody(HttpTransfer& transfer, LocalFile& file,
-                                              qint64 length) {
-  qint64 written = 0;
+                                              qint64 length, qint64& written) {
   while (true) {
     const QByteArray block = co_await transfer.NextBlock();
     if (cancel_.Cancelled()) co_return RowCode::Cancelled;
@@ -108,7 +107,7 @@ QCoro::Task<void> SingleDownload::HTTPDownloadFile(QString url, QString path) {
   wholeBody_ = std::move(answer.body);
   if (!whole || answer.head.rawHeaders.contains("404 Not Found")) co_return;
   LocalFile file(write_);
-  if (file.Open(path).Ok()) static_cast<void>(file.Write(wholeBody_));
+  if (file.Open(path).Ok() && file.Write(wholeBody_).Ok()) static_cast<void>(file.Keep());
 }
 
 }  // namespace zentorin

@@ -17,12 +17,12 @@
 namespace zentorin {
 
 class Activity;
-class MyXMLHttpRequest;
 
 struct FileDownload {
   RowCode code = RowCode::Complete;
-  // The path is a link or a folder, or not permitted: what lies there is none of the download's.
-  bool refused = false;
+  QString reason;        // why the address was not to be had
+  bool isGone = false;   // its server says so
+  bool spoiled = false;  // what stood at the path holds bytes of a transfer without an end
 };
 
 // Fetches one address after the other into files, for one command.
@@ -30,16 +30,17 @@ class SingleDownload {
  public:
   static constexpr qint64 kMaxWholeBodyBytes = 64LL * 1024 * 1024;  // of HTTPDownloadFile()
 
-  SingleDownload(HttpEngine& engine, MyXMLHttpRequest& http, Activity& activity, CancelToken cancel,
+  SingleDownload(HttpEngine& engine, Activity& activity, CancelToken cancel,
                  LocalFile::WriteCall write = ::write);
 
-  // `path` is a path of this system whose folder exists. A half-written file is the caller's to
-  // delete. Codes: Complete, Cancelled, Fatal when the address is not available (nothing is opened
-  // then), or a run-time error.
+  // `path` is a path of this system whose folder exists. A new file is there whole or not at all;
+  // an old one that is half written over is the caller's to delete. Codes: Complete, Cancelled,
+  // Fatal when the address is not available (nothing is opened then), SkipExisting, or a run-time
+  // error.
   QCoro::Task<FileDownload> DownloadToFile(QString url, QString path);
 
-  // Sends the requests for an address ahead of its turn. DownloadToFile() takes them over when it
-  // comes for that address next, and drops them when it comes for another one.
+  // Sends the request for an address ahead of its turn. DownloadToFile() takes it over when it
+  // comes for that address next, and drops it when it comes for another one.
   void Prepare(const QString& url);
 
   // Nothing in the program calls it; kept as the whole-body way, with no progress and no outcome.
@@ -47,22 +48,20 @@ class SingleDownload {
   QCoro::Task<void> HTTPDownloadFile(QString url, QString path);
 
  private:
-  struct Requests {
+  struct Prepared {
     QString url;
-    QCoro::Task<QString> length;
     std::unique_ptr<HttpTransfer> transfer;
   };
 
-  Requests Send(const QString& url);
-  Requests TakePrepared(const QString& url);
-  QCoro::Task<RowCode> CopyBody(HttpTransfer& transfer, LocalFile& file, qint64 length);
+  std::unique_ptr<HttpTransfer> Open(const QString& url);
+  QCoro::Task<RowCode> CopyBody(HttpTransfer& transfer, LocalFile& file, qint64 length,
+                                qint64& written);
 
   HttpEngine& engine_;
-  MyXMLHttpRequest& http_;
   Activity& activity_;
   CancelToken cancel_;
   LocalFile::WriteCall write_;
-  std::optional<Requests> prepared_;
+  std::optional<Prepared> prepared_;
   QByteArray wholeBody_;  // of the last HTTPDownloadFile()
 };
 

@@ -21,6 +21,10 @@ HttpFailure FailureOf(CURLcode code, bool answered) {
       return HttpFailure::None;
     case CURLE_URL_MALFORMAT:
       return answered ? HttpFailure::BadAnswer : HttpFailure::BadAddress;
+    case CURLE_TOO_MANY_REDIRECTS:
+      return HttpFailure::BadRedirect;
+    case CURLE_UNSUPPORTED_PROTOCOL:
+      return answered ? HttpFailure::BadRedirect : HttpFailure::BadAnswer;
     case CURLE_OPERATION_TIMEDOUT:
       return HttpFailure::TimedOut;
     case CURLE_PARTIAL_FILE:
@@ -30,13 +34,15 @@ HttpFailure FailureOf(CURLcode code, bool answered) {
       return HttpFailure::CutOff;
     case CURLE_COULDNT_RESOLVE_PROXY:
     case CURLE_COULDNT_RESOLVE_HOST:
+      return HttpFailure::NoName;
     case CURLE_COULDNT_CONNECT:
+    case CURLE_PROXY:
+      return HttpFailure::NoConnection;
     case CURLE_SSL_CONNECT_ERROR:
     case CURLE_SSL_CACERT_BADFILE:
     case CURLE_SSL_CIPHER:
     case CURLE_PEER_FAILED_VERIFICATION:
-    case CURLE_PROXY:
-      return HttpFailure::Unreachable;
+      return HttpFailure::NoTrust;
     default:
       return HttpFailure::BadAnswer;
   }
@@ -80,7 +86,7 @@ bool CurlExchange::Prepare(curl_slist* connectTo) {
   }
   easy_.reset(curl_easy_init());
   if (!easy_) {
-    Finish(HttpFailure::Unreachable);
+    Finish(HttpFailure::NoConnection);
     return false;
   }
   SetOptions(address);
@@ -183,10 +189,11 @@ void CurlExchange::FinishWith(CURLcode code) {
     Finish(failure_);
     return;
   }
-  if (code == CURLE_OK) headIsFinal_ = head_.status != 0;
-  // A length beyond all numbers makes libcurl read to the end of the connection: never whole.
+  // A connection that closes inside a head is no failure for libcurl. A length beyond all numbers
+  // makes libcurl read to the end of the connection: never whole.
   const bool isShort =
-      code == CURLE_OK && !head_.Header("Content-Length").isEmpty() && !AnnouncedBytes();
+      code == CURLE_OK &&
+      (!headIsFinal_ || (!head_.Header("Content-Length").isEmpty() && !AnnouncedBytes()));
   Finish(isShort ? HttpFailure::CutOff : FailureOf(code, head_.status != 0));
 }
 

@@ -54,7 +54,7 @@ std::shared_ptr<CurlExchange> CurlMultiLoop::Start(HttpRequest request) {
   if (!exchange->Prepare(connectTo_.get())) return exchange;
   CURL* handle = exchange->Handle();
   if (curl_multi_add_handle(multi_.get(), handle) != CURLM_OK) {
-    exchange->Finish(HttpFailure::Unreachable);
+    exchange->Finish(HttpFailure::NoConnection);
     return exchange;
   }
   running_.emplace(handle, exchange);

@@ -5,6 +5,58 @@
 
 namespace zentorin {
 
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString FailureText(HttpFailure failure) {
+  switch (failure) {
+    case HttpFailure::None:
+      break;
+    case HttpFailure::BadAddress:
+      return u"http または https のアドレスではありません"_s;
+    case HttpFailure::NoName:
+      return u"ホスト名が見つかりません"_s;
+    case HttpFailure::NoConnection:
+      return u"接続できません"_s;
+    case HttpFailure::NoTrust:
+      return u"安全な接続を確立できません（証明書など）"_s;
+    case HttpFailure::TimedOut:
+      return u"時間内に応答がありません"_s;
+    case HttpFailure::CutOff:
+      return u"応答が途中で切れました"_s;
+    case HttpFailure::TooLarge:
+      return u"応答が大きすぎます"_s;
+    case HttpFailure::BadAnswer:
+      return u"応答が正しくありません"_s;
+    case HttpFailure::BadRedirect:
+      return u"転送が多すぎるか、転送先が http・https ではありません"_s;
+    case HttpFailure::Cancelled:
+      return u"キャンセルされました"_s;
+  }
+  return {};
+}
+
+}  // namespace
+
+bool IsFinal(HttpFailure failure) {
+  return failure == HttpFailure::BadAddress || failure == HttpFailure::NoTrust ||
+         failure == HttpFailure::BadRedirect || failure == HttpFailure::TooLarge ||
+         failure == HttpFailure::Cancelled;
+}
+
+bool IsGone(int httpStatus) {
+  constexpr int kNotFound = 404;
+  constexpr int kGone = 410;
+  return httpStatus == kNotFound || httpStatus == kGone;
+}
+
+QString WhyNoAnswer(HttpFailure failure, int httpStatus, const QString& host) {
+  QString why = FailureText(failure);
+  if (why.isEmpty() && httpStatus != kHttpOk) why = u"HTTP %1"_s.arg(httpStatus);
+  return why.isEmpty() || host.isEmpty() ? why : host + u": "_s + why;
+}
+
 QList<HttpHeader> ReloadHeaders() {
   return {{.name = "Cache-Control", .value = "no-cache"}, {.name = "Pragma", .value = "no-cache"}};
 }

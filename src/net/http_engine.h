@@ -15,14 +15,20 @@ namespace zentorin {
 
 enum class HttpFailure {
   None,
-  BadAddress,   // not an http or https address that can be asked
-  Unreachable,  // no connection, no TLS session, no name
+  BadAddress,  // not an http or https address that can be asked
+  NoName,      // the host has no address
+  NoConnection,
+  NoTrust,  // no TLS session: a certificate that does not fit, no common cipher
   TimedOut,
   CutOff,     // the answer ended short of its length, or broke off
   TooLarge,   // body or headers over their limit
-  BadAnswer,  // not HTTP, too many redirects, a redirect to another scheme, broken encoding
+  BadAnswer,    // not HTTP, broken encoding
+  BadRedirect,  // too many of them, or to another scheme
   Cancelled,
 };
+
+// What failed is not to be had on another try or in another way.
+bool IsFinal(HttpFailure failure);
 
 struct HttpHeader {
   QByteArray name;
@@ -46,6 +52,13 @@ struct HttpRequest {
 };
 
 inline constexpr int kHttpOk = 200;
+
+// A server says that there is nothing under this address: nobody's failure.
+bool IsGone(int httpStatus);
+
+// Why an answer is no whole one of status 200, in Japanese and without a full stop; `host` is the
+// one that was asked.
+QString WhyNoAnswer(HttpFailure failure, int httpStatus, const QString& host);
 
 // Of the final answer, after redirects.
 struct HttpHead {

@@ -45,7 +45,7 @@ FetchedPage PageOf(const HttpAnswer& answer, const CancelToken& cancel) {
 
 // When an answer came, even one that is not whole, the next stage would only load it again.
 bool EndsChain(const FetchedPage& page) {
-  return page.httpStatus != 0 || page.failure == HttpFailure::Cancelled;
+  return page.httpStatus != 0 || IsFinal(page.failure);
 }
 
 // The charset parameter of a Content-Type value, "" when there is none.
@@ -82,16 +82,6 @@ QString HeaderText(const HttpHead& head, HeaderSelector selector) {
       return QString::number(head.status);
   }
   return {};
-}
-
-// The port is given apart, so whatever a URL library would read as something else than a host
-// cannot be connected to.
-bool IsPlainHost(const QString& host) {
-  static constexpr std::array<char16_t, 5> kOther{u':', u'@', u'?', u'#', u'\\'};
-  for (const char16_t c : kOther) {
-    if (host.contains(QChar(c))) return false;
-  }
-  return !host.isEmpty();
 }
 
 }  // namespace
@@ -168,14 +158,13 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWholeBody(QString url, CancelTok
   co_return page;
 }
 
-QCoro::Task<QString> MyXMLHttpRequest::QueryHeader(QString url, HeaderSelector selector,
-                                                   CancelToken cancel, seconds timeout) {
-  const QString host = HostOf(url);
-  if (!IsPlainHost(host)) co_return QString();
+QCoro::Task<HttpHead> MyXMLHttpRequest::QueryHead(QString url, CancelToken cancel,
+                                                  seconds timeout) {
+  HttpHead head;
+  if (HostOf(url).isEmpty()) co_return head;
   const seconds limit = timeout.count() == 0 ? kQueryTime : timeout;
   HttpRequest request;
-  // Always plain HTTP on port 80, whatever the address's scheme: this program's rule.
-  request.url = u"http://"_s + host + u":80"_s + PathOf(url);
+  request.url = API_Web::SiteRootOf(url) + PathOf(url);
   request.headers = ReloadHeaders();
   request.useSystemProxy = true;
   request.cancel = cancel;
@@ -184,9 +173,14 @@ QCoro::Task<QString> MyXMLHttpRequest::QueryHeader(QString url, HeaderSelector s
   // Connecting, sending and receiving have the limit each; beyond that it is a trickle.
   request.totalTimeout = 3 * limit;
   const std::unique_ptr<HttpTransfer> transfer = engine_.Open(std::move(request));
-  const HttpHead head = co_await transfer->Head();
-  if (head.status == 0) co_return QString();
-  co_return HeaderText(head, selector).left(kMaxHeaderText);
+  head = co_await transfer->Head();
+  co_return head;
+}
+
+QCoro::Task<QString> MyXMLHttpRequest::QueryHeader(QString url, HeaderSelector selector,
+                                                   CancelToken cancel, seconds timeout) {
+  const HttpHead head = co_await QueryHead(url, cancel, timeout);
+  co_return head.status == 0 ? QString() : HeaderText(head, selector).left(kMaxHeaderText);
 }
 
 }  // namespace zentorin

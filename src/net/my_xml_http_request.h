@@ -37,8 +37,10 @@ class MyXMLHttpRequest {
   // The stages below, one after the other.
   QCoro::Task<FetchedPage> FetchPageText(QString url, CancelToken cancel);
 
-  // At most 1024 characters, "" when it cannot be had. Sends a whole GET to port 80, reads no body.
-  // Zero seconds mean 15.
+  // Sends a whole GET and reads no body. Zero seconds mean 15.
+  QCoro::Task<HttpHead> QueryHead(QString url, CancelToken cancel,
+                                  std::chrono::seconds timeout = std::chrono::seconds(0));
+  // One header of it: at most 1024 characters, "" when it cannot be had.
   QCoro::Task<QString> QueryHeader(QString url, HeaderSelector selector, CancelToken cancel,
                                    std::chrono::seconds timeout = std::chrono::seconds(0));
 

@@ -85,7 +85,8 @@ void TerminalProgress::ShowRow(const FinishedRow& row) {
   const bool asHoped =
       row.outcome.code == RowCode::Complete || row.outcome.code == RowCode::SkipExisting;
   if (terminal_.IsTerminal() && asHoped) return;
-  Print(row.text + u"  "_s + row.address);
+  const QString& reason = row.outcome.reason;
+  Print(row.text + u"  "_s + row.address + (reason.isEmpty() ? reason : u"  （%1）"_s.arg(reason)));
 }
 
 // A fault that belongs to no row, such as a log that cannot be written, is told as it comes. The

@@ -45,6 +45,10 @@ TEST_F(HttpEngineTest, EveryAnswerEndsInAClearOutcome) {
   // qCompress puts a length before the stream that "deflate" means.
   const Answer flood = Answer::Text(qCompress(QByteArray(60'000'000, '\0'), 9).mid(4));
   const QByteArray headers = ("X: " + QByteArray(1000, 'x') + "\r\n").repeated(1000);
+  Answer cutStatus;
+  cutStatus.raw = "HTTP/1.1 20";
+  Answer cutHead;
+  cutHead.raw = "HTTP/1.1 200 OK\r\nContent-Length: 10\r\nConte";
   const QList<std::tuple<const char*, Answer, HttpFailure, int>> rows = {
       {"whole", Raw("Content-Length: 10"), None, 200},
       {"not found", Answer::Status(404), None, 404},
@@ -53,10 +57,12 @@ TEST_F(HttpEngineTest, EveryAnswerEndsInAClearOutcome) {
       {"length beyond numbers", Raw("Content-Length: 99999999999999999999999"), CutOff, 200},
       {"two lengths", Raw("Content-Length: 10\r\nContent-Length: 9"), BadAnswer, 0},
       {"not HTTP", Raw("", "", "220 mail.test ESMTP"), BadAnswer, 0},
+      {"cut in the status line", cutStatus, CutOff, 0},
+      {"cut in the headers", cutHead, CutOff, 0},
       {"broken chunk", Raw("Transfer-Encoding: chunked", "zz\r\nabc"), CutOff, 200},
       {"1 MB of headers", Raw(headers + "Content-Length: 10"), TooLarge, 0},
-      {"redirect loop", Answer::Redirect("/x"), BadAnswer, 0},
-      {"redirect to file:", Answer::Redirect("file:///etc/passwd"), BadAnswer, 0},
+      {"redirect loop", Answer::Redirect("/x"), BadRedirect, 0},
+      {"redirect to file:", Answer::Redirect("file:///etc/passwd"), BadRedirect, 0},
       {"redirect without an address", Answer::Status(302), None, 302},
       {"wrong encoding", Raw("Content-Length: 10\r\nContent-Encoding: gzip"), BadAnswer, 200},
       {"decompressing flood", flood.With("Content-Encoding", "deflate"), TooLarge, 200},
@@ -77,7 +83,7 @@ TEST_F(HttpEngineTest, EveryAnswerEndsInAClearOutcome) {
   server.Route("/x", flood.With("Content-Encoding", "deflate"));
   EXPECT_EQ(Fetch("http://x.test/x").body, flood.body) << "not asked for: left as it is";
   CurlHttpEngine nowhere("::127.0.0.1:1,nonsense,a:b:c:d");
-  EXPECT_EQ(QCoro::waitFor(FetchWhole(nowhere, Get("http://x.test/"))).failure, Unreachable);
+  EXPECT_EQ(QCoro::waitFor(FetchWhole(nowhere, Get("http://x.test/"))).failure, NoConnection);
 }
 
 TEST_F(HttpEngineTest, OnlyHttpAddressesAreAskedAndOddCharactersAreEncoded) {
