@@ -2,11 +2,13 @@
 #include "download/single_download.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "base/activity.h"
 #include "base/number_text.h"
 #include "base/product_name.h"
+#include "base/wait.h"
 #include "net/my_xml_http_request.h"
 
 namespace zentorin {
@@ -18,6 +20,7 @@ namespace {
 constexpr std::chrono::seconds kConnectTimeout(60);
 constexpr std::chrono::seconds kIdleTimeout(60);
 constexpr double kMaxLength = 9e15;
+constexpr std::chrono::milliseconds kPauseBeforeSecondTry(500);
 
 HttpRequest FreshRequest(const QString& url, const CancelToken& cancel) {
   HttpRequest request;
@@ -28,6 +31,14 @@ HttpRequest FreshRequest(const QString& url, const CancelToken& cancel) {
   request.idleTimeout = kIdleTimeout;
   request.cancel = cancel;
   return request;
+}
+
+// Whether the same request may get its answer at another moment.
+bool MayPass(HttpFailure failure, int httpStatus) {
+  constexpr std::array kBusy = {408, 425, 429};
+  constexpr int kFirstServerError = 500;
+  if (failure != HttpFailure::None) return !IsFinal(failure);
+  return httpStatus >= kFirstServerError || std::ranges::find(kBusy, httpStatus) != kBusy.end();
 }
 
 // 0 when the answer names none.
@@ -43,26 +54,47 @@ SingleDownload::SingleDownload(HttpEngine& engine, Activity& activity, CancelTok
     : engine_(engine), activity_(activity), cancel_(std::move(cancel)), write_(write) {}
 
 void SingleDownload::Prepare(const QString& url) {
-  if (!cancel_.Cancelled()) prepared_ = {url, engine_.Open(FreshRequest(url, cancel_))};
+  if (cancel_.Cancelled() || alone_) return;
+  prepared_ = {url, engine_.Open(FreshRequest(url, cancel_))};
 }
 
-std::unique_ptr<HttpTransfer> SingleDownload::Open(const QString& url) {
+std::unique_ptr<HttpTransfer> SingleDownload::TakePrepared(const QString& url) {
   std::optional<Prepared> prepared = std::exchange(prepared_, std::nullopt);
-  if (prepared && prepared->url == url) return std::move(prepared->transfer);
-  return engine_.Open(FreshRequest(url, cancel_));
+  return prepared && prepared->url == url ? std::move(prepared->transfer) : nullptr;
 }
 
 QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString path) {
-  const std::unique_ptr<HttpTransfer> transfer = Open(url);
+  std::unique_ptr<HttpTransfer> transfer = TakePrepared(url);
+  const bool wasEarly = transfer != nullptr;
+  if (!wasEarly) transfer = engine_.Open(FreshRequest(url, cancel_));
+  FileDownload result = co_await Receive(*transfer, url, path);
+  if (!wasEarly || !result.maySucceedLater || cancel_.Cancelled()) co_return result;
+
+  // A server that does not bear two requests at a time gets one from now on.
+  alone_ = true;
+  prepared_.reset();
+  transfer.reset();
+  const bool undisturbed = co_await SleepUnlessCancelled(cancel_, kPauseBeforeSecondTry);
+  if (!undisturbed) co_return result;
+  transfer = engine_.Open(FreshRequest(url, cancel_));
+  // No byte of the first try may stand behind a shorter second one.
+  if (result.spoiled) DeleteLocalFile(path);
+  result = co_await Receive(*transfer, url, path);
+  co_return result;
+}
+
+QCoro::Task<FileDownload> SingleDownload::Receive(HttpTransfer& transfer, QString url,
+                                                  QString path) {
   FileDownload result;
   result.code = RowCode::Cancelled;
-  const HttpHead head = co_await transfer->Head();
+  const HttpHead head = co_await transfer.Head();
   if (cancel_.Cancelled()) co_return result;
   if (head.status != kHttpOk) {
     result.code = RowCode::Fatal;
     result.isGone = IsGone(head.status);
+    result.maySucceedLater = MayPass(transfer.Failure(), head.status);
     const QString answered = head.finalUrl.isEmpty() ? url : head.finalUrl;
-    result.reason = WhyNoAnswer(transfer->Failure(), head.status, HostOf(answered));
+    result.reason = WhyNoAnswer(transfer.Failure(), head.status, HostOf(answered));
     co_return result;
   }
   LocalFile file(write_);
@@ -71,11 +103,12 @@ QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString pa
   if (!opened.Ok()) co_return result;
   const qint64 length = AnnouncedLength(head);
   qint64 written = 0;
-  result.code = co_await CopyBody(*transfer, file, length, written);
+  result.code = co_await CopyBody(transfer, file, length, written);
   if (result.code == RowCode::Complete) result.code = file.Keep();
-  if (transfer->Failure() != HttpFailure::None && !cancel_.Cancelled()) {
+  if (transfer.Failure() != HttpFailure::None && !cancel_.Cancelled()) {
+    result.maySucceedLater = MayPass(transfer.Failure(), head.status);
     const QString whole = length > 0 ? GroupedNumber(length) : u"?"_s;
-    result.reason = WhyNoAnswer(transfer->Failure(), head.status, HostOf(head.finalUrl)) +
+    result.reason = WhyNoAnswer(transfer.Failure(), head.status, HostOf(head.finalUrl)) +
                     u"（%1 / %2 バイト）"_s.arg(GroupedNumber(written), whole);
   }
   result.spoiled = result.code != RowCode::Complete && file.HasChangedOldFile();

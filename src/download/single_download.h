@@ -20,8 +20,9 @@ class Activity;
 
 struct FileDownload {
   RowCode code = RowCode::Complete;
-  QString reason;        // why the address was not to be had
-  bool isGone = false;   // its server says so
+  QString reason;       // why the address was not to be had
+  bool isGone = false;  // its server says so
+  bool maySucceedLater = false;
   bool spoiled = false;  // what stood at the path holds bytes of a transfer without an end
 };
 
@@ -40,7 +41,8 @@ class SingleDownload {
   QCoro::Task<FileDownload> DownloadToFile(QString url, QString path);
 
   // Sends the request for an address ahead of its turn. DownloadToFile() takes it over when it
-  // comes for that address next, and drops it when it comes for another one.
+  // comes for that address next, and drops it when it comes for another one. What failed for having
+  // been asked early is asked anew at its turn.
   void Prepare(const QString& url);
 
   // Nothing in the program calls it; kept as the whole-body way, with no progress and no outcome.
@@ -53,7 +55,8 @@ class SingleDownload {
     std::unique_ptr<HttpTransfer> transfer;
   };
 
-  std::unique_ptr<HttpTransfer> Open(const QString& url);
+  std::unique_ptr<HttpTransfer> TakePrepared(const QString& url);
+  QCoro::Task<FileDownload> Receive(HttpTransfer& transfer, QString url, QString path);
   QCoro::Task<RowCode> CopyBody(HttpTransfer& transfer, LocalFile& file, qint64 length,
                                 qint64& written);
 
@@ -62,6 +65,7 @@ class SingleDownload {
   CancelToken cancel_;
   LocalFile::WriteCall write_;
   std::optional<Prepared> prepared_;
+  bool alone_ = false;    // nothing is asked ahead any more
   QByteArray wholeBody_;  // of the last HTTPDownloadFile()
 };
 

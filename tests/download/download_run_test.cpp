@@ -126,6 +126,31 @@ TEST_F(DownloadRunTest, ACancelDeletesThePartialFileOrStreamAndEndsTheRun) {
   EXPECT_EQ(Saved(), "");
 }
 
+TEST_F(DownloadRunTest, NoRowIsWorseForHavingBeenAskedEarly) {
+  job.EditFlag(TargetUrlItem::OverWrite, true);
+  server.Route("/first", Answer::Text("x"));
+  const QList<Answer> early = {Answer::Status(503),
+                               Answer::Generated(300'000).Ends(Answer::Ending::CutOff, 200'000),
+                               Answer::Text("x").Ends(Answer::Ending::CutOff, 0)};
+  for (int i = 0; i < early.size(); ++i) {
+    const QString name = "second" + QString::number(i);
+    home.Write("save/" + name, "old");
+    server.RouteTo('/' + name, [this, answer = early[i], name](const auto&) {
+      return server.Hits('/' + name) == 1 ? answer : Answer::Text("new");
+    });
+    server.Route("/busy", Answer::Status(503));
+    home.Write("save/busy", "old");
+    files.ClearFileList();
+    for (const QString& each : {QString("first"), name, QString("busy")}) {
+      Add("http://s.test/" + each);
+    }
+    EXPECT_EQ(ExitStatusOf(RunRows()), kExitFailures) << "the last one was refused";
+    EXPECT_EQ(Marks(), "o|o|?") << i;
+    EXPECT_EQ(home.Read("save/" + name), "new") << i;
+    EXPECT_EQ(home.Read("save/busy"), "old") << i;
+  }
+}
+
 TEST_F(DownloadRunTest, NamesFromOutsideStayInTheSaveFolder) {
   server.SetFallback([](const test::ReceivedRequest&) { return Answer::Text("x"); });
   home.Write("save/keep", "k");
