@@ -20,8 +20,8 @@ enum class HttpFailure {
   NoConnection,
   NoTrust,  // no TLS session: a certificate that does not fit, no common cipher
   TimedOut,
-  CutOff,     // the answer ended short of its length, or broke off
-  TooLarge,   // body or headers over their limit
+  CutOff,       // the answer ended short of its length, or broke off
+  TooLarge,     // body or headers over their limit
   BadAnswer,    // not HTTP, broken encoding
   BadRedirect,  // too many of them, or to another scheme
   Cancelled,
