@@ -33,8 +33,10 @@ void Activity::AnnounceIf(bool changed) {
 }
 
 void Activity::ShowPhase() {
-  const auto last = std::find_if(scopes_.rbegin(), scopes_.rend(), [](int n) { return n > 0; });
-  const auto phase = static_cast<Phase>(std::max<std::ptrdiff_t>(0, scopes_.rend() - last - 1));
+  auto phase = Phase::Resting;
+  for (size_t i = 0; i < scopes_.size(); ++i) {
+    if (scopes_.at(i) > 0) phase = static_cast<Phase>(i);
+  }
   if (phase <= Phase::Armed) state_.cancelling = false;
   AnnounceIf(Take(state_.phase, phase));
 }

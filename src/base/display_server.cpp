@@ -51,8 +51,9 @@ bool X11Answers(std::chrono::milliseconds bound) {
   close(ends[1]);
   pollfd watched = {.fd = ends[0], .events = POLLIN, .revents = 0};
   int ready = -1;
-  do ready = poll(&watched, 1, static_cast<int>(deadline.remainingTime()));
-  while (ready < 0 && errno == EINTR);
+  do {
+    ready = poll(&watched, 1, static_cast<int>(deadline.remainingTime()));
+  } while (ready < 0 && errno == EINTR);
   char byte = 0;
   const bool answers = ready > 0 && read(ends[0], &byte, 1) == 1;
   close(ends[0]);

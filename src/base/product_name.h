@@ -6,7 +6,7 @@
 namespace zentorin {
 
 inline QString ProductName() {
-  return QString("Zentorin");
+  return {"Zentorin"};
 }
 
 }  // namespace zentorin

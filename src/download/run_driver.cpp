@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "download/run_driver.h"
 
+#include <utility>
+
 #include "base/activity.h"
 #include "base/message_boxes.h"
 #include "base/wait.h"
@@ -43,9 +45,7 @@ CancelToken RunDriver::Begin() {
 // What was asked ahead and never taken ends with the command.
 void RunDriver::End(Unload unload) {
   context_.activity.SetBatch(false);
-  CancelSource ended = *command_;
-  command_.reset();
-  ended.Cancel();
+  if (std::optional<CancelSource> ended = std::exchange(command_, std::nullopt)) ended->Cancel();
   Q_EMIT RunningChanged(false);
   if (unload == Unload::Yes) Q_EMIT CloseRequested();
 }
@@ -103,11 +103,11 @@ QCoro::Task<RunOutcome> RunDriver::BatchCommand() {
 }
 
 void RunDriver::CancelCommand() {
-  if (!IsRunning()) return;
-  context_.activity.SetCancelling();
   // What it ends may end the command.
-  CancelSource source = *command_;
-  source.Cancel();
+  std::optional<CancelSource> command = command_;
+  if (!command) return;
+  context_.activity.SetCancelling();
+  command->Cancel();
 }
 
 QCoro::Task<RunOutcome> RunDriver::Drive(bool batch, CancelToken cancel) {

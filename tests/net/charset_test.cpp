@@ -122,7 +122,7 @@ TEST(DecodeAddo, ReadsTheRowsThatMakersAddedAndMarksEachUndecodableByte) {
   EXPECT_EQ(Decode_ADDO::DecodeIso2022Jp("\x1B$B-!!A\x1B(I1\x1B(Ba\x1B$B$"), "①～ｱa\uFFFD");
   EXPECT_EQ(Decode_ADDO::DecodeEucJp("a\xFF\xA4\xA2\xFF\xA4"), "a\uFFFDあ\uFFFD\uFFFD");
   EXPECT_EQ(Decode_ADDO::DecodeUtf8("a\xFF\xFE"), "a\uFFFD\uFFFD");
-  const qsizetype many = 5'000'000;
+  const qsizetype many = 500'000;
   EXPECT_EQ(Decode_ADDO::DecodeEucJp(QByteArray(many, '\xFF')).size(), many);
   EXPECT_EQ(Decode_ADDO::DecodeIso2022Jp(QByteArray(many, '\x1B')).size(), many);
 }

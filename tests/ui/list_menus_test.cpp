@@ -67,7 +67,7 @@ class ListMenusTest : public MainWindowTest {
 
 TEST_F(ListMenusTest, ShowOverWhatIsUnderThePointer) {
   AddJobs(2);
-  const auto shows = [this](const LineListView* view, int row, QMenu* menu) {
+  const auto shows = [](const LineListView* view, int row, QMenu* menu) {
     QTest::mousePress(view->viewport(), Qt::RightButton, {}, At(view, row));
     const bool shown = menu->isVisible();
     menu->close();

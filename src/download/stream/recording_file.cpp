@@ -88,7 +88,7 @@ bool RecordingFile::DiskIsFull() const {
 }
 
 Outcome RecordingFile::Keep() {
-  const Outcome moved = written_ == path_ ? Outcome() : Move(written_, path_);
+  Outcome moved = written_ == path_ ? Outcome() : Move(written_, path_);
   if (!moved.Ok()) return moved;
   if (!old_.isEmpty()) DeleteLocalFile(old_);
   written_.clear();

@@ -71,7 +71,7 @@ Outcome StreamGetTool::Start() {
   if (!windows_.Available()) {
     return Outcome::Failed(RunTimeError::Other, u"StreamGet は画面がないと実行できません。"_s);
   }
-  const Outcome written = WriteStreamGetSettings(folder_, recording_);
+  Outcome written = WriteStreamGetSettings(folder_, recording_);
   if (!written.Ok()) return written;
   for (const ToolWindow& window : windows_.List()) otherWindows_.insert(window.id);
   process_.Start(command_, folder_);
