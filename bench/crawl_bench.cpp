@@ -29,8 +29,9 @@ struct Bench {
   }
 
   test::MemoryEngine engine{[](const QString&) { return QByteArray(); }};
-  MyXMLHttpRequest http{engine};
   Activity activity;
+  FetchChoices choices;
+  MyXMLHttpRequest http{engine, activity, choices};
   test::RecordingMessageBoxes messages;
   test::SettableClock time;
   ClockOptions clockOptions;
@@ -38,7 +39,7 @@ struct Bench {
   UrlList urlList;
   JobEditor job{urlList};
   FileList files;
-  CrawlContext context{http, activity, messages, clock, urlList, job, files};
+  CrawlContext context{http, activity, messages, clock, urlList, job, files, choices};
 };
 
 FetchedPage PageOfLinks(qint64 count, const QString& ending) {

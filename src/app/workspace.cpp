@@ -7,6 +7,20 @@ namespace zentorin {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+std::unique_ptr<HttpEngine> MakeEngine(const QString& connectTo, Activity& activity) {
+  auto engine = std::make_unique<CurlHttpEngine>(connectTo);
+  engine->TellPauses([&activity](const QString& host, std::chrono::seconds left) {
+    activity.SetWaiting(
+        host.isEmpty() ? QString()
+                       : u"%1 の求めで待っています（あと %2 秒）"_s.arg(host).arg(left.count()));
+  });
+  return engine;
+}
+
+}  // namespace
+
 CrawlContext CrawlContextOf(Workspace& workspace) {
   return {.http = workspace.http,
           .activity = workspace.activity,
@@ -14,7 +28,8 @@ CrawlContext CrawlContextOf(Workspace& workspace) {
           .clock = workspace.clock,
           .urlList = workspace.urlList,
           .job = workspace.job,
-          .files = workspace.files};
+          .files = workspace.files,
+          .choices = workspace.choices};
 }
 
 DownloadContext DownloadContextOf(Workspace& workspace) {
@@ -25,7 +40,8 @@ DownloadContext DownloadContextOf(Workspace& workspace) {
            .capture = world.capture,
            .drives = workspace.drives,
            .options = workspace.settings.download,
-           .clock = workspace.clock},
+           .clock = workspace.clock,
+           .choices = workspace.choices},
           world.messages,
           world.opener,
           workspace.log,
@@ -40,8 +56,8 @@ Workspace::Workspace(const World& outside, const QString& programFolder, const Q
       job(urlList),
       dateFiles(job, files, world.clock, clock),
       log(programFolder + u"/log.txt"_s, world.clock),
-      engine(std::make_unique<CurlHttpEngine>(connectTo)),
-      http(*engine),
+      engine(MakeEngine(connectTo, activity)),
+      http(*engine, activity, choices),
       generator(CrawlContextOf(*this)),
       driver(DownloadContextOf(*this), urlList, generator, world.power),
       source({http, activity, world.messages, world.opener}) {}

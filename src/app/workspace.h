@@ -53,6 +53,7 @@ class Workspace {
   World world;
   Drives drives;
   AppSettings settings;
+  FetchChoices choices;
   Activity activity;
   DisplayClock clock;
   UrlList urlList;

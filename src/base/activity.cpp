@@ -86,6 +86,10 @@ void Activity::SetTimeLeft(std::chrono::milliseconds left) {
   AnnounceIf(Take(state_.left, left));
 }
 
+void Activity::SetWaiting(const QString& text) {
+  Take(state_.waiting, text);
+}
+
 void Activity::Say(const QString& text, Tone tone) {
   const Message message{text, tone};
   if (state_.message == message) return;

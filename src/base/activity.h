@@ -63,7 +63,8 @@ struct ActivityState {
   qint64 runBytes = 0;             // of the files that the run has completed
   std::chrono::milliseconds left{0};  // of the countdown to the power action
   Message message;
-  int said = 0;  // changes of the message so far: tells one said anew from one that stands
+  QString waiting;  // what the work in hand waits for, empty when it does not
+  int said = 0;     // changes of the message so far: tells one said anew from one that stands
   AfterBatch afterBatch;
 };
 
@@ -100,6 +101,7 @@ class Activity : public QObject {
   void SetRecorded(std::optional<double> share);
   void SetRunBytes(qint64 bytes);
   void SetTimeLeft(std::chrono::milliseconds left);
+  void SetWaiting(const QString& text);
   void Say(const QString& text, Tone tone = Tone::Note);
   void SetAfterBatch(const AfterBatch& afterBatch);
 

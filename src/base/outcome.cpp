@@ -14,6 +14,9 @@ RunTimeError RunTimeErrorFromErrno(int systemError) {
     case ENOSPC:
     case EDQUOT:
       return RunTimeError::DiskFull;
+    case EMFILE:
+    case ENFILE:
+      return RunTimeError::TooManyFiles;
     case EACCES:
     case EPERM:
     case EROFS:
@@ -55,6 +58,8 @@ QString Words(RunTimeError error) {
       return u"入出力エラーが発生しました"_s;
     case RunTimeError::DiskFull:
       return u"空き容量が不足しています"_s;
+    case RunTimeError::TooManyFiles:
+      return u"開けるファイルの数を超えました"_s;
     case RunTimeError::PermissionDenied:
       return u"アクセスが許可されていません"_s;
     case RunTimeError::PathAccess:

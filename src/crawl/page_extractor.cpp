@@ -80,34 +80,59 @@ QCoro::Task<void> PageExtractor::Extract(QString pageUrl, FetchedPage page) {
     source.base = API_Web::DirectoryOf(page.finalUrl.isEmpty() ? pageUrl : page.finalUrl);
   }
   TagSplitter tags(page.text);
-  for (QStringView tag = tags.Next(); !tag.isNull(); tag = tags.Next()) {
+  for (QStringView tag = tags.Next(); !tag.isNull() && !cancel_.Cancelled(); tag = tags.Next()) {
     const QStringList candidates = files_.Candidates(tag);
     for (const QString& candidate : candidates) {
-      if (cancel_.Cancelled()) co_return;
+      if (cancel_.Cancelled()) break;
       const QString link = LinkOf(candidate);
       if (!link.isEmpty() && !links_.AnyEndsWith(link)) co_await TakeCandidate(source, link);
       if (slice_.Over()) co_await slice_.Rest();
     }
     if (slice_.Over()) co_await slice_.Rest();
-    if (cancel_.Cancelled()) co_return;
   }
+  while (!questions_.empty()) co_await AnswerFirst(source);
 }
 
+// Files are asked for their headers some rows ahead; the rows come in the order of the page.
 QCoro::Task<void> PageExtractor::TakeCandidate(const Source& source, QString candidate) {
-  const JobEditor& job = context_.job;
   const QString address = API_Web::Resolve(source.base, candidate);
-  const bool ask = job.Flag(TargetUrlItem::DispModify);
-  HttpHead head;
-  if (ask) head = co_await context_.http.QueryHead(address, cancel_);
+  if (!context_.job.Flag(TargetUrlItem::DispModify)) {
+    AddRow(source, candidate, address, {});
+    co_return;
+  }
+  // Whether the link is new hangs on a file that has not answered yet.
+  while (IsAskedFor(candidate)) co_await AnswerFirst(source);
+  if (cancel_.Cancelled() || links_.AnyEndsWith(candidate)) co_return;
+  questions_.push_back({candidate, address, context_.http.QueryHead(address, cancel_)});
+  const auto limit = static_cast<size_t>(context_.choices.connectionsPerHost);
+  while (questions_.size() > limit) co_await AnswerFirst(source);
+}
+
+bool PageExtractor::IsAskedFor(const QString& link) const {
+  return std::ranges::any_of(questions_, [&link](const Question& question) {
+    return question.link.endsWith(link, Qt::CaseInsensitive);
+  });
+}
+
+QCoro::Task<void> PageExtractor::AnswerFirst(const Source& source) {
+  Question question = std::move(questions_.front());
+  questions_.pop_front();
+  const HttpHead head = co_await question.head;
+  if (!cancel_.Cancelled()) AddRow(source, question.link, question.address, head);
+}
+
+// Unless the file is outside the root or the date window.
+void PageExtractor::AddRow(const Source& source, QString link, const QString& address,
+                           const HttpHead& head) {
   FileDate date = ParseHttpDate(QString::fromLatin1(head.Header("Last-Modified")));
   if (date) date = context_.clock.Shown(*date);
-  if (cancel_.Cancelled() || !InDateWindow(date) || !UnderRoot(candidate)) co_return;
-  candidate.remove(u'\\');
-  links_.Add(candidate);
+  if (!InDateWindow(date) || !UnderRoot(link)) return;
+  link.remove(u'\\');
+  links_.Add(link);
   FileListRow row;
   row.Set(FileListRow::Date, date ? DisplayClock::TextOf(*date) : u"-"_s);
   row.Set(FileListRow::Size, SizeText(head.Header("Content-Length")));
-  row.Set(FileListRow::Link, candidate);
+  row.Set(FileListRow::Link, link);
   row.Set(FileListRow::BaseDir, source.base);
   row.Set(FileListRow::Parent, source.url);
   row.Set(FileListRow::Address, address);

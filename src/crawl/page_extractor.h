@@ -3,6 +3,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <deque>
 #include <optional>
 
 #include <QCoro/QCoroTask>
@@ -38,7 +39,17 @@ class PageExtractor {
   };
   using FileDate = std::optional<QDateTime>;  // in the time of the clock label
 
+  // A link whose file is being asked for its date and size.
+  struct Question {
+    QString link;
+    QString address;
+    QCoro::Task<HttpHead> head;
+  };
+
   QCoro::Task<void> TakeCandidate(const Source& source, QString candidate);
+  QCoro::Task<void> AnswerFirst(const Source& source);
+  bool IsAskedFor(const QString& link) const;
+  void AddRow(const Source& source, QString link, const QString& address, const HttpHead& head);
   bool InDateWindow(const FileDate& date) const;
   bool UnderRoot(const QString& candidate) const;
 
@@ -48,6 +59,7 @@ class PageExtractor {
   CancelToken cancel_;
   QString startAddress_;  // what the only-under-the-root rule compares against
   SuffixIndex links_;
+  std::deque<Question> questions_;  // in the order of the page
   int rowCount_ = 0;
   TimeSlice slice_;
 };

@@ -9,7 +9,6 @@
 #include "base/file_names.h"
 #include "base/message_boxes.h"
 #include "base/number_text.h"
-#include "base/wait.h"
 #include "crawl/file_list.h"
 #include "download/local_target.h"
 #include "download/row_cursor.h"
@@ -97,7 +96,7 @@ QCoro::Task<void> DownloadRun::WalkRows() {
   for (int index = rows.Next(); index >= 0; index = rows.Next()) {
     const bool goesOn = co_await TakeRow(rows, index);
     if (!goesOn) co_return;
-    co_await YieldToEventLoop();
+    if (slice_.Over()) co_await slice_.Rest();
     if (cancel_.Cancelled()) co_return;
   }
 }
@@ -117,8 +116,7 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
     activity.SetBytes(0);
     activity.SetAddress(CutForDisplay(address));
     QCoro::Task<RowOutcome> fetch = download_->Fetch(address, row[FileListRow::Date]);
-    const int next = rows.Peek();
-    if (next >= 0) download_->Prepare(RowAddress(files.Row(next), root_));
+    AskAhead(rows, index);
     const RowOutcome outcome = co_await fetch;
     const int place = rows.Find(row);
     row.Set(FileListRow::Date, outcome.date);
@@ -131,6 +129,17 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
   activity.SetShare(static_cast<double>(place_.number) / place_.count);
   if (const int place = rows.Find(row); place >= 0) files.SetSelected(place, false);
   co_return true;
+}
+
+// Sends requests of the rows to come, as far as more of them can wait for their turn.
+void DownloadRun::AskAhead(RowCursor& rows, int current) {
+  constexpr int kReach = 50;
+  for (int row = rows.NextAhead(); row >= 0; row = rows.NextAhead()) {
+    const bool isNear = row - current <= kReach;
+    if (isNear && download_->AskEarly(RowAddress(context_.files.Row(row), root_))) continue;
+    rows.StepBack();
+    return;
+  }
 }
 
 // Log, counts and message. False when the run ends with this result.

@@ -8,6 +8,7 @@
 #include <QCoro/QCoroTask>
 
 #include "base/activity.h"
+#include "crawl/time_slice.h"
 #include "download/row_download.h"
 #include "download/run_outcome.h"
 
@@ -52,6 +53,7 @@ class DownloadRun {
   QCoro::Task<void> TellNothingSelected();
   QCoro::Task<void> WalkRows();
   QCoro::Task<bool> TakeRow(RowCursor& rows, int index);
+  void AskAhead(RowCursor& rows, int current);
   bool Report(const RowOutcome& row, const QString& address);
   QCoro::Task<void> TellFatal(RowOutcome row);
   void EndOfRun();
@@ -68,6 +70,7 @@ class DownloadRun {
   Place place_;
   RowCode lastCode_ = RowCode::Complete;
   RunOutcome outcome_;
+  TimeSlice slice_;
 };
 
 }  // namespace zentorin

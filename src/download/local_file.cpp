@@ -3,6 +3,8 @@
 
 #include <QFile>
 #include <QRandomGenerator>
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 
@@ -90,13 +92,32 @@ Outcome LocalFile::Write(QByteArrayView bytes) {
     if (written < 0) return Outcome::OfErrno(errno);
     if (written == 0) return Outcome::Of(RunTimeError::InputOutput);
     hasWritten_ = true;
+    position_ += written;
+    farthest_ = std::max(farthest_, position_);
     bytes = bytes.sliced(written);
   }
   return {};
 }
 
+Outcome LocalFile::StartOver() {
+  position_ = 0;
+  return ::lseek(file_.Number(), 0, SEEK_SET) == 0 ? Outcome() : Outcome::OfErrno(errno);
+}
+
+void LocalFile::ApplyDate() const {
+  if (!date_) return;
+  const timespec modified = {.tv_sec = date_->toSecsSinceEpoch(), .tv_nsec = 0};
+  const std::array<timespec, 2> times = {{{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, modified}};
+  ::futimens(file_.Number(), times.data());
+}
+
 // A write error that the system finds out only at the end takes a new file's name with it.
 RowCode LocalFile::Keep() {
+  // Nothing of a longer try that broke off stays behind the one that is whole.
+  if (farthest_ > position_ && ::ftruncate(file_.Number(), position_) != 0) {
+    return RunTimeErrorFromErrno(errno);
+  }
+  ApplyDate();
   if (isNew_ && hidden_.isEmpty() && !GiveName(file_.Number(), path_)) {
     return errno == EEXIST ? RowCode(RowCode::SkipExisting) : RunTimeErrorFromErrno(errno);
   }

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <QByteArrayView>
+#include <QDateTime>
 #include <QString>
 #include <cstddef>
+#include <optional>
 
 #include <sys/types.h>
 
@@ -27,13 +29,18 @@ class LocalFile {
 
   Outcome Open(const QString& path);
   Outcome Write(QByteArrayView bytes);
+  Outcome StartOver();  // the next bytes are the first ones again
+  // The file gets it instead of the time of writing.
+  void SetDate(const std::optional<QDateTime>& date) { date_ = date; }
   // The file is whole. SkipExisting when another one has come to its place meanwhile.
   RowCode Keep();
 
+  bool IsOpen() const { return file_.Number() >= 0; }
   bool HasChangedOldFile() const { return !isNew_ && hasWritten_; }
 
  private:
   Outcome OpenNew();
+  void ApplyDate() const;
 
   WriteCall write_;
   QByteArray path_;
@@ -41,6 +48,9 @@ class LocalFile {
   Descriptor file_;
   bool isNew_ = false;
   bool hasWritten_ = false;
+  std::optional<QDateTime> date_;
+  qint64 position_ = 0;
+  qint64 farthest_ = 0;  // position of all tries
 };
 
 void DeleteLocalFile(const QString& path);  // leaves anything but a regular file alone

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "download/row_cursor.h"
 
+#include <algorithm>
+
 namespace zentorin {
 
 RowCursor::RowCursor(FileList& files) : files_(files) {
@@ -10,13 +12,18 @@ RowCursor::RowCursor(FileList& files) : files_(files) {
 }
 
 int RowCursor::Next() {
-  last_ = Peek();
+  last_ = SelectedFrom(next_);
   if (last_ >= 0) next_ = last_ + 1;
   return last_;
 }
 
-int RowCursor::Peek() const {
-  int row = next_;
+int RowCursor::NextAhead() {
+  const int row = SelectedFrom(std::max(ahead_, next_));
+  if (row >= 0) ahead_ = row + 1;
+  return row;
+}
+
+int RowCursor::SelectedFrom(int row) const {
   while (row < files_.Count() && !files_.IsSelected(row)) ++row;
   return row < files_.Count() ? row : -1;
 }

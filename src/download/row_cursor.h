@@ -13,16 +13,21 @@ class RowCursor : public QObject {
  public:
   explicit RowCursor(FileList& files);
 
-  int Next();        // -1 when there is none
-  int Peek() const;  // what Next() would answer if the list stayed as it is
+  int Next();  // -1 when there is none
+  // The selected rows behind the one last answered, each once, for what can be done ahead of their
+  // turn; -1 when there is none.
+  int NextAhead();
+  void StepBack() { --ahead_; }  // the row is to be answered once more
   // Where the row last answered by Next() is now, known by its content; -1 when it is gone.
   int Find(const FileListRow& row) const;
 
  private:
-  void Restart() { next_ = 0; }
+  void Restart() { next_ = ahead_ = 0; }
+  int SelectedFrom(int row) const;
 
   FileList& files_;
   int next_ = 0;
+  int ahead_ = 0;
   int last_ = -1;
 };
 

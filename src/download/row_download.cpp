@@ -42,9 +42,15 @@ RowDownload::RowDownload(const FetchContext& context, RunJob job, CancelToken ca
       job_(std::move(job)),
       cancel_(std::move(cancel)),
       saveFolder_(context.drives.ToSystemPath(job_.savePath), context.drives.ProgramFolder()),
-      download_(context.engine, context.activity, cancel_) {}
+      download_(context.engine, context.activity, context.choices, cancel_) {}
 
 QCoro::Task<RowOutcome> RowDownload::Fetch(QString address, QString date) {
+  const RowOutcome outcome = co_await TakeRow(address, date);
+  download_.DropEarly(address);  // of a row that came to no download
+  co_return outcome;
+}
+
+QCoro::Task<RowOutcome> RowDownload::TakeRow(QString address, QString date) {
   RowOutcome outcome;
   outcome.date = date;
   const QString subFolder =
@@ -66,15 +72,16 @@ QCoro::Task<RowOutcome> RowDownload::Fetch(QString address, QString date) {
   co_return outcome;
 }
 
-void RowDownload::Prepare(const QString& address) {
-  if (context_.options.addDate || IsStreamSuffix(SuffixOf(address))) return;
+bool RowDownload::AskEarly(const QString& address) {
+  if (context_.options.addDate || IsStreamSuffix(SuffixOf(address))) return true;
   const QString name = LocalName({}, address);
-  if (name.isEmpty()) return;
+  if (name.isEmpty()) return true;
   QString folder = saveFolder_.Path();
   if (job_.treeFolder) {
     folder += u'/' + TreeFolder(address, job_.rootBase, job_.root).replace(u'\\', u'/');
   }
-  if (job_.overWrite || !FileExists(folder + u'/' + name)) download_.Prepare(address);
+  const bool isThere = !job_.overWrite && FileExists(folder + u'/' + name);
+  return isThere || download_.AskEarly(address);
 }
 
 QCoro::Task<RowCode> RowDownload::FetchFile(QString address, RowOutcome& outcome) {

@@ -36,6 +36,7 @@ struct FetchContext {
   const Drives& drives;
   const DownloadOptions& options;
   const DisplayClock& clock;
+  const FetchChoices& choices;
 };
 
 // The fields of the job that a run reads, as they stood when it started.
@@ -66,11 +67,12 @@ class RowDownload {
 
   QCoro::Task<RowOutcome> Fetch(QString address, QString date);
 
-  // Sends the requests of the row that comes next ahead of its turn, when it looks as if it will be
-  // fetched: a plain file that is not there yet, whose name hangs on no date.
-  void Prepare(const QString& address);
+  // Sends the request of a row to come ahead of its turn, when it looks as if it will be fetched: a
+  // plain file that is not there yet, whose name hangs on no date. False when no more can wait.
+  bool AskEarly(const QString& address);
 
  private:
+  QCoro::Task<RowOutcome> TakeRow(QString address, QString date);
   QCoro::Task<RowCode> FetchFile(QString address, RowOutcome& outcome);
   QCoro::Task<RowCode> CaptureStream(QString address, RowOutcome& outcome);
   QCoro::Task<QString> StreamAddress(QString address);

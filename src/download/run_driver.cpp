@@ -38,6 +38,7 @@ RunDriver::RunDriver(const DownloadContext& context, UrlList& urlList, FileListG
 // Only when none runs.
 CancelToken RunDriver::Begin() {
   CancelToken cancel = command_.emplace().Token();
+  context_.engine.StartRun(context_.choices.connectionsPerHost);
   Q_EMIT RunningChanged(true);
   return cancel;
 }

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "download/single_download.h"
 
-#include <algorithm>
-#include <array>
 #include <utility>
 
 #include "base/activity.h"
 #include "base/number_text.h"
 #include "base/product_name.h"
-#include "base/wait.h"
+#include "jobs/date_text.h"
+#include "net/host_book.h"
 #include "net/my_xml_http_request.h"
+#include "net/second_chances.h"
 
 namespace zentorin {
 
@@ -17,123 +17,181 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr std::chrono::seconds kConnectTimeout(60);
+constexpr std::chrono::seconds kConnectTimeout(20);
+constexpr std::chrono::seconds kHeadTimeout(60);
 constexpr std::chrono::seconds kIdleTimeout(60);
-constexpr double kMaxLength = 9e15;
-constexpr std::chrono::milliseconds kPauseBeforeSecondTry(500);
+constexpr std::chrono::minutes kSlowTime(5);
+constexpr size_t kMaxEarly = HostBook::kMaxConnections - 1;
+constexpr int kPartialContent = 206;
+constexpr int kRangeNotSatisfiable = 416;
 
-HttpRequest FreshRequest(const QString& url, const CancelToken& cancel) {
+}  // namespace
+
+SingleDownload::SingleDownload(HttpEngine& engine, Activity& activity, const FetchChoices& choices,
+                               CancelToken cancel, LocalFile::WriteCall write)
+    : engine_(engine),
+      activity_(activity),
+      choices_(choices),
+      cancel_(std::move(cancel)),
+      write_(write),
+      speed_(choices.topSpeed),
+      maxEarly_(choices.connectionsPerHost > 1 ? kMaxEarly : 0) {}
+
+HttpRequest SingleDownload::RequestFor(const QString& url) const {
   HttpRequest request;
   request.url = url;
   request.headers = ReloadHeaders();
   request.userAgent = ProductName().toLatin1();
   request.connectTimeout = kConnectTimeout;
+  request.headTimeout = kHeadTimeout;
   request.idleTimeout = kIdleTimeout;
-  request.cancel = cancel;
+  request.slowTime = kSlowTime;
+  request.useSystemProxy = choices_.proxyForFiles;
+  request.cancel = cancel_;
   return request;
 }
 
-// Whether the same request may get its answer at another moment.
-bool MayPass(HttpFailure failure, int httpStatus) {
-  constexpr std::array kBusy = {408, 425, 429};
-  constexpr int kFirstServerError = 500;
-  if (failure != HttpFailure::None) return !IsFinal(failure);
-  return httpStatus >= kFirstServerError || std::ranges::find(kBusy, httpStatus) != kBusy.end();
+bool SingleDownload::AskEarly(const QString& url) {
+  if (early_.size() >= maxEarly_ || cancel_.Cancelled()) return false;
+  if (early_.contains(url)) return true;
+  HttpRequest request = RequestFor(url);
+  request.early = true;
+  early_.emplace(url, engine_.Open(std::move(request)));
+  return true;
 }
 
-// 0 when the answer names none.
-qint64 AnnouncedLength(const HttpHead& head) {
-  const double length = NumericValue(QString::fromLatin1(head.Header("Content-Length")));
-  return static_cast<qint64>(std::clamp(length, 0.0, kMaxLength));
+std::unique_ptr<HttpTransfer> SingleDownload::TakeEarly(const QString& url) {
+  auto taken = early_.extract(url);
+  if (!taken) return nullptr;
+  taken.mapped()->TakeTurn();
+  return std::move(taken.mapped());
 }
 
-}  // namespace
-
-SingleDownload::SingleDownload(HttpEngine& engine, Activity& activity, CancelToken cancel,
-                               LocalFile::WriteCall write)
-    : engine_(engine), activity_(activity), cancel_(std::move(cancel)), write_(write) {}
-
-void SingleDownload::Prepare(const QString& url) {
-  if (cancel_.Cancelled() || alone_) return;
-  prepared_ = {url, engine_.Open(FreshRequest(url, cancel_))};
-}
-
-std::unique_ptr<HttpTransfer> SingleDownload::TakePrepared(const QString& url) {
-  std::optional<Prepared> prepared = std::exchange(prepared_, std::nullopt);
-  return prepared && prepared->url == url ? std::move(prepared->transfer) : nullptr;
+void SingleDownload::UseFewerDescriptors() {
+  maxEarly_ /= 2;
+  early_.clear();
 }
 
 QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString path) {
-  std::unique_ptr<HttpTransfer> transfer = TakePrepared(url);
-  const bool wasEarly = transfer != nullptr;
-  if (!wasEarly) transfer = engine_.Open(FreshRequest(url, cancel_));
-  FileDownload result = co_await Receive(*transfer, url, path);
-  if (!wasEarly || !result.maySucceedLater || cancel_.Cancelled()) co_return result;
-
-  // A server that does not bear two requests at a time gets one from now on.
-  alone_ = true;
-  prepared_.reset();
-  transfer.reset();
-  const bool undisturbed = co_await SleepUnlessCancelled(cancel_, kPauseBeforeSecondTry);
-  if (!undisturbed) co_return result;
-  transfer = engine_.Open(FreshRequest(url, cancel_));
-  // No byte of the first try may stand behind a shorter second one.
-  if (result.spoiled) DeleteLocalFile(path);
-  result = co_await Receive(*transfer, url, path);
-  co_return result;
-}
-
-QCoro::Task<FileDownload> SingleDownload::Receive(HttpTransfer& transfer, QString url,
-                                                  QString path) {
-  FileDownload result;
-  result.code = RowCode::Cancelled;
-  const HttpHead head = co_await transfer.Head();
-  if (cancel_.Cancelled()) co_return result;
-  if (head.status != kHttpOk) {
-    result.code = RowCode::Fatal;
-    result.isGone = IsGone(head.status);
-    result.maySucceedLater = MayPass(transfer.Failure(), head.status);
-    const QString answered = head.finalUrl.isEmpty() ? url : head.finalUrl;
-    result.reason = WhyNoAnswer(transfer.Failure(), head.status, HostOf(answered));
-    co_return result;
-  }
   LocalFile file(write_);
-  const Outcome opened = file.Open(path);
-  result.code = opened.error;
-  if (!opened.Ok()) co_return result;
-  const qint64 length = AnnouncedLength(head);
-  qint64 written = 0;
-  result.code = co_await CopyBody(transfer, file, length, written);
-  if (result.code == RowCode::Complete) result.code = file.Keep();
-  if (transfer.Failure() != HttpFailure::None && !cancel_.Cancelled()) {
-    result.maySucceedLater = MayPass(transfer.Failure(), head.status);
-    const QString whole = length > 0 ? GroupedNumber(length) : u"?"_s;
-    result.reason = WhyNoAnswer(transfer.Failure(), head.status, HostOf(head.finalUrl)) +
-                    u"（%1 / %2 バイト）"_s.arg(GroupedNumber(written), whole);
+  ResumePoint point;
+  SecondChances chances(choices_, activity_, cancel_);
+  std::unique_ptr<HttpTransfer> transfer = TakeEarly(url);
+  bool wasEarly = transfer != nullptr;
+  if (!wasEarly) transfer = engine_.Open(RequestFor(url));
+  Try attempt = co_await Receive(*transfer, url, path, file, point);
+  while (!cancel_.Cancelled()) {
+    const bool asksAnew = wasEarly && attempt.refused && !attempt.result.isGone;
+    if (!asksAnew && !(attempt.mayPass && chances.Left())) break;
+    transfer.reset();
+    if (!asksAnew) {
+      const bool undisturbed = co_await chances.Pause();
+      if (!undisturbed) break;
+    }
+    wasEarly = false;
+    HttpRequest request = RequestFor(url);
+    request.alone = true;
+    point.AskForRest(request);
+    transfer = engine_.Open(std::move(request));
+    attempt = co_await Receive(*transfer, url, path, file, point);
+  }
+  FileDownload result = attempt.result;
+  if (cancel_.Cancelled() && result.code != RowCode::Complete) result.code = RowCode::Cancelled;
+  if (!result.reason.isEmpty() && chances.Used() > 0) {
+    result.reason += u"、%1 回再試行"_s.arg(chances.Used());
   }
   result.spoiled = result.code != RowCode::Complete && file.HasChangedOldFile();
   co_return result;
 }
 
+QCoro::Task<SingleDownload::Try> SingleDownload::Receive(HttpTransfer& transfer, QString url,
+                                                         QString path, LocalFile& file,
+                                                         ResumePoint& point) {
+  Try attempt;
+  attempt.result.code = RowCode::Cancelled;
+  const HttpHead head = co_await transfer.Head();
+  if (cancel_.Cancelled()) co_return attempt;
+  const QString host = HostOf(head.finalUrl.isEmpty() ? url : head.finalUrl);
+  const bool continues = head.status == kPartialContent && point.IsContinuedBy(head);
+  if (head.status != kHttpOk && !continues) {
+    NoteRefusal(attempt, transfer.Failure(), head.status, host);
+    attempt.result.code = file.IsOpen() ? RowCode(RunTimeError::InputOutput) : RowCode::Fatal;
+    attempt.result.isGone = !file.IsOpen() && IsGone(head.status);
+    const bool isRangeFault = head.status == kPartialContent || head.status == kRangeNotSatisfiable;
+    if (isRangeFault && point.Written() > 0) {
+      attempt.mayPass = true;  // from the start again
+      point = ResumePoint();
+    }
+    co_return attempt;
+  }
+  const Outcome placed = continues ? Outcome() : Place(head, path, file, point);
+  if (!placed.Ok()) {
+    NoteFault(attempt, placed);
+    co_return attempt;
+  }
+  const Outcome copied = co_await CopyBody(transfer, file, point);
+  if (cancel_.Cancelled()) co_return attempt;
+  // What broke off is not complete, whatever was written.
+  HttpFailure failure = transfer.Failure();
+  if (failure == HttpFailure::None && !point.IsWhole()) failure = HttpFailure::CutOff;
+  if (!copied.Ok()) {
+    NoteFault(attempt, copied);
+  } else if (failure != HttpFailure::None) {
+    NoteRefusal(attempt, failure, head.status, host);
+    attempt.result.code = RunTimeError::InputOutput;
+    const QString whole = point.Length() > 0 ? GroupedNumber(point.Length()) : u"?"_s;
+    attempt.result.reason += u"（%1 / %2 バイト）"_s.arg(GroupedNumber(point.Written()), whole);
+  } else {
+    attempt.result.code = file.Keep();
+  }
+  co_return attempt;
+}
+
+// By the network or the server.
+void SingleDownload::NoteRefusal(Try& attempt, HttpFailure failure, int status,
+                                 const QString& host) {
+  attempt.refused = true;
+  attempt.mayPass = MayPass(failure, status);
+  attempt.result.reason = WhyNoAnswer(failure, status, host);
+  if (failure == HttpFailure::NoDescriptor) UseFewerDescriptors();
+}
+
+// By this machine.
+void SingleDownload::NoteFault(Try& attempt, const Outcome& fault) {
+  attempt.result.code = fault.error;
+  if (fault.error != RunTimeError::TooManyFiles) return;
+  attempt.mayPass = true;
+  attempt.result.reason = fault.message;
+  UseFewerDescriptors();
+}
+
+// A whole answer begins: at the start of the file, whatever an earlier try has brought.
+Outcome SingleDownload::Place(const HttpHead& head, const QString& path, LocalFile& file,
+                              ResumePoint& point) {
+  point = ResumePoint(head);
+  const Outcome outcome = file.IsOpen() ? file.StartOver() : file.Open(path);
+  if (choices_.keepServerDate) {
+    file.SetDate(ParseHttpDate(QString::fromLatin1(head.Header("Last-Modified"))));
+  }
+  return outcome;
+}
+
 // Block by block, so that a file of any size takes the memory of one.
-QCoro::Task<RowCode> SingleDownload::CopyBody(HttpTransfer& transfer, LocalFile& file,
-                                              qint64 length, qint64& written) {
+QCoro::Task<Outcome> SingleDownload::CopyBody(HttpTransfer& transfer, LocalFile& file,
+                                              ResumePoint& point) {
   while (true) {
     const QByteArray block = co_await transfer.NextBlock();
-    if (cancel_.Cancelled()) co_return RowCode::Cancelled;
-    if (block.isEmpty()) break;
-    const Outcome outcome = file.Write(block);
-    if (!outcome.Ok()) co_return outcome.error;
-    written += block.size();
-    activity_.SetBytes(written, length);
+    if (cancel_.Cancelled() || block.isEmpty()) co_return Outcome();
+    const Outcome written = file.Write(block);
+    if (!written.Ok()) co_return written;
+    point.Add(block.size());
+    activity_.SetBytes(point.Written(), point.Length());
+    if (choices_.topSpeed > 0) co_await speed_.Spend(block.size(), cancel_);
   }
-  // What broke off is not complete, whatever was written.
-  if (transfer.Failure() != HttpFailure::None) co_return RunTimeError::InputOutput;
-  co_return RowCode::Complete;
 }
 
 QCoro::Task<void> SingleDownload::HTTPDownloadFile(QString url, QString path) {
-  HttpRequest request = FreshRequest(url, cancel_);
+  HttpRequest request = RequestFor(url);
   request.maxBodyBytes = kMaxWholeBodyBytes;
   HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
   const bool whole = answer.head.status != 0 && answer.failure == HttpFailure::None;

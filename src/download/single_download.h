@@ -3,15 +3,18 @@
 
 #include <QByteArray>
 #include <QString>
+#include <map>
 #include <memory>
-#include <optional>
 
 #include <QCoro/QCoroTask>
 #include <unistd.h>
 
 #include "base/cancel_token.h"
 #include "download/local_file.h"
+#include "download/resume_point.h"
 #include "download/row_code.h"
+#include "download/speed_limit.h"
+#include "net/fetch_choices.h"
 #include "net/http_engine.h"
 
 namespace zentorin {
@@ -20,19 +23,18 @@ class Activity;
 
 struct FileDownload {
   RowCode code = RowCode::Complete;
-  QString reason;       // why the address was not to be had
-  bool isGone = false;  // its server says so
-  bool maySucceedLater = false;
+  QString reason;        // why the address was not to be had
+  bool isGone = false;   // its server says so
   bool spoiled = false;  // what stood at the path holds bytes of a transfer without an end
 };
 
-// Fetches one address after the other into files, for one command.
+// Fetches addresses into files, one after the other, for one command.
 class SingleDownload {
  public:
   static constexpr qint64 kMaxWholeBodyBytes = 64LL * 1024 * 1024;  // of HTTPDownloadFile()
 
-  SingleDownload(HttpEngine& engine, Activity& activity, CancelToken cancel,
-                 LocalFile::WriteCall write = ::write);
+  SingleDownload(HttpEngine& engine, Activity& activity, const FetchChoices& choices,
+                 CancelToken cancel, LocalFile::WriteCall write = ::write);
 
   // `path` is a path of this system whose folder exists. A new file is there whole or not at all;
   // an old one that is half written over is the caller's to delete. Codes: Complete, Cancelled,
@@ -40,32 +42,41 @@ class SingleDownload {
   // error.
   QCoro::Task<FileDownload> DownloadToFile(QString url, QString path);
 
-  // Sends the request for an address ahead of its turn. DownloadToFile() takes it over when it
-  // comes for that address next, and drops it when it comes for another one. What failed for having
-  // been asked early is asked anew at its turn.
-  void Prepare(const QString& url);
+  // Sends the request for an address ahead of its turn. DownloadToFile() takes it over; what failed
+  // for having been asked early is asked anew then. False when no more can wait.
+  bool AskEarly(const QString& url);
+  void DropEarly(const QString& url) { early_.erase(url); }
 
   // Nothing in the program calls it; kept as the whole-body way, with no progress and no outcome.
   // Writes nothing when the headers contain "404 Not Found", or the answer is broken or too long.
   QCoro::Task<void> HTTPDownloadFile(QString url, QString path);
 
  private:
-  struct Prepared {
-    QString url;
-    std::unique_ptr<HttpTransfer> transfer;
+  // One try of one file.
+  struct Try {
+    FileDownload result;
+    bool mayPass = false;  // another try may end better
+    bool refused = false;  // by the network or the server
   };
 
-  std::unique_ptr<HttpTransfer> TakePrepared(const QString& url);
-  QCoro::Task<FileDownload> Receive(HttpTransfer& transfer, QString url, QString path);
-  QCoro::Task<RowCode> CopyBody(HttpTransfer& transfer, LocalFile& file, qint64 length,
-                                qint64& written);
+  HttpRequest RequestFor(const QString& url) const;
+  std::unique_ptr<HttpTransfer> TakeEarly(const QString& url);
+  void UseFewerDescriptors();
+  QCoro::Task<Try> Receive(HttpTransfer& transfer, QString url, QString path, LocalFile& file,
+                           ResumePoint& point);
+  Outcome Place(const HttpHead& head, const QString& path, LocalFile& file, ResumePoint& point);
+  QCoro::Task<Outcome> CopyBody(HttpTransfer& transfer, LocalFile& file, ResumePoint& point);
+  void NoteRefusal(Try& attempt, HttpFailure failure, int status, const QString& host);
+  void NoteFault(Try& attempt, const Outcome& fault);
 
   HttpEngine& engine_;
   Activity& activity_;
+  const FetchChoices& choices_;
   CancelToken cancel_;
   LocalFile::WriteCall write_;
-  std::optional<Prepared> prepared_;
-  bool alone_ = false;    // nothing is asked ahead any more
+  SpeedLimit speed_;
+  std::map<QString, std::unique_ptr<HttpTransfer>> early_;  // by address
+  size_t maxEarly_;
   QByteArray wholeBody_;  // of the last HTTPDownloadFile()
 };
 

@@ -2,6 +2,7 @@
 #include "net/curl_exchange.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 #include "net/request_address.h"
@@ -11,6 +12,7 @@ namespace zentorin {
 namespace {
 
 constexpr long kMaxRedirects = 10;
+constexpr QByteArrayView kSecureScheme = "https:";
 // libcurl reads once for each time that the socket is ready: as much as a block, so that a large
 // file costs few turns of the event loop.
 constexpr long kReceiveBytes = 102'400;
@@ -73,31 +75,21 @@ void CurlExchange::Waiter::await_suspend(std::coroutine_handle<> coroutine) {
 
 CurlExchange::CurlExchange(HttpRequest request, std::vector<CURL*>& touched)
     : request_(std::move(request)),
-      touched_(&touched),
-      lastByteAt_(std::chrono::steady_clock::now()) {
-  deadline_.setSingleShot(true);
-}
+      address_(WireAddress(request_.url)),
+      host_(HostOfWireAddress(address_)),
+      touched_(&touched) {}
 
-bool CurlExchange::Prepare(curl_slist* connectTo) {
-  const QByteArray address = WireAddress(request_.url);
-  if (address.isEmpty()) {
-    Finish(HttpFailure::BadAddress);
-    return false;
-  }
-  easy_.reset(curl_easy_init());
-  if (!easy_) {
-    Finish(HttpFailure::NoConnection);
-    return false;
-  }
-  SetOptions(address);
+void CurlExchange::Start(CurlEasy handle, curl_slist* connectTo) {
+  easy_ = std::move(handle);
+  startedAt_ = lastByteAt_ = measuredAt_ = std::chrono::steady_clock::now();
+  SetOptions();
   SetRoute(connectTo);
   SetHeaders();
-  return true;
 }
 
-void CurlExchange::SetOptions(const QByteArray& address) {
+void CurlExchange::SetOptions() {
   CURL* easy = easy_.get();
-  curl_easy_setopt(easy, CURLOPT_URL, address.constData());
+  curl_easy_setopt(easy, CURLOPT_URL, address_.constData());
   curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
   curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
   curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
@@ -113,8 +105,16 @@ void CurlExchange::SetOptions(const QByteArray& address) {
   curl_easy_setopt(easy, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
   curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS,
                    static_cast<long>(request_.connectTimeout.count()));
-  curl_easy_setopt(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(request_.totalTimeout.count()));
   if (request_.acceptCompressed) curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, "");
+
+  // A certificate authority of one's own, named as other programs on OpenSSL have it.
+  const auto setFromEnvironment = [easy](CURLoption option, const char* name) {
+    const QByteArray value = qgetenv(name);
+    if (!value.isEmpty()) curl_easy_setopt(easy, option, value.constData());
+  };
+  setFromEnvironment(CURLOPT_CAINFO, "SSL_CERT_FILE");
+  setFromEnvironment(CURLOPT_CAPATH, "SSL_CERT_DIR");
+  if (address_.left(kSecureScheme.size()).toLower() == kSecureScheme) WatchSecureEnd();
 
   curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &CurlExchange::OnHeader);
   curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
@@ -167,7 +167,9 @@ bool CurlExchange::ShouldPause() const {
 
 void CurlExchange::SetPaused(bool paused) {
   paused_ = paused;
-  lastByteAt_ = std::chrono::steady_clock::now();
+  // The wait was ours, not the server's.
+  pausedAt_ = lastByteAt_ = measuredAt_ = std::chrono::steady_clock::now();
+  measuredBytes_ = bodyBytes_;
   curl_easy_pause(easy_.get(), paused ? CURLPAUSE_RECV : CURLPAUSE_CONT);
 }
 
@@ -175,13 +177,22 @@ void CurlExchange::Finish(HttpFailure failure) {
   if (finished_) return;
   finished_ = true;
   failure_ = failure;
+  neverConnected_ = easy_ && !HasConnected();
   if (failure == HttpFailure::Cancelled) {
     blocks_.clear();
     rest_.clear();
   }
   if (!headIsFinal_) head_ = {};
-  deadline_.stop();
-  easy_.reset();
+}
+
+// A connection that is used again has no time of connecting, but one of sending.
+bool CurlExchange::HasConnected() const {
+  if (headBytes_ > 0) return true;
+  curl_off_t connected = 0;
+  curl_off_t sending = 0;
+  curl_easy_getinfo(easy_.get(), CURLINFO_CONNECT_TIME_T, &connected);
+  curl_easy_getinfo(easy_.get(), CURLINFO_PRETRANSFER_TIME_T, &sending);
+  return connected > 0 || sending > 0;
 }
 
 void CurlExchange::FinishWith(CURLcode code) {
@@ -192,9 +203,15 @@ void CurlExchange::FinishWith(CURLcode code) {
   // A connection that closes inside a head is no failure for libcurl. A length beyond all numbers
   // makes libcurl read to the end of the connection: never whole.
   const bool isShort =
-      code == CURLE_OK &&
-      (!headIsFinal_ || (!head_.Header("Content-Length").isEmpty() && !AnnouncedBytes()));
-  Finish(isShort ? HttpFailure::CutOff : FailureOf(code, head_.status != 0));
+      code == CURLE_OK && (!headIsFinal_ || EndsUnannounced() ||
+                           (!head_.Header("Content-Length").isEmpty() && !AnnouncedBytes()));
+  HttpFailure failure = isShort ? HttpFailure::CutOff : FailureOf(code, head_.status != 0);
+  long systemError = 0;
+  curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &systemError);
+  if (failure == HttpFailure::NoConnection && (systemError == EMFILE || systemError == ENFILE)) {
+    failure = HttpFailure::NoDescriptor;
+  }
+  Finish(failure);
 }
 
 std::optional<qint64> CurlExchange::AnnouncedBytes() const {
@@ -212,16 +229,60 @@ bool CurlExchange::IsWorthDraining() const {
 
 void CurlExchange::StartDraining() {
   draining_ = true;
+  drainedAt_ = std::chrono::steady_clock::now();
   blocks_.clear();
   rest_.clear();
   if (paused_) SetPaused(false);
 }
 
-std::chrono::milliseconds CurlExchange::IdleTimeLeft() const {
-  if (draining_) return std::chrono::milliseconds(0);
-  if (paused_) return request_.idleTimeout;  // the wait is ours, not the server's
-  const auto idle = std::chrono::steady_clock::now() - lastByteAt_;
-  return request_.idleTimeout - std::chrono::duration_cast<std::chrono::milliseconds>(idle);
+HttpFailure CurlExchange::CheckTimes(Time now) {
+  const auto isOver = [now](Time since, std::chrono::milliseconds limit) {
+    return limit.count() > 0 && now - since >= limit;
+  };
+  if (draining_) {
+    return isOver(drainedAt_, kMaxDrainTime) ? HttpFailure::Cancelled : HttpFailure::None;
+  }
+  if (paused_) {
+    const bool heldTooLong = request_.early && isOver(pausedAt_, kLongestHold);
+    return heldTooLong ? HttpFailure::Dropped : HttpFailure::None;
+  }
+  if (isOver(lastByteAt_, request_.idleTimeout)) return HttpFailure::TimedOut;
+  if (!headIsFinal_ && isOver(startedAt_, request_.headTimeout)) return HttpFailure::TimedOut;
+  if (isOver(measuredAt_, request_.slowTime)) {
+    const auto seconds = std::chrono::duration<double>(now - measuredAt_).count();
+    const auto bytes = static_cast<double>(bodyBytes_ - measuredBytes_);
+    if (bytes < kSlowestRate * seconds) return HttpFailure::TooSlow;
+    measuredAt_ = now;
+    measuredBytes_ = bodyBytes_;
+  }
+  return HttpFailure::None;
+}
+
+// Only when it may be needed: libcurl writes each line of its trace before it is looked at.
+void CurlExchange::WatchSecureEnd() {
+  curl_easy_setopt(easy_.get(), CURLOPT_DEBUGFUNCTION, &CurlExchange::OnTrace);
+  curl_easy_setopt(easy_.get(), CURLOPT_DEBUGDATA, this);
+  curl_easy_setopt(easy_.get(), CURLOPT_VERBOSE, 1L);
+}
+
+// libcurl takes the end of a TLS connection for the end of a body without a length, whether the
+// server has announced it or somebody has cut the line.
+int CurlExchange::OnTrace(CURL* /*easy*/, curl_infotype type, char* bytes, size_t size,
+                          void* exchange) {
+  constexpr size_t kAlertBytes = 2;
+  constexpr char kCloseNotify = 0;
+  const bool isAlert = type == CURLINFO_SSL_DATA_IN && size == kAlertBytes;
+  if (isAlert && bytes[1] == kCloseNotify) static_cast<CurlExchange*>(exchange)->closedWell_ = true;
+  return 0;
+}
+
+// A body without a length that a secure connection ended without a word.
+bool CurlExchange::EndsUnannounced() const {
+  const char* scheme = nullptr;
+  curl_easy_getinfo(easy_.get(), CURLINFO_SCHEME, &scheme);
+  const bool isSecure = scheme != nullptr && qstricmp(scheme, "https") == 0;
+  return isSecure && !closedWell_ && bodyBytes_ > 0 && head_.Header("Content-Length").isNull() &&
+         !head_.Header("Transfer-Encoding").toLower().contains("chunked");
 }
 
 size_t CurlExchange::OnHeader(char* bytes, size_t size, size_t count, void* exchange) {
@@ -269,11 +330,18 @@ bool CurlExchange::TakeHeaderLine(QByteArrayView line) {
 }
 
 bool CurlExchange::EndHead() {
-  if (head_.status < 200 || IsRedirect(head_)) return true;
+  if (head_.status < 200) return true;
+  if (IsRedirect(head_)) {
+    WatchSecureEnd();
+    return true;
+  }
   if (HasUnequalLengths(head_)) return Refuse(HttpFailure::BadAnswer);
   headIsFinal_ = true;
   long redirects = 0;
   const char* address = nullptr;
+  curl_off_t retryAfter = 0;
+  curl_easy_getinfo(easy_.get(), CURLINFO_RETRY_AFTER, &retryAfter);
+  head_.retryAfter = std::chrono::seconds(retryAfter);
   curl_easy_getinfo(easy_.get(), CURLINFO_REDIRECT_COUNT, &redirects);
   curl_easy_getinfo(easy_.get(), CURLINFO_EFFECTIVE_URL, &address);
   // Without a redirect the address stays as it was written, because it is compared as text.

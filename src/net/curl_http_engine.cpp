@@ -44,6 +44,9 @@ class CurlTransfer : public HttpTransfer {
   QCoro::Task<HttpHead> Head() override { return HeadOf(exchange_); }
   QCoro::Task<QByteArray> NextBlock() override { return NextBlockOf(loop_, exchange_); }
   HttpFailure Failure() const override { return exchange_->Failure(); }
+  void TakeTurn() override {
+    if (loop_) loop_->TakeTurn(exchange_);
+  }
 
  private:
   QPointer<CurlMultiLoop> loop_;
@@ -59,6 +62,15 @@ CurlHttpEngine::~CurlHttpEngine() = default;
 
 std::unique_ptr<HttpTransfer> CurlHttpEngine::Open(HttpRequest request) {
   return std::make_unique<CurlTransfer>(*loop_, loop_->Start(std::move(request)));
+}
+
+void CurlHttpEngine::StartRun(int connectionsPerHost) {
+  loop_->StartRun();
+  loop_->SetConnectionsPerHost(connectionsPerHost);
+}
+
+void CurlHttpEngine::TellPauses(const PauseListener& listener) {
+  QObject::connect(loop_.get(), &CurlMultiLoop::WaitingFor, listener);
 }
 
 QString HttpLibraryVersion() {

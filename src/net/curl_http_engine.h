@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
+#include <functional>
 #include <memory>
 
 #include "net/http_engine.h"
@@ -17,6 +19,12 @@ class CurlHttpEngine : public HttpEngine {
   ~CurlHttpEngine() override;
 
   std::unique_ptr<HttpTransfer> Open(HttpRequest request) override;
+  void StartRun(int connectionsPerHost) override;
+
+  // Hears, again and again, for how long a host is still left alone as it asked; of an empty host
+  // when that is over.
+  using PauseListener = std::function<void(const QString& host, std::chrono::seconds left)>;
+  void TellPauses(const PauseListener& listener);
 
  private:
   std::unique_ptr<CurlMultiLoop> loop_;

@@ -3,6 +3,7 @@
 
 #include <QPointer>
 #include <QSocketNotifier>
+#include <algorithm>
 #include <utility>
 
 namespace zentorin {
@@ -11,7 +12,8 @@ namespace {
 
 constexpr long kMaxIdleConnections = 64;
 constexpr int kMaxDrains = 16;
-constexpr std::chrono::seconds kMaxDrainTime{3};
+constexpr size_t kMaxIdleHandles = 16;
+constexpr std::chrono::milliseconds kTick{100};
 
 CURLM* NewMulti() {
   // Once a process; thread-safe by the language.
@@ -33,7 +35,12 @@ CurlMultiLoop::CurlMultiLoop(CurlList connectTo)
   timer_.setTimerType(Qt::PreciseTimer);
   connect(&timer_, &QTimer::timeout, this, [this] { Act(CURL_SOCKET_TIMEOUT, 0); });
   wakeUp_.setSingleShot(true);
-  connect(&wakeUp_, &QTimer::timeout, this, &CurlMultiLoop::ResumeWaiters);
+  connect(&wakeUp_, &QTimer::timeout, this, [this] {
+    Admit();
+    ResumeWaiters();
+  });
+  tick_.setInterval(kTick);
+  connect(&tick_, &QTimer::timeout, this, &CurlMultiLoop::Tick);
 }
 
 CurlMultiLoop::~CurlMultiLoop() {
@@ -47,35 +54,84 @@ CurlMultiLoop::~CurlMultiLoop() {
 std::shared_ptr<CurlExchange> CurlMultiLoop::Start(HttpRequest request) {
   auto exchange = std::make_shared<CurlExchange>(std::move(request), touched_);
   const CancelToken cancel = exchange->Request().cancel;
-  if (cancel.Cancelled()) {
-    exchange->Finish(HttpFailure::Cancelled);
+  if (cancel.Cancelled() || exchange->Host().isEmpty()) {
+    exchange->Finish(cancel.Cancelled() ? HttpFailure::Cancelled : HttpFailure::BadAddress);
     return exchange;
   }
-  if (!exchange->Prepare(connectTo_.get())) return exchange;
-  CURL* handle = exchange->Handle();
-  if (curl_multi_add_handle(multi_.get(), handle) != CURLM_OK) {
-    exchange->Finish(HttpFailure::NoConnection);
-    return exchange;
-  }
-  running_.emplace(handle, exchange);
-  // The timer goes with the exchange, and the connection with the timer.
-  cancel.OnCancel(&exchange->Deadline(), [this, weak = std::weak_ptr(exchange)] {
+  cancel.OnCancel(&exchange->Lifetime(), [this, weak = std::weak_ptr(exchange)] {
     const Exchange cancelled = weak.lock();
     if (cancelled && !cancelled->Finished()) End(cancelled, HttpFailure::Cancelled);
   });
-  connect(&exchange->Deadline(), &QTimer::timeout, this, [this, handle] { CheckDeadline(handle); });
-  const std::chrono::milliseconds idle = exchange->Request().idleTimeout;
-  if (idle.count() > 0) exchange->Deadline().start(idle);
+  if (exchange->Request().alone) EndEarlyOnes(exchange->Host());
+  waiting_.push_back(exchange);
+  if (!tick_.isActive()) tick_.start();
+  Admit();
   return exchange;
 }
 
-void CurlMultiLoop::Release(const std::shared_ptr<CurlExchange>& exchange) {
+void CurlMultiLoop::TakeTurn(const Exchange& exchange) {
+  if (!exchange->Request().early) return;
+  exchange->TakeTurn();
+  if (exchange->Handle() != nullptr) hosts_.TookTurn(exchange->Host());
+  Admit();
+}
+
+// What is read goes before what is early; else first come, first served.
+void CurlMultiLoop::Admit() {
+  const auto now = std::chrono::steady_clock::now();
+  std::vector<Exchange> hopeless;
+  for (const bool early : {false, true}) {
+    for (auto next = waiting_.begin(); next != waiting_.end();) {
+      const Exchange exchange = *next;
+      const HostBook::Entry entry = hosts_.Ask(exchange->Host(), exchange->Request(), now);
+      if (exchange->Request().early != early || entry == HostBook::Entry::Later) {
+        ++next;
+        continue;
+      }
+      next = waiting_.erase(next);
+      if (entry == HostBook::Entry::Now) {
+        Launch(exchange);
+      } else {
+        hopeless.push_back(exchange);
+      }
+    }
+  }
+  for (const Exchange& exchange : hopeless) End(exchange, HttpFailure::HostDown);
+}
+
+void CurlMultiLoop::Launch(const Exchange& exchange) {
+  CurlEasy easy;
+  if (idle_.empty()) {
+    easy.reset(curl_easy_init());
+  } else {
+    easy = std::move(idle_.back());
+    idle_.pop_back();
+  }
+  if (!easy) qFatal("libcurl is out of memory");
+  exchange->Start(std::move(easy), connectTo_.get());
+  hosts_.Opened(exchange->Host(), exchange->Request());
+  running_.emplace(exchange->Handle(), exchange);
+  curl_multi_add_handle(multi_.get(), exchange->Handle());
+}
+
+// They do not drain: their connections go.
+void CurlMultiLoop::EndEarlyOnes(const QString& host) {
+  std::vector<Exchange> early;
+  const auto note = [&](const Exchange& exchange) {
+    if (exchange->Request().early && exchange->Host() == host) early.push_back(exchange);
+  };
+  for (const auto& [handle, exchange] : running_) note(exchange);
+  std::ranges::for_each(waiting_, note);
+  for (const Exchange& exchange : early) End(exchange, HttpFailure::Dropped);
+}
+
+void CurlMultiLoop::Release(const Exchange& exchange) {
   if (exchange->Finished()) return;
   // A coroutine that still waits is told; it holds the exchange, not the transfer.
   if (!exchange->HasWaiter() && exchange->IsWorthDraining() && drains_ < kMaxDrains) {
     ++drains_;
     exchange->StartDraining();
-    exchange->Deadline().start(kMaxDrainTime);
+    Learn(exchange);
     return;
   }
   End(exchange, HttpFailure::Cancelled);
@@ -148,12 +204,14 @@ void CurlMultiLoop::CollectFinished() {
     }
   }
   for (const auto& [handle, code] : finished) {
-    const Exchange exchange = running_.extract(handle).mapped();
-    if (exchange->Draining()) --drains_;
-    curl_multi_remove_handle(multi_.get(), handle);
+    const auto found = running_.find(handle);
+    if (found == running_.end()) continue;  // ended since, for what another one told of its host
+    const Exchange exchange = found->second;
     exchange->FinishWith(code);
+    Settle(exchange);
     changed_.push_back(exchange);
   }
+  if (!finished.empty()) Admit();
 }
 
 // May be entered again from a coroutine that it resumes, and such a coroutine may even destroy the
@@ -169,24 +227,71 @@ void CurlMultiLoop::ResumeWaiters() {
 }
 
 void CurlMultiLoop::End(const Exchange& exchange, HttpFailure failure) {
-  CURL* handle = exchange->Handle();
-  if (exchange->Draining()) --drains_;
-  running_.erase(handle);
-  curl_multi_remove_handle(multi_.get(), handle);
   exchange->Finish(failure);
-  if (!exchange->HasWaiter()) return;
-  changed_.push_back(exchange);
+  if (exchange->Handle() != nullptr) {
+    Settle(exchange);
+  } else {
+    std::erase(waiting_, exchange);
+  }
+  if (exchange->HasWaiter()) changed_.push_back(exchange);
   wakeUp_.start(0);
 }
 
-void CurlMultiLoop::CheckDeadline(CURL* handle) {
-  const Exchange exchange = running_.at(handle);
-  const std::chrono::milliseconds left = exchange->IdleTimeLeft();
-  if (left.count() > 0) {
-    exchange->Deadline().start(left);
-  } else {
-    End(exchange, HttpFailure::TimedOut);
+// A finished exchange gives its handle back and its host learns of it.
+void CurlMultiLoop::Settle(const Exchange& exchange) {
+  if (exchange->Draining()) --drains_;
+  hosts_.Closed(exchange->Host(), exchange->Request());
+  running_.erase(exchange->Handle());
+  curl_multi_remove_handle(multi_.get(), exchange->Handle());
+  CurlEasy handle = exchange->TakeHandle();
+  if (idle_.size() < kMaxIdleHandles) {
+    curl_easy_reset(handle.get());
+    idle_.push_back(std::move(handle));
   }
+  Learn(exchange);
+}
+
+// What an exchange tells of its host.
+void CurlMultiLoop::Learn(const Exchange& exchange) {
+  const auto now = std::chrono::steady_clock::now();
+  const HttpFailure failure = exchange->Failure();
+  const QString& host = exchange->Host();
+  const bool boreMore = !hosts_.OneAtATime(host);
+  if (exchange->Answered()) {
+    hosts_.Answered(host, exchange->Head(), now);
+  } else if (failure == HttpFailure::NoConnection || failure == HttpFailure::NoName) {
+    hosts_.NotConnected(host, false, now);
+  } else if (failure == HttpFailure::TimedOut && exchange->NeverConnected()) {
+    hosts_.NotConnected(host, true, now);
+  }
+  if (boreMore && hosts_.OneAtATime(host)) EndEarlyOnes(host);
+}
+
+void CurlMultiLoop::Tick() {
+  const auto now = std::chrono::steady_clock::now();
+  std::vector<std::pair<Exchange, HttpFailure>> overdue;
+  for (const auto& [handle, exchange] : running_) {
+    const HttpFailure failure = exchange->CheckTimes(now);
+    if (failure != HttpFailure::None) overdue.emplace_back(exchange, failure);
+  }
+  for (const auto& [exchange, failure] : overdue) End(exchange, failure);
+  Admit();
+  ShowPause(now);
+  if (running_.empty() && waiting_.empty()) tick_.stop();
+}
+
+void CurlMultiLoop::ShowPause(CurlExchange::Time now) {
+  const auto paused = std::ranges::find_if(waiting_, [&](const Exchange& exchange) {
+    return !exchange->Request().early && hosts_.IsPaused(exchange->Host(), now);
+  });
+  if (paused != waiting_.end()) {
+    const QString& host = (*paused)->Host();
+    const auto left = std::chrono::ceil<std::chrono::seconds>(hosts_.PausedUntil(host) - now);
+    Q_EMIT WaitingFor(host, left);
+  } else if (showsPause_) {
+    Q_EMIT WaitingFor({}, std::chrono::seconds(0));
+  }
+  showsPause_ = paused != waiting_.end();
 }
 
 }  // namespace zentorin

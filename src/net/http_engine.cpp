@@ -21,8 +21,12 @@ QString FailureText(HttpFailure failure) {
       return u"接続できません"_s;
     case HttpFailure::NoTrust:
       return u"安全な接続を確立できません（証明書など）"_s;
+    case HttpFailure::HostDown:
+      return u"続けて接続できなかったため、しばらく要求しません"_s;
     case HttpFailure::TimedOut:
       return u"時間内に応答がありません"_s;
+    case HttpFailure::TooSlow:
+      return u"遅すぎます"_s;
     case HttpFailure::CutOff:
       return u"応答が途中で切れました"_s;
     case HttpFailure::TooLarge:
@@ -31,6 +35,10 @@ QString FailureText(HttpFailure failure) {
       return u"応答が正しくありません"_s;
     case HttpFailure::BadRedirect:
       return u"転送が多すぎるか、転送先が http・https ではありません"_s;
+    case HttpFailure::NoDescriptor:
+      return u"開けるファイルと接続の数を超えました"_s;
+    case HttpFailure::Dropped:
+      return u"先に送った要求を取り消しました"_s;
     case HttpFailure::Cancelled:
       return u"キャンセルされました"_s;
   }
@@ -42,7 +50,7 @@ QString FailureText(HttpFailure failure) {
 bool IsFinal(HttpFailure failure) {
   return failure == HttpFailure::BadAddress || failure == HttpFailure::NoTrust ||
          failure == HttpFailure::BadRedirect || failure == HttpFailure::TooLarge ||
-         failure == HttpFailure::Cancelled;
+         failure == HttpFailure::HostDown || failure == HttpFailure::Cancelled;
 }
 
 bool IsGone(int httpStatus) {

@@ -18,12 +18,16 @@ enum class HttpFailure {
   BadAddress,  // not an http or https address that can be asked
   NoName,      // the host has no address
   NoConnection,
-  NoTrust,  // no TLS session: a certificate that does not fit, no common cipher
+  NoTrust,   // no TLS session: a certificate that does not fit, no common cipher
+  HostDown,  // not asked: the host could not be connected to several times in a row
   TimedOut,
-  CutOff,       // the answer ended short of its length, or broke off
-  TooLarge,     // body or headers over their limit
-  BadAnswer,    // not HTTP, broken encoding
-  BadRedirect,  // too many of them, or to another scheme
+  TooSlow,       // bytes came, but too few
+  CutOff,        // the answer ended short of its length, or broke off
+  TooLarge,      // body or headers over their limit
+  BadAnswer,     // not HTTP, broken encoding
+  BadRedirect,   // too many of them, or to another scheme
+  NoDescriptor,  // this process may open no more of them
+  Dropped,       // an early request that stood in the way or waited too long: to be asked anew
   Cancelled,
 };
 
@@ -43,12 +47,17 @@ struct HttpRequest {
   QList<HttpHeader> headers;
   QByteArray userAgent;  // none is sent when empty
   std::chrono::milliseconds connectTimeout{0};
-  std::chrono::milliseconds totalTimeout{0};  // from the start to the last byte
-  std::chrono::milliseconds idleTimeout{0};   // longest time without a byte
-  qint64 maxBodyBytes = 0;                    // decoded bytes; 0 means no limit
+  std::chrono::milliseconds headTimeout{0};  // from the start to the end of the final headers
+  std::chrono::milliseconds idleTimeout{0};  // longest time without a byte
+  std::chrono::milliseconds slowTime{0};     // longest time with fewer than 100 bytes a second
+  qint64 maxBodyBytes = 0;                   // decoded bytes; 0 means no limit
   bool acceptCompressed = false;
   bool useSystemProxy = false;  // else a direct connection
-  CancelToken cancel;           // ends it at once, with HttpFailure::Cancelled
+  // Sent ahead of its turn: leaves one connection for what is read, waits at most 10 s with a full
+  // block that nobody takes, and goes as soon as its host bears one request at a time.
+  bool early = false;
+  bool alone = false;  // early ones to the same host go
+  CancelToken cancel;  // ends it at once, with HttpFailure::Cancelled
 };
 
 inline constexpr int kHttpOk = 200;
@@ -65,7 +74,8 @@ struct HttpHead {
   int status = 0;    // 0 when no answer came
   QString finalUrl;  // address of the final answer
   QList<HttpHeader> headers;
-  QByteArray rawHeaders;  // status line and headers as they came, line ends included
+  QByteArray rawHeaders;               // status line and headers as they came, line ends included
+  std::chrono::seconds retryAfter{0};  // for how long the server wants to be left alone
 
   QByteArray Header(const char* name) const;  // letter case ignored; null when there is none
 };
@@ -86,9 +96,12 @@ class HttpTransfer {
   virtual QCoro::Task<QByteArray> NextBlock() = 0;
 
   virtual HttpFailure Failure() const = 0;
+
+  virtual void TakeTurn() {}  // no longer early
 };
 
-// Requests share connections and may run at the same time. Transfers end before their engine.
+// Requests share connections and may run at the same time, so many to a host and in all; the rest
+// waits. Transfers end before their engine.
 class HttpEngine {
  public:
   HttpEngine() = default;
@@ -97,6 +110,9 @@ class HttpEngine {
   virtual ~HttpEngine() = default;
 
   virtual std::unique_ptr<HttpTransfer> Open(HttpRequest request) = 0;
+
+  // A command begins: what the last one learned of the hosts is forgotten.
+  virtual void StartRun(int /*connectionsPerHost*/) {}
 };
 
 struct HttpAnswer {

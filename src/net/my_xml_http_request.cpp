@@ -9,6 +9,7 @@
 #include "net/api_web.h"
 #include "net/decode_addo.h"
 #include "net/modjudg.h"
+#include "net/second_chances.h"
 
 namespace zentorin {
 
@@ -18,15 +19,24 @@ namespace {
 
 using std::chrono::seconds;
 
-constexpr seconds kPageTime{20};
+// The longest silence of a page; its last stage waits longer.
+constexpr seconds kPageSilence{20};
+constexpr seconds kLastPageSilence{60};
+constexpr seconds kConnectTime{20};
+constexpr seconds kHeadTime{60};
+constexpr std::chrono::minutes kSlowTime{5};
 constexpr seconds kQueryTime{15};
+constexpr int kLastStage = 2;
 constexpr qsizetype kMaxHeaderText = 1024;
 
 HttpRequest PageRequest(const QString& url, const CancelToken& cancel) {
   HttpRequest request;
   request.url = url;
   request.userAgent = ProductName().toLatin1();
-  request.totalTimeout = kPageTime;
+  request.connectTimeout = kConnectTime;
+  request.headTimeout = kHeadTime;
+  request.idleTimeout = kPageSilence;
+  request.slowTime = kSlowTime;
   request.maxBodyBytes = MyXMLHttpRequest::kMaxPageBytes;
   request.acceptCompressed = true;
   request.useSystemProxy = true;
@@ -40,12 +50,8 @@ FetchedPage PageOf(const HttpAnswer& answer, const CancelToken& cancel) {
   page.failure = cancel.Cancelled() ? HttpFailure::Cancelled : answer.failure;
   page.httpStatus = answer.head.status;
   page.finalUrl = answer.head.finalUrl;
+  page.isCutShort = MayPass(page.failure, 0) && !answer.body.isEmpty();
   return page;
-}
-
-// When an answer came, even one that is not whole, the next stage would only load it again.
-bool EndsChain(const FetchedPage& page) {
-  return page.httpStatus != 0 || IsFinal(page.failure);
 }
 
 // The charset parameter of a Content-Type value, "" when there is none.
@@ -98,13 +104,26 @@ QString PathOf(const QString& url) {
   return path.isEmpty() ? u"/"_s : path;
 }
 
+// Another stage is the next try of a page that no answer came for.
 QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchPageText(QString url, CancelToken cancel) {
-  FetchedPage page = co_await LoadDocument(url, cancel);
-  if (EndsChain(page)) co_return page;
-  page = co_await FetchWithXmlHttp(url, true, QByteArray(), cancel);
-  if (EndsChain(page)) co_return page;
-  page = co_await FetchWholeBody(url, cancel);
-  co_return page;
+  SecondChances chances(choices_, activity_, cancel);
+  FetchedPage longest;
+  for (int stage = 0;;) {
+    FetchedPage page = co_await RunStage(stage, url, cancel);
+    if (page.isCutShort && page.text.size() >= longest.text.size()) longest = page;
+    const bool hasNextStage = page.httpStatus == 0 && stage < kLastStage;
+    if (!MayPass(page.failure, page.httpStatus)) co_return page;
+    bool goesOn = hasNextStage || chances.Left();
+    if (goesOn) goesOn = co_await chances.Pause();
+    if (!goesOn) co_return longest.isCutShort && !cancel.Cancelled() ? longest : page;
+    if (hasNextStage) ++stage;
+  }
+}
+
+QCoro::Task<FetchedPage> MyXMLHttpRequest::RunStage(int stage, QString url, CancelToken cancel) {
+  if (stage == 0) return LoadDocument(url, cancel);
+  if (stage == 1) return FetchWithXmlHttp(url, true, QByteArray(), cancel);
+  return FetchWholeBody(url, cancel);
 }
 
 QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url, CancelToken cancel) {
@@ -146,6 +165,7 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool de
 QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWholeBody(QString url, CancelToken cancel) {
   HttpRequest request = PageRequest(url, cancel);
   request.headers = ReloadHeaders();
+  request.idleTimeout = kLastPageSilence;
   request.acceptCompressed = false;
   request.useSystemProxy = false;
   const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
@@ -171,7 +191,7 @@ QCoro::Task<HttpHead> MyXMLHttpRequest::QueryHead(QString url, CancelToken cance
   request.connectTimeout = limit;
   request.idleTimeout = limit;
   // Connecting, sending and receiving have the limit each; beyond that it is a trickle.
-  request.totalTimeout = 3 * limit;
+  request.headTimeout = 3 * limit;
   const std::unique_ptr<HttpTransfer> transfer = engine_.Open(std::move(request));
   head = co_await transfer->Head();
   co_return head;

@@ -7,14 +7,18 @@
 
 #include <QCoro/QCoroTask>
 
+#include "net/fetch_choices.h"
 #include "net/http_engine.h"
 
 namespace zentorin {
 
-// A page as text. Only a whole answer of status 200 carries text.
-struct FetchedPage {
-  bool Ok() const { return failure == HttpFailure::None && httpStatus == kHttpOk; }
+class Activity;
 
+// A page as text: that of an answer of status 200, as far as it came.
+struct FetchedPage {
+  bool Ok() const { return httpStatus == kHttpOk && (failure == HttpFailure::None || isCutShort); }
+
+  bool isCutShort = false;  // `failure` says why
   HttpFailure failure = HttpFailure::None;
   int httpStatus = 0;  // 0: no answer came
   QString text;
@@ -32,9 +36,11 @@ class MyXMLHttpRequest {
  public:
   static constexpr qint64 kMaxPageBytes = 64LL * 1024 * 1024;  // decoded
 
-  explicit MyXMLHttpRequest(HttpEngine& engine) : engine_(engine) {}
+  MyXMLHttpRequest(HttpEngine& engine, Activity& activity, const FetchChoices& choices)
+      : engine_(engine), activity_(activity), choices_(choices) {}
 
-  // The stages below, one after the other.
+  // The stages below, one after the other while no answer comes. One that broke off, or that the
+  // server may give at another moment, is asked for again.
   QCoro::Task<FetchedPage> FetchPageText(QString url, CancelToken cancel);
 
   // Sends a whole GET and reads no body. Zero seconds mean 15.
@@ -50,7 +56,11 @@ class MyXMLHttpRequest {
   QCoro::Task<FetchedPage> FetchWholeBody(QString url, CancelToken cancel);
 
  private:
+  QCoro::Task<FetchedPage> RunStage(int stage, QString url, CancelToken cancel);
+
   HttpEngine& engine_;
+  Activity& activity_;
+  const FetchChoices& choices_;
 };
 
 }  // namespace zentorin

@@ -70,4 +70,12 @@ QByteArray WireAddress(const QString& url) {
   return url.left(begin).toLatin1() + authority + WirePath(url.mid(pathBegin));
 }
 
+QString HostOfWireAddress(const QByteArray& address) {
+  const qsizetype begin = address.indexOf("://") + 3;
+  const auto* end = std::find_if(address.begin() + begin, address.end(),
+                                 [](char c) { return c == '/' || c == '?' || c == '#'; });
+  const QByteArray authority = address.mid(begin, end - address.begin() - begin);
+  return QString::fromUtf8(authority.mid(authority.lastIndexOf('@') + 1)).toLower();
+}
+
 }  // namespace zentorin

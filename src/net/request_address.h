@@ -10,4 +10,8 @@ namespace zentorin {
 // when it is no http or https address or holds control characters.
 QByteArray WireAddress(const QString& url);
 
+// "host:port" of such an address, without a user's name; the port is left out where none is
+// written.
+QString HostOfWireAddress(const QByteArray& address);
+
 }  // namespace zentorin

@@ -128,6 +128,7 @@ QString TerminalProgress::WorkText() const {
       if (now.row.count > 0) parts += u"%1/%2"_s.arg(now.row.number).arg(now.row.count);
       parts += now.address;
   }
+  parts += now.waiting;
   parts.removeAll(QString());
   return parts.join(u"  "_s);
 }

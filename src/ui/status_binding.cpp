@@ -88,7 +88,8 @@ void StatusBinding::Show() {
 
 void StatusBinding::ShowMessage() {
   const Message& message = activity_.Now().message;
-  if (SetCaption(c_.lblStatus, message.text)) layout_.PlaceStatus();
+  const QString& waiting = activity_.Now().waiting;
+  if (SetCaption(c_.lblStatus, waiting.isEmpty() ? message.text : waiting)) layout_.PlaceStatus();
   if (message.tone != shownTone_) ShowMessageColour();
 }
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "crawl/file_list_generator.h"
 
+#include <algorithm>
+#include <random>
+
 #include "tests/crawl/crawl_fixture.h"
 #include "tests/crawl/memory_engine.h"
 
@@ -146,18 +149,107 @@ TEST_F(Generator, ACancelKeepsTheRowsFoundSoFar) {
   Page("/c.html", "c.mp3");
   CancelSource source;
   ActivityState met;
-  server.RouteTo("/b.html", [&](const ReceivedRequest&) {
-    met = activity.Now();
-    source.Cancel();
-    return Answer().Ends(Answer::Ending::Silent);
+  server.Route("/b.html", Answer().Ends(Answer::Ending::Silent));
+  QObject::connect(&activity, &Activity::Changed, &files, [&] {
+    if (activity.Now().address == "b.html" && !source.Token().Cancelled()) {
+      met = activity.Now();
+      source.Cancel();
+    }
   });
   EXPECT_FALSE(Generate(false, source).failed);
   EXPECT_EQ(met.phase, zentorin::Phase::Listing);
   EXPECT_EQ(met.address, "b.html");
   EXPECT_GT(met.share, 0);
   EXPECT_EQ(Links(), "r.mp3 a.mp3");
-  EXPECT_EQ(server.Hits("/c.html"), 0);
   EXPECT_TRUE(messages.Texts().isEmpty());
+}
+
+// The walk told plainly: which pages are asked for, and which files are found in which order.
+struct PlainWalk {
+  void Follow(const QString& page, int depth) {
+    for (const QString& link : pages.value(page)) {
+      const auto known = [&](const QString& seen) {
+        return seen.endsWith(link, Qt::CaseInsensitive);
+      };
+      if (depth > most || std::ranges::any_of(visited, known)) continue;
+      visited += link;
+      asked += link;
+      if (!pages.contains(link)) continue;
+      if (depth < most) Follow(link, depth + 1);
+      files += link + ".mp3";
+    }
+  }
+
+  QHash<QString, QStringList> pages;  // what each links to; others are not there
+  int most = 0;
+  QStringList visited;
+  QStringList asked;
+  QStringList files;
+};
+
+TEST_F(Generator, FetchingAheadAsksForNothingElseAndChangesNoRow) {
+  std::mt19937 random(3);
+  const auto upTo = [&random](int most) { return std::uniform_int_distribution(0, most)(random); };
+  // Letter case and an address inside another one decide what counts as visited.
+  const QStringList names = {"p1", "P1", "p2", "p3", "P3", "p4", "p5", "q?u=http://h.test/p2"};
+  for (int site = 0; site < 200; ++site) {
+    PlainWalk walk;
+    walk.most = upTo(3);
+    walk.pages["http://h.test/"] = {};
+    for (const QString& name : names) {
+      if (upTo(5) > 0) walk.pages["http://h.test/" + name] = {};
+    }
+    for (QStringList& links : walk.pages) {
+      for (int i = upTo(5); i > 0; --i) links += "http://h.test/" + names[upTo(7)];
+    }
+    server.SetFallback([&](const ReceivedRequest& request) {
+      const QString page = "http://h.test" + request.target;
+      if (!walk.pages.contains(page)) return Answer::Status(404);
+      QString html = page == "http://h.test/" ? "" : "<a file=\"" + page + ".mp3\">";
+      for (const QString& link : walk.pages[page]) html += "<a href=\"" + link + "\">";
+      return Answer::Text(html.toUtf8());
+    });
+    walk.Follow("http://h.test/", 1);
+    Set(TargetUrlItem::Depth, QByteArray::number(walk.most).constData());
+    Set(TargetUrlItem::FilePattern, R"re(file="(.+?\.mp3)")re");
+    const qsizetype before = server.Requests().size();
+    Generate();
+    QStringList asked;
+    for (const ReceivedRequest& request : server.Requests().mid(before + 1)) {
+      asked += "http://h.test" + request.target;
+    }
+    asked.sort();
+    walk.asked.sort();
+    ASSERT_EQ(asked, walk.asked) << site;
+    QStringList found;
+    for (int row = 0; row < files.Count(); ++row) found += files.Row(row)[FileListRow::Link];
+    QStringList wanted;
+    for (const QString& file : walk.files) {
+      const auto known = [&](const QString& one) {
+        return one.endsWith(file, Qt::CaseInsensitive);
+      };
+      if (std::ranges::none_of(wanted, known)) wanted += file;
+    }
+    ASSERT_EQ(found, wanted) << site;
+  }
+}
+
+TEST_F(Generator, ADeadHostIsGivenUpAndALiveOneIsNot) {
+  FakeWorkspace other(home, "dead.test::127.0.0.1:1," + server.ConnectTo());
+  QByteArray links;
+  for (int i = 0; i < 40; ++i) {
+    const QByteArray number = QByteArray::number(i);
+    links += "http://dead.test/" + number + " http://h.test/" + number + " f" + number + ".mp3 ";
+    server.Route("h.test/" + number, Answer::Text("<a href=\"g" + number + ".mp3\">"));
+  }
+  Page("/", links.trimmed().constData());
+  Workspace& there = other.workspace;
+  there.choices.firstPause = workspace.choices.firstPause;
+  there.urlList.InsertBelow(-1, urlList.Item(0));
+  there.urlList.Select(0);
+  const ListOutcome outcome = QCoro::waitFor(there.generator.Generate(false, {}));
+  EXPECT_TRUE(outcome.failed);
+  EXPECT_EQ(there.files.Count(), 80);
 }
 
 TEST_F(Generator, SurvivesALongChainOfPages) {
@@ -169,9 +261,10 @@ TEST_F(Generator, SurvivesALongChainOfPages) {
     const QByteArray next = QByteArray::number(page + 1);
     return "<a href=\"/" + next + "\"><a href=\"f" + next + ".mp3\">";
   });
-  MyXMLHttpRequest http(engine);
+  MyXMLHttpRequest http(engine, activity, workspace.choices);
   const CrawlContext c = CrawlContextOf(workspace);
-  FileListGenerator generator({http, c.activity, c.messages, c.clock, c.urlList, c.job, c.files});
+  FileListGenerator generator(
+      {http, c.activity, c.messages, c.clock, c.urlList, c.job, c.files, c.choices});
   QCoro::waitFor(generator.Generate(false, {}));
   EXPECT_EQ(files.Count(), kPages);
   EXPECT_EQ(files.Row(1)[FileListRow::Link], "f5000.mp3");

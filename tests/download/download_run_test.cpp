@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <random>
 
 #include "base/ansi_text.h"
 #include "tests/download/download_fixture.h"
@@ -128,26 +129,79 @@ TEST_F(DownloadRunTest, ACancelDeletesThePartialFileOrStreamAndEndsTheRun) {
 
 TEST_F(DownloadRunTest, NoRowIsWorseForHavingBeenAskedEarly) {
   job.EditFlag(TargetUrlItem::OverWrite, true);
-  server.Route("/first", Answer::Text("x"));
-  const QList<Answer> early = {Answer::Status(503),
-                               Answer::Generated(300'000).Ends(Answer::Ending::CutOff, 200'000),
-                               Answer::Text("x").Ends(Answer::Ending::CutOff, 0)};
-  for (int i = 0; i < early.size(); ++i) {
-    const QString name = "second" + QString::number(i);
-    home.Write("save/" + name, "old");
-    server.RouteTo('/' + name, [this, answer = early[i], name](const auto&) {
-      return server.Hits('/' + name) == 1 ? answer : Answer::Text("new");
-    });
-    server.Route("/busy", Answer::Status(503));
-    home.Write("save/busy", "old");
+  Answer slow = Answer::Generated(600'000);
+  slow.pieceBytes = 60'000;
+  slow.pieceInterval = std::chrono::milliseconds(5);
+  Answer gone;
+  gone.raw = " ";
+  const QList<Answer> refusals = {
+      Answer::Status(503), gone,
+      Answer::Generated(3'000'000).Ends(Answer::Ending::CutOff, 300'000)};
+  for (const Answer& refusal : refusals) {
+    // One answer at a time: whoever comes meanwhile is sent away.
+    server.SetFallback(
+        [&](const test::ReceivedRequest&) { return server.Busy() > 1 ? refusal : slow; });
     files.ClearFileList();
-    for (const QString& each : {QString("first"), name, QString("busy")}) {
-      Add("http://s.test/" + each);
+    for (int row = 0; row < 8; ++row) {
+      home.Write("save/" + QString::number(row), "old");
+      Add("http://s.test/" + QString::number(row));
     }
-    EXPECT_EQ(ExitStatusOf(RunRows()), kExitFailures) << "the last one was refused";
-    EXPECT_EQ(Marks(), "o|o|?") << i;
-    EXPECT_EQ(home.Read("save/" + name), "new") << i;
-    EXPECT_EQ(home.Read("save/busy"), "old") << i;
+    EXPECT_EQ(ExitStatusOf(RunRows()), kExitDone);
+    EXPECT_EQ(Marks(), "o|o|o|o|o|o|o|o");
+    for (int row = 0; row < 8; ++row) {
+      EXPECT_EQ(home.Read("save/" + QString::number(row)),
+                test::LoopbackServer::GeneratedBytes(0, 600'000));
+    }
+  }
+  server.SetFallback([&](const test::ReceivedRequest&) { return Answer::Status(503); });
+  home.Write("save/0", "old");
+  EXPECT_EQ(MarkOf("http://s.test/0") + home.Read("save/0"), "?old");
+  EXPECT_EQ(ExitStatusOf(outcome), kExitFailures);
+}
+
+// A site whose answers break off at odd places, also those that go on where one stopped.
+TEST_F(DownloadRunTest, BodiesThatBreakOffBecomeWholeAndAreNeverSpliced) {
+  enum Ranges { None, Honest, Wrong, OtherVersion };
+  std::mt19937 random(7);
+  const QByteArray first = test::LoopbackServer::GeneratedBytes(0, 400'000);
+  const QByteArray second = test::LoopbackServer::GeneratedBytes(1, 350'000);
+  job.EditFlag(TargetUrlItem::OverWrite, true);
+  for (const Ranges ranges : {None, Honest, Wrong, OtherVersion}) {
+    files.ClearFileList();
+    for (int row = 0; row < 12; ++row) {
+      const QString target = QString("/f%1-%2").arg(ranges).arg(row);
+      server.RouteTo(target, [=, this, &random](const test::ReceivedRequest& request) {
+        const int tries = server.Hits(target);
+        const bool isNew = ranges == OtherVersion && tries > 1;
+        const QByteArray& body = isNew ? second : first;
+        const QByteArray tag = isNew ? "\"2\"" : "\"1\"";
+        const qint64 from = request.Header("Range").mid(6).replace('-', "").toLongLong();
+        const bool isPart = ranges != None && from > 0 && request.Header("If-Range") == tag;
+        Answer answer = Answer::Text(isPart ? body.mid(from) : body).With("ETag", tag);
+        if (ranges != None) answer = answer.With("Accept-Ranges", "bytes");
+        if (isPart) {
+          answer.status = 206;
+          const QByteArray begin = QByteArray::number(ranges == Wrong ? from + 1 : from);
+          const QByteArray last = QByteArray::number(body.size() - 1);
+          const QByteArray size = QByteArray::number(body.size());
+          answer = answer.With("Content-Range", "bytes " + begin + '-' + last + '/' + size);
+        }
+        const qint64 cut = std::uniform_int_distribution<qint64>(0, answer.body.size() - 1)(random);
+        return tries % 3 == 0 ? answer : answer.Ends(Answer::Ending::CutOff, cut);
+      });
+      home.Write("save" + target, row % 2 == 0 ? QByteArray() : QByteArray(500'000, 'o'));
+      Add("http://s.test" + target);
+    }
+    EXPECT_EQ(ExitStatusOf(RunRows()), kExitDone) << ranges;
+    const bool asksForParts = std::ranges::any_of(
+        server.Requests(), [](const auto& request) { return !request.Header("Range").isEmpty(); });
+    EXPECT_EQ(asksForParts, ranges != None);
+    const QByteArray& wanted = ranges == OtherVersion ? second : first;
+    for (int row = 0; row < 12; ++row) {
+      const QByteArray saved = home.Read(QString("save/f%1-%2").arg(ranges).arg(row));
+      EXPECT_TRUE(saved.startsWith(wanted)) << ranges << ' ' << row;
+      EXPECT_FALSE(saved.mid(wanted.size()).contains('\1')) << "of another try";
+    }
   }
 }
 

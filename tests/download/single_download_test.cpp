@@ -25,7 +25,7 @@ class SingleDownloadTest : public test::DownloadTest {
 
   QString path = home.Path("f");
   CancelSource cancel;
-  SingleDownload single{*workspace.engine, activity, cancel.Token()};
+  SingleDownload single{*workspace.engine, activity, workspace.choices, cancel.Token()};
   FileDownload last;
 };
 
@@ -73,7 +73,7 @@ TEST_F(SingleDownloadTest, ResultsAndWhatTheyLeave) {
     errno = ENOSPC;
     return -1;
   };
-  SingleDownload full(*workspace.engine, activity, cancel.Token(), fullDisk);
+  SingleDownload full(*workspace.engine, activity, workspace.choices, cancel.Token(), fullDisk);
   EXPECT_EQ(QCoro::waitFor(full.DownloadToFile("http://site.test/short", path)).code,
             RowCode::OutOfDiskSpace);
 }

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "net/http_engine.h"
 
+#include <QElapsedTimer>
+
 #include <gtest/gtest.h>
 
 #include "net/curl_http_engine.h"
+#include "net/host_book.h"
 #include "tests/support/loopback_server.h"
 
 namespace zentorin {
@@ -138,7 +141,7 @@ TEST_F(HttpEngineTest, ALargeBodyComesInWholeBlocksAndWaitsOnTheServerNotInMemor
   EXPECT_EQ(transfer->Failure(), HttpFailure::None);
 }
 
-TEST_F(HttpEngineTest, OneByteAtATimeEndsByTheTotalTimeButNotByTheIdleTime) {
+TEST_F(HttpEngineTest, OneByteAtATimeIsTooSlowButNoSilence) {
   Answer slow;
   slow.body = QByteArray(100, 'x');
   slow.pieceBytes = 1;
@@ -147,8 +150,10 @@ TEST_F(HttpEngineTest, OneByteAtATimeEndsByTheTotalTimeButNotByTheIdleTime) {
   HttpRequest request = Get("http://x.test/slow");
   request.idleTimeout = milliseconds(1500);
   EXPECT_EQ(Fetch(request).failure, HttpFailure::None);
-  request.totalTimeout = milliseconds(100);
-  EXPECT_EQ(Fetch(request).failure, HttpFailure::TimedOut);
+  request.headTimeout = milliseconds(100);
+  EXPECT_EQ(Fetch(request).failure, HttpFailure::None) << "the head had come";
+  request.slowTime = milliseconds(500);
+  EXPECT_EQ(Fetch(request).failure, HttpFailure::TooSlow);
 }
 
 TEST_F(HttpEngineTest, ConnectionsAreUsedAgain) {
@@ -195,6 +200,79 @@ TEST_F(HttpEngineTest, ACancelEndsEveryTransferInEachPhase) {
   EXPECT_TRUE(QCoro::waitFor(unread->NextBlock()).isEmpty());
   EXPECT_EQ(Fetch(get("http://x.test/a")).failure, HttpFailure::Cancelled);
   EXPECT_EQ(Fetch("http://x.test/a").failure, HttpFailure::None) << "another command goes on";
+}
+
+TEST_F(HttpEngineTest, SoManyRequestsAtATimeAndOneIsKeptForWhatIsRead) {
+  server.SetFallback([](const auto&) { return Answer::Generated(10'000'000); });
+  std::vector<std::unique_ptr<HttpTransfer>> early;
+  HttpRequest request = Get("http://x.test/early");
+  request.early = true;
+  for (int i = 0; i < 20; ++i) early.push_back(engine.Open(request));
+  QCoro::waitFor(early.front()->Head());
+  for (const char* host : {"y", "z"}) {
+    request.url = QString("http://%1.test/early").arg(host);
+    for (int i = 0; i < 20; ++i) early.push_back(engine.Open(request));
+  }
+  const auto read = engine.Open(Get("http://x.test/read"));
+  QCoro::waitFor(read->Head());
+  EXPECT_EQ(server.Hits("x.test/early"), 5);
+  EXPECT_EQ(server.Connections(), 12) << "to all hosts";
+  // One that goes alone ends the early ones of its host.
+  request = Get("http://x.test/alone");
+  request.alone = true;
+  const auto alone = engine.Open(request);
+  EXPECT_EQ(QCoro::waitFor(alone->Head()).status, 200);
+  EXPECT_EQ(early.front()->Failure(), HttpFailure::Dropped);
+  EXPECT_EQ(early.back()->Failure(), HttpFailure::None);
+}
+
+TEST_F(HttpEngineTest, AHostThatAsksForAPauseIsLeftAloneAndAskedOneByOne) {
+  int asked = 0;
+  int most = 0;
+  server.SetFallback([&](const auto&) {
+    most = std::max(most, server.Busy());
+    Answer whole = Answer::Generated(200'000);
+    whole.pieceBytes = 50'000;
+    whole.pieceInterval = milliseconds(10);
+    return ++asked == 1 ? Answer::Status(503).With("Retry-After", "1") : whole;
+  });
+  QStringList told;
+  engine.TellPauses([&told](const QString& host, auto) { told += host; });
+  QElapsedTimer timer;
+  timer.start();
+  EXPECT_EQ(Fetch("http://x.test/a").head.status, 503);
+  std::vector<QCoro::Task<HttpAnswer>> answers;
+  for (int i = 0; i < 4; ++i) answers.push_back(FetchWhole(engine, Get("http://x.test/b")));
+  for (auto& answer : answers) EXPECT_EQ(QCoro::waitFor(answer).body.size(), 200'000);
+  EXPECT_GE(timer.elapsed(), 1000);
+  EXPECT_EQ(most, 1);
+  EXPECT_TRUE(told.contains("x.test") && told.last().isEmpty());
+  engine.StartRun(6);
+  answers.clear();
+  for (int i = 0; i < 4; ++i) answers.push_back(FetchWhole(engine, Get("http://x.test/c")));
+  for (auto& answer : answers) QCoro::waitFor(answer);
+  EXPECT_GT(most, 1) << "another run begins anew";
+}
+
+TEST_F(HttpEngineTest, AHostThatIsNotThereIsGivenUpForAWhile) {
+  CurlHttpEngine nowhere("dead.test::127.0.0.1:1," + server.ConnectTo());
+  for (const HttpFailure failure : {HttpFailure::NoConnection, HttpFailure::NoConnection,
+                                    HttpFailure::NoConnection, HttpFailure::HostDown}) {
+    const HttpRequest request = Get("http://dead.test/");
+    EXPECT_EQ(QCoro::waitFor(FetchWhole(nowhere, request)).failure, failure);
+  }
+  EXPECT_EQ(QCoro::waitFor(FetchWhole(nowhere, Get("http://live.test/"))).head.status, 404);
+  HostBook book;
+  const HttpRequest request;
+  const HostBook::Time now{};
+  book.NotConnected("h", true, now);
+  EXPECT_EQ(book.Ask("h", request, now), HostBook::Entry::Down) << "a time-out says it at once";
+  EXPECT_EQ(book.Ask("h", request, now + HostBook::kDownTime), HostBook::Entry::Now);
+  HttpHead busy;
+  busy.status = 429;
+  busy.retryAfter = std::chrono::hours(1);
+  book.Answered("h", busy, now);
+  EXPECT_EQ(book.PausedUntil("h"), now + HostBook::kMaxPause);
 }
 
 // Opens the next transfer, drops one and cancels, all from inside a resumed coroutine.

@@ -52,6 +52,7 @@ class LoopbackConnection : public QObject {
     });
     connect(socket_, &QTcpSocket::disconnected, this, &QObject::deleteLater);
   }
+  ~LoopbackConnection() override { SetBusy(false); }
 
  private:
   // Takes up the next request, once the one before is answered.
@@ -61,7 +62,7 @@ class LoopbackConnection : public QObject {
     if (busy_ || end < 0) return;
     const ReceivedRequest request = ParseHead(received_.first(end));
     received_.remove(0, end + 4);
-    busy_ = true;
+    SetBusy(true);
     sent_ = 0;
     answer_ = server_.AnswerTo(request);
     if (answer_.ending == Answer::Ending::Silent) return;
@@ -70,6 +71,11 @@ class LoopbackConnection : public QObject {
     const bool endless = !answer_.raw.isEmpty() || answer_.contentLength == QByteArray("");
     if (endless && answer_.ending == Answer::Ending::Whole) answer_.ending = Answer::Ending::Close;
     Pump();
+  }
+
+  void SetBusy(bool busy) {
+    if (busy != busy_) server_.busy_ += busy ? 1 : -1;
+    busy_ = busy;
   }
 
   QByteArray Head() const {
@@ -102,7 +108,7 @@ class LoopbackConnection : public QObject {
       socket_->disconnectFromHost();
       return;
     }
-    busy_ = false;
+    SetBusy(false);
     Read();
   }
 

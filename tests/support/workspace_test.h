@@ -12,6 +12,8 @@ namespace zentorin::test {
 // its own and a server that plays every host.
 class WorkspaceTest : public testing::Test {
  protected:
+  WorkspaceTest() { workspace.choices.firstPause = std::chrono::milliseconds(10); }
+
   TempDir home;
   LoopbackServer server;
   FakeWorkspace fake{home, server.ConnectTo()};
