@@ -13,7 +13,6 @@ class DelayProxy:
     def __init__(self, port, round_trip):
         self._target = port
         self._round_trip = round_trip
-        self.connections = 0
         ready = threading.Event()
         self._loop = asyncio.new_event_loop()
         self._thread = threading.Thread(target=self._serve, args=(ready,), daemon=True)
@@ -29,7 +28,6 @@ class DelayProxy:
         self._loop.run_forever()
 
     async def _accept(self, reader, writer):
-        self.connections += 1
         far_reader, far_writer = await asyncio.open_connection(
             "127.0.0.1", self._target, limit=READ_BYTES)
         await asyncio.gather(self._forward(reader, far_writer, self._round_trip),
