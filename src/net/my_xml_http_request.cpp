@@ -9,6 +9,7 @@
 #include "net/api_web.h"
 #include "net/decode_addo.h"
 #include "net/modjudg.h"
+#include "net/page_text.h"
 
 namespace zentorin {
 
@@ -46,30 +47,6 @@ FetchedPage PageOf(const HttpAnswer& answer, const CancelToken& cancel) {
 // When an answer came, even one that is not whole, the next stage would only load it again.
 bool EndsChain(const FetchedPage& page) {
   return page.httpStatus != 0 || IsFinal(page.failure);
-}
-
-// The charset parameter of a Content-Type value, "" when there is none.
-QString CharsetOfType(const QByteArray& contentType) {
-  for (const QByteArray& part : contentType.split(';').mid(1)) {
-    const qsizetype equals = part.indexOf('=');
-    if (equals < 0 || part.left(equals).trimmed().toLower() != "charset") continue;
-    QByteArray name = part.mid(equals + 1).trimmed();
-    if (name.startsWith('"') || name.startsWith('\'')) name = name.mid(1, name.size() - 2);
-    return QString::fromLatin1(name.trimmed());
-  }
-  return {};
-}
-
-QString CharsetOfMark(const QByteArray& bytes) {
-  if (bytes.startsWith("\xEF\xBB\xBF")) return u"UTF-8"_s;
-  if (bytes.startsWith("\xFF\xFE")) return u"UTF-16LE"_s;
-  if (bytes.startsWith("\xFE\xFF")) return u"UTF-16BE"_s;
-  return {};
-}
-
-// What the answer says of itself: its header, then its byte-order mark.
-QStringList OutwardCharsets(const HttpAnswer& answer) {
-  return {CharsetOfType(answer.head.Header("Content-Type")), CharsetOfMark(answer.body)};
 }
 
 QString HeaderText(const HttpHead& head, HeaderSelector selector) {
@@ -112,9 +89,7 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url, CancelToken
   const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
   FetchedPage page = PageOf(answer, cancel);
   if (page.Ok()) {
-    QStringList charsets = OutwardCharsets(answer);
-    charsets.append(modJUDG::DeclaredCharset(answer.body));
-    page.text = Decode_ADDO::DecodeDocument(answer.body, charsets);
+    page.text = PageText(answer.head, answer.body);
   }
   co_return page;
 }
@@ -136,8 +111,7 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool de
     const QString charset = modJUDG::CharsetOfPage(answer.body);
     page.text = Decode_ADDO::DecodeByTable(answer.body, charset);
   } else {
-    QStringList charsets = OutwardCharsets(answer);
-    charsets.append(u"UTF-8"_s);
+    const QStringList charsets{CharsetOfHead(answer.head), CharsetOfMark(answer.body), u"UTF-8"_s};
     page.text = Decode_ADDO::DecodeDocument(answer.body, charsets);
   }
   co_return page;
