@@ -65,7 +65,7 @@ QCoro::Task<ListOutcome::Refusal> FileListGenerator::CheckInput() {
 QCoro::Task<bool> FileListGenerator::BuildList(bool listOnly, CancelToken cancel) {
   const JobEditor& job = context_.job;
   const QDateTime reference = context_.clock.Now();
-  const QString rootUrl = ExpandDateTemplates(job[TargetUrlItem::Root], reference);
+  const QString rootUrl = ExpandedRoot(job.Fields(), reference);
   context_.files.ClearFileList();
   context_.activity.SetFound(0);
   if (job[TargetUrlItem::SubPattern].isEmpty() && job[TargetUrlItem::FilePattern].isEmpty()) {
