@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "download/local_target.h"
 
-#include "base/file_names.h"
 #include "net/api_web.h"
 
 namespace zentorin {
@@ -56,7 +55,8 @@ QString LastSegment(const QString& address) {
   return address.mid(address.lastIndexOf(u'/') + 1);
 }
 
-QString TreeFolder(const QString& address, const QString& rootBase, const QString& root) {
+QString TreeFolder(const QString& address, const QString& rootBase, const QString& root,
+                   PercentCodes codes) {
   const QString directory = API_Web::DirectoryOf(address);
   if (LiesDirectlyIn(directory, rootBase)) return {};
   // An empty root would contain every address, so that only known roots are asked.
@@ -67,12 +67,12 @@ QString TreeFolder(const QString& address, const QString& rootBase, const QStrin
     if (LiesDirectlyIn(directory, root)) return {};
     folder = ExternalFolder(directory);
   }
-  return CleanRelativePath(folder);
+  return CleanRelativePath(folder, codes);
 }
 
-QString LocalName(const QString& prefix, const QString& address) {
+QString LocalName(const QString& prefix, const QString& address, PercentCodes codes) {
   const QString name = prefix + LastSegment(address);
-  return name.isEmpty() ? QString() : CleanFileName(name);
+  return name.isEmpty() ? QString() : CleanFileName(name, codes);
 }
 
 QString WithMp3Suffix(const QString& name) {

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString FaultOfSegment(const QString& segment) {
+QString FaultOfSegment(const QString& segment, PercentCodes codes) {
   // What no segment matches, and how such a fault is called.
   static const QPair<QString, QString> kFaults[] = {
       {u"^$"_s, u"empty"_s},
@@ -30,19 +30,22 @@ QString FaultOfSegment(const QString& segment) {
     const QRegularExpression expression(pattern, QRegularExpression::CaseInsensitiveOption);
     if (expression.match(segment).hasMatch()) return fault;
   }
-  const bool changes = !segment.contains(u'%') && CleanFileName(segment) != segment;
+  const bool mayChange = codes == PercentCodes::Decode && segment.contains(u'%');
+  const bool changes = !mayChange && CleanFileName(segment, codes) != segment;
   return changes ? u"a second cleaning changes it"_s : QString();
 }
 
 }  // namespace
 
 QString FaultOfCleanedName(const QString& name) {
-  const QString path = CleanRelativePath(name);
-  QStringList segments{CleanFileName(name)};
-  if (!path.isEmpty()) segments += path.split(u'\\');
-  for (const QString& segment : segments) {
-    const QString fault = FaultOfSegment(segment);
-    if (!fault.isEmpty()) return fault;
+  for (const PercentCodes codes : {PercentCodes::Keep, PercentCodes::Decode}) {
+    const QString path = CleanRelativePath(name, codes);
+    QStringList segments{CleanFileName(name, codes)};
+    if (!path.isEmpty()) segments += path.split(u'\\');
+    for (const QString& segment : segments) {
+      const QString fault = FaultOfSegment(segment, codes);
+      if (!fault.isEmpty()) return fault;
+    }
   }
   return {};
 }
