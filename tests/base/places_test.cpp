@@ -34,7 +34,7 @@ TEST(FileNames, CleansNamesFromPagesAndEverySegmentOfAPath) {
         Case(Repeated("日", 300) + ".mp3", Repeated("日", 83) + ".mp3"),
         Case("a." + Repeated("x", 300), "a." + Repeated("x", 253))}) {
     EXPECT_EQ(CleanFileName(name, PercentCodes::Decode), clean) << name.toStdString();
-    if (!name.contains(u'%')) EXPECT_EQ(CleanFileName(name), clean) << name.toStdString();
+    EXPECT_TRUE(name.contains(u'%') || CleanFileName(name) == clean) << name.toStdString();
   }
   const QString path = "/a//b\\../x/%2e%2e/.";
   EXPECT_EQ(CleanRelativePath(path, PercentCodes::Decode), "a\\b\\_\\x\\_\\_");
