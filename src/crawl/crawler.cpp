@@ -42,8 +42,7 @@ QString PageLinkOf(const QString& candidate) {
   if (IsFile(link) || link.size() > kMaxLinkLength) return {};
   link = TrimBlanks(link);
   if (link.startsWith(u'"') && !link.endsWith(u'"')) link.remove(0, 1);
-  const qsizetype fragment = link.indexOf(u'#');
-  return fragment < 0 ? link : link.left(fragment);
+  return API_Web::WithoutFragment(link);
 }
 
 }  // namespace
@@ -71,7 +70,7 @@ QCoro::Task<int> Crawler::Run(CrawlStart start) {
   // was asked for; its files are known by then.
   Record alone;
   alone.link = start.rootUrl;
-  alone.baseDir = API_Web::DirectoryOf(API_Web::BaseOfPage(start.page.text, start.rootUrl));
+  alone.baseDir = BaseDirectoryOf(start.page, start.rootUrl);
   alone.address = API_Web::Resolve(alone.baseDir, start.rootUrl);
   co_await Take(alone, start.page);
   co_return missing_;
@@ -99,9 +98,9 @@ QCoro::Task<void> Crawler::WalkFrom(QString rootUrl, FetchedPage page) {
 
 QCoro::Task<void> Crawler::Follow(Link link) {
   const Frame& frame = path_.back();
-  if (OutsideRoot(link.text, frame.baseDir)) co_return;
+  if (OutsideRoot(API_Web::DecodeReferences(link.text), frame.baseDir)) co_return;
   Record record;
-  record.address = API_Web::Resolve(frame.baseDir, link.text);
+  record.address = API_Web::AddressOf(frame.baseDir, link.text);
   if (visited_.AnyEndsWith(record.address)) co_return;
   visited_.Add(record.address);
   record.link = link.text;
@@ -132,7 +131,7 @@ QCoro::Task<void> Crawler::Follow(Link link) {
 QCoro::Task<void> Crawler::Enter(Record record, FetchedPage page) {
   Frame frame;
   frame.record = record;
-  frame.baseDir = API_Web::DirectoryOf(API_Web::BaseOfPage(page.text, record.address));
+  frame.baseDir = BaseDirectoryOf(page, record.address);
   frame.page = page;
   co_await CollectLinks(frame);
   if (heldCharacters_ + page.text.size() > kMaxHeldCharacters) frame.page = FetchedPage();

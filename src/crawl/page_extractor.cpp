@@ -29,13 +29,16 @@ constexpr double kMaxKilobytes = 9e15;
 constexpr int kSizeWidth = 6;
 
 // The link inside a match: attribute names that the expression caught with it are removed, then a
-// quote that led it. A quote at the end stays, as a pattern's group is expected to end before it.
+// quote that led it, with the one that closes it.
 QString LinkOf(QString candidate) {
   candidate.remove("href="_L1, Qt::CaseInsensitive);
   candidate.remove("url="_L1, Qt::CaseInsensitive);
   candidate.remove("<guid>"_L1, Qt::CaseInsensitive);
   candidate = TrimBlanks(candidate);
-  if (candidate.startsWith(u'"')) candidate.remove(0, 1);
+  if (candidate.startsWith(u'"')) {
+    candidate.remove(0, 1);
+    if (candidate.endsWith(u'"')) candidate.chop(1);
+  }
   return candidate;
 }
 
@@ -65,6 +68,10 @@ QString FileExpression(const QString& filePattern) {
   return filePattern;
 }
 
+QString BaseDirectoryOf(const FetchedPage& page, const QString& asked) {
+  return API_Web::BaseDirectoryOf(page.text, page.finalUrl.isEmpty() ? asked : page.finalUrl);
+}
+
 PageExtractor::PageExtractor(const CrawlContext& context, Pattern& files, QDateTime reference,
                              CancelToken cancel)
     : context_(context),
@@ -75,10 +82,7 @@ PageExtractor::PageExtractor(const CrawlContext& context, Pattern& files, QDateT
 QCoro::Task<void> PageExtractor::Extract(QString pageUrl, FetchedPage page) {
   Source source;
   source.url = pageUrl;
-  source.base = API_Web::BaseElement(page.text);
-  if (source.base.isEmpty()) {
-    source.base = API_Web::DirectoryOf(page.finalUrl.isEmpty() ? pageUrl : page.finalUrl);
-  }
+  source.base = BaseDirectoryOf(page, pageUrl);
   TagSplitter tags(page.text);
   for (QStringView tag = tags.Next(); !tag.isNull(); tag = tags.Next()) {
     const QStringList candidates = files_.Candidates(tag);
@@ -95,7 +99,7 @@ QCoro::Task<void> PageExtractor::Extract(QString pageUrl, FetchedPage page) {
 
 QCoro::Task<void> PageExtractor::TakeCandidate(const Source& source, QString candidate) {
   const JobEditor& job = context_.job;
-  const QString address = API_Web::Resolve(source.base, candidate);
+  const QString address = API_Web::AddressOf(source.base, candidate);
   const bool ask = job.Flag(TargetUrlItem::DispModify);
   HttpHead head;
   if (ask) head = co_await context_.http.QueryHead(address, cancel_);
@@ -127,8 +131,9 @@ bool PageExtractor::InDateWindow(const FileDate& date) const {
 // address, so that one in a folder below the root is not.
 bool PageExtractor::UnderRoot(const QString& candidate) const {
   if (!context_.job.Flag(TargetUrlItem::OnlyUnderRoot)) return true;
-  if (!candidate.startsWith("http"_L1, Qt::CaseInsensitive)) return true;
-  return startAddress_.contains(API_Web::DirectoryOf(candidate), Qt::CaseInsensitive);
+  const QString link = API_Web::DecodeReferences(candidate);
+  if (!link.startsWith("http"_L1, Qt::CaseInsensitive)) return true;
+  return startAddress_.contains(API_Web::DirectoryOf(link), Qt::CaseInsensitive);
 }
 
 }  // namespace zentorin

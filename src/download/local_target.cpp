@@ -34,9 +34,10 @@ QString ExternalFolder(const QString& directory) {
 QString RowAddress(const FileListRow& row, const QString& root) {
   const QString& base = row[FileListRow::BaseDir];
   QString address = row[FileListRow::Address];
-  if (address.isEmpty()) address = row[FileListRow::Link];
   // An address outside its page's directory is worked out anew from the link as written.
-  if (!address.startsWith(base)) address = row[FileListRow::Link];
+  if (address.isEmpty() || !address.startsWith(base)) {
+    address = API_Web::DecodeReferences(row[FileListRow::Link]);
+  }
   const QString& against = base.isEmpty() ? root : base;
   if (against.isEmpty() || HasKnownScheme(address)) return address;
   return API_Web::Resolve(against, address);

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "net/api_web.h"
 
+#include <algorithm>
+#include <array>
 #include <optional>
+#include <utility>
 
 #include "base/number_text.h"
 #include "net/pattern.h"
+#include "net/request_address.h"
 
 namespace zentorin::API_Web {
 
@@ -89,6 +93,64 @@ qsizetype EndOfTagText(QStringView page, qsizetype at) {
   return at;
 }
 
+// A reference at the beginning of `text`: what it stands for and its length; none when it stays.
+struct Reference {
+  char32_t character = 0;
+  qsizetype length = 0;
+};
+
+Reference NumericReference(QStringView text, qsizetype end) {
+  constexpr qsizetype kMaxDigits = 10;
+  const bool hexadecimal = end > 2 && (text[2] == u'x' || text[2] == u'X');
+  const QStringView digits = text.first(end).sliced(hexadecimal ? 3 : 2);
+  const bool plain =
+      !digits.isEmpty() && digits.size() <= kMaxDigits && std::ranges::all_of(digits, [](QChar c) {
+        return c.unicode() < 0x80 && (c.isDigit() || c.isLetter());
+      });
+  bool isNumber = false;
+  const char32_t value = plain ? digits.toUInt(&isNumber, hexadecimal ? 16 : 10) : 0;
+  const bool control = value < 0x20 || (value >= 0x7F && value < 0xA0);
+  const bool surrogate = value >= 0xD800 && value < 0xE000;
+  if (!isNumber || control || surrogate || value > QChar::LastValidCodePoint) return {};
+  return {.character = value, .length = end + 1};
+}
+
+Reference ReferenceAt(QStringView text) {
+  constexpr qsizetype kMaxLength = 16;
+  const qsizetype end = text.first(std::min(text.size(), kMaxLength)).indexOf(u';');
+  if (end < 2) return {};
+  if (text[1] == u'#') return NumericReference(text, end);
+  using Named = std::pair<QStringView, char32_t>;
+  static constexpr auto kNamed = std::to_array<Named>(
+      {{u"&amp", U'&'}, {u"&lt", U'<'}, {u"&gt", U'>'}, {u"&quot", U'"'}, {u"&apos", U'\''}});
+  for (const auto& [name, character] : kNamed) {
+    if (text.first(end) == name) return {.character = character, .length = end + 1};
+  }
+  return {};
+}
+
+bool HasScheme(const QString& address) {
+  const qsizetype mark = address.indexOf(kSchemeMark);
+  return mark > 0 &&
+         std::ranges::none_of(address.first(mark), [](QChar c) { return c == u'/' || c == u'?'; });
+}
+
+// The base element's address, resolved against the page's; "" when it names none.
+QString NamedBase(const QString& pageText, const QString& pageUrl) {
+  const QString base = DecodeReferences(WithoutFragment(BaseElement(pageText)));
+  return base.isEmpty() || HasScheme(base) ? base : Resolve(DirectoryOf(pageUrl), base);
+}
+
+// Host and port without "www." and the schemes' own ports.
+QString PlainSite(const QString& url) {
+  QString site = SiteRootOf(url).section(u"://"_s, 1).toLower();
+  if (site.startsWith(u"www.")) site.remove(0, 4);
+  for (const QStringView port : {QStringView(u":80"), QStringView(u":443")}) {
+    if (site.endsWith(port)) site.chop(port.size());
+  }
+  return site;
+}
+
 std::optional<QString> BelowDirectoryOf(const QString& root, const QString& directory) {
   const QString rootDirectory = DirectoryOf(root);
   if (!directory.startsWith(rootDirectory)) return std::nullopt;
@@ -119,8 +181,13 @@ QString BaseElement(const QString& pageText) {
 }
 
 QString BaseOfPage(const QString& pageText, const QString& pageUrl) {
-  const std::optional<QString> base = RawBaseElement(pageText);
-  return StripQuotes(base ? *base : DirectoryOf(pageUrl), false);
+  const QString named = NamedBase(pageText, pageUrl);
+  return named.isEmpty() ? StripQuotes(DirectoryOf(pageUrl), false) : named;
+}
+
+QString BaseDirectoryOf(const QString& pageText, const QString& pageUrl) {
+  const QString named = NamedBase(pageText, pageUrl);
+  return DirectoryOf(named.isEmpty() ? pageUrl : named);
 }
 
 QString SiteRootOf(const QString& url) {
@@ -130,9 +197,9 @@ QString SiteRootOf(const QString& url) {
   return slash < 0 ? url : url.left(slash);
 }
 
-QString Resolve(const QString& baseDirectory, const QString& link) {
+QString Resolve(const QString& baseDirectory, const QString& address) {
   const QString base = TrimBlanks(StripQuotes(baseDirectory, false));
-  const QString target = TrimBlanks(StripQuotes(link, false));
+  const QString target = TrimBlanks(StripQuotes(address, false));
   QString result;
   if (target.startsWith(u"http://") || target.startsWith(u"https://")) {
     result = target;
@@ -150,6 +217,48 @@ QString Resolve(const QString& baseDirectory, const QString& link) {
   CollapseParentStep(result);
   result.replace(u"/./"_s, u"/"_s);
   return result;
+}
+
+QString DecodeReferences(const QString& link) {
+  QString text;
+  qsizetype done = 0;
+  for (qsizetype at = link.indexOf(u'&'); at >= 0; at = link.indexOf(u'&', at + 1)) {
+    const Reference reference = ReferenceAt(QStringView(link).sliced(at));
+    if (reference.length == 0) continue;
+    text += QStringView(link).sliced(done, at - done);
+    text += QChar::fromUcs4(reference.character);
+    done = at + reference.length;
+    at = done - 1;
+  }
+  text += QStringView(link).sliced(done);
+  return text;
+}
+
+QString WithoutFragment(const QString& link) {
+  for (qsizetype at = 0; at < link.size(); ++at) {
+    if (link[at] == u'#') return link.left(at);
+    if (link[at] != u'&') continue;
+    const Reference reference = ReferenceAt(QStringView(link).sliced(at));
+    if (reference.character == U'#') return link.left(at);
+    if (reference.length > 0) at += reference.length - 1;
+  }
+  return link;
+}
+
+QString AddressOf(const QString& baseDirectory, const QString& link) {
+  return Resolve(baseDirectory, DecodeReferences(link));
+}
+
+QString Moved(const QString& url, const QString& finalUrl) {
+  // Hosts of an answer that was redirected are in the form that goes over the wire.
+  const QString asked = QString::fromLatin1(WireAddress(url));
+  const QString site = SiteRootOf(finalUrl);
+  const QString oldSite = SiteRootOf(asked);
+  if (site.isEmpty() || oldSite.isEmpty() || site.compare(oldSite, Qt::CaseInsensitive) == 0 ||
+      PlainSite(finalUrl) != PlainSite(asked)) {
+    return url;
+  }
+  return site + asked.sliced(oldSite.size());
 }
 
 QString ResolveLocal(const QString& baseFolder, const QString& path) {

@@ -24,6 +24,7 @@ TEST(LocalTarget, ARowsAddressIsChosenByItsColumns) {
         // Not below its page's directory: worked out anew from the link.
         Case("/img/a.gif", "http://h/d", "http://h/img/a.gif", "http://h/img/a.gif"),
         Case("HTTP://o/a.gif", "http://h/d", "http://h/other", "HTTP://o/a.gif"),
+        Case("/a?b&amp;c", "http://h/d", "http://h/a?b&c", "http://h/a?b&c"),
         Case("b.gif", "", "", "http://root/b.gif"), Case("", "", "", "http://root/"),
         Case("", "http://h/d", "mms://h/a.wma", "http://h/d/"),
         Case("http://h/x", "", "http://h/y", "http://h/y")}) {
