@@ -13,6 +13,7 @@
 #include "crawl/tag_splitter.h"
 #include "jobs/job_editor.h"
 #include "net/api_web.h"
+#include "net/character_references.h"
 
 namespace zentorin {
 
@@ -42,7 +43,7 @@ QString PageLinkOf(const QString& candidate) {
   if (IsFile(link) || link.size() > kMaxLinkLength) return {};
   link = TrimBlanks(link);
   if (link.startsWith(u'"') && !link.endsWith(u'"')) link.remove(0, 1);
-  return API_Web::WithoutFragment(link);
+  return WithoutFragment(link);
 }
 
 }  // namespace
@@ -98,7 +99,7 @@ QCoro::Task<void> Crawler::WalkFrom(QString rootUrl, FetchedPage page) {
 
 QCoro::Task<void> Crawler::Follow(Link link) {
   const Frame& frame = path_.back();
-  if (OutsideRoot(API_Web::DecodeReferences(link.text), frame.baseDir)) co_return;
+  if (OutsideRoot(DecodeReferences(link.text), frame.baseDir)) co_return;
   Record record;
   record.address = API_Web::AddressOf(frame.baseDir, link.text);
   if (visited_.AnyEndsWith(record.address)) co_return;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "net/api_web.h"
+#include "net/character_references.h"
 
 namespace zentorin {
 
@@ -39,7 +40,7 @@ QString FileAddressOf(const FileListRow& row) {
 }
 
 QString PlayAddressOf(const FileListRow& row) {
-  const QString link = API_Web::DecodeReferences(row[FileListRow::Link]);
+  const QString link = DecodeReferences(row[FileListRow::Link]);
   for (const QLatin1StringView scheme : {"mms://"_L1, "http://"_L1, "https://"_L1}) {
     if (link.startsWith(scheme)) return link.trimmed();
   }

@@ -14,6 +14,7 @@
 #include "jobs/date_text.h"
 #include "jobs/job_editor.h"
 #include "net/api_web.h"
+#include "net/character_references.h"
 
 namespace zentorin {
 
@@ -131,7 +132,7 @@ bool PageExtractor::InDateWindow(const FileDate& date) const {
 // address, so that one in a folder below the root is not.
 bool PageExtractor::UnderRoot(const QString& candidate) const {
   if (!context_.job.Flag(TargetUrlItem::OnlyUnderRoot)) return true;
-  const QString link = API_Web::DecodeReferences(candidate);
+  const QString link = DecodeReferences(candidate);
   if (!link.startsWith("http"_L1, Qt::CaseInsensitive)) return true;
   return startAddress_.contains(API_Web::DirectoryOf(link), Qt::CaseInsensitive);
 }

@@ -2,6 +2,7 @@
 #include "download/local_target.h"
 
 #include "net/api_web.h"
+#include "net/character_references.h"
 
 namespace zentorin {
 
@@ -36,7 +37,7 @@ QString RowAddress(const FileListRow& row, const QString& root) {
   QString address = row[FileListRow::Address];
   // An address outside its page's directory is worked out anew from the link as written.
   if (address.isEmpty() || !address.startsWith(base)) {
-    address = API_Web::DecodeReferences(row[FileListRow::Link]);
+    address = DecodeReferences(row[FileListRow::Link]);
   }
   const QString& against = base.isEmpty() ? root : base;
   if (against.isEmpty() || HasKnownScheme(address)) return address;

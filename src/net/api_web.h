@@ -14,10 +14,6 @@ QString BaseOfPage(const QString& pageText, const QString& pageUrl);
 QString BaseDirectoryOf(const QString& pageText, const QString& pageUrl);
 QString SiteRootOf(const QString& url);
 QString Resolve(const QString& baseDirectory, const QString& address);
-// "&amp;", "&lt;", "&gt;", "&quot;", "&apos;" and numeric references, but those to control
-// characters, to surrogates and beyond Unicode.
-QString DecodeReferences(const QString& link);
-QString WithoutFragment(const QString& link);  // the "#" inside a numeric reference begins none
 QString AddressOf(const QString& baseDirectory, const QString& link);  // decoded, then resolved
 // `url` on the site that answered: another one when the whole site has moved to http or https, or
 // to or from "www.". `finalUrl` is its address after redirects.

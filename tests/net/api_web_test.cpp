@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "net/character_references.h"
 #include "net/pattern.h"
 #include "tests/support/random_text.h"
 
@@ -65,15 +66,15 @@ TEST(ApiWeb, ReferencesAreDecodedOnceAndOnlyToWhatALinkMayHold) {
         Pair("&;&#;&#x;&#+5;&#1e;&#99999999999;&copy;&ampx;&amp",
              "&;&#;&#x;&#+5;&#1e;&#99999999999;"
              "&copy;&ampx;&amp")}) {
-    EXPECT_EQ(API_Web::DecodeReferences(link), decoded) << link;
+    EXPECT_EQ(DecodeReferences(link), decoded) << link;
   }
-  EXPECT_EQ(API_Web::WithoutFragment("a&#38;b#c"), "a&#38;b");
-  EXPECT_EQ(API_Web::WithoutFragment("a&#b;c"), "a&");
+  EXPECT_EQ(WithoutFragment("a&#38;b#c"), "a&#38;b");
+  EXPECT_EQ(WithoutFragment("a&#b;c"), "a&");
   EXPECT_EQ(API_Web::Moved("http://日.test/日/", "https://www.xn--wgv.test/x"),
             "https://www.xn--wgv.test/%E6%97%A5/");
   const qsizetype many = 1'000'000;
-  EXPECT_EQ(API_Web::DecodeReferences(QString("&#38;").repeated(many)).size(), many);
-  EXPECT_EQ(API_Web::WithoutFragment(QString("&#9").repeated(many)).size(), 1);
+  EXPECT_EQ(DecodeReferences(QString("&#38;").repeated(many)).size(), many);
+  EXPECT_EQ(WithoutFragment(QString("&#9").repeated(many)).size(), 1);
 }
 
 TEST(ApiWeb, ThePathBelowARootOrItsAlternative) {
