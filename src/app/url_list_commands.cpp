@@ -59,7 +59,7 @@ QCoro::Task<void> UrlListCommands::Delete() {
 
 QString UrlListCommands::RootAddress() const {
   if (workspace_.urlList.SelectedRow() < 0) return {};
-  return ExpandDateTemplates(workspace_.job[TargetUrlItem::Root], workspace_.clock.Now());
+  return ExpandedRoot(workspace_.job.Fields(), workspace_.clock.Now());
 }
 
 }  // namespace zentorin

@@ -157,17 +157,19 @@ std::optional<QString> FollowLinks(const QString& path) {
 
 }  // namespace
 
-QString CleanFileName(const QString& name) {
-  QString clean = Cut(WithoutDrive(Trimmed(ReplaceUnsafe(DecodeName(ReplaceUnsafe(name))))));
+QString CleanFileName(const QString& name, PercentCodes codes) {
+  QString safe = ReplaceUnsafe(name);
+  if (codes == PercentCodes::Decode) safe = ReplaceUnsafe(DecodeName(safe));
+  QString clean = Cut(WithoutDrive(Trimmed(safe)));
   if (IsDeviceName(clean)) clean = Cut(u'_' + clean);
   return clean.isEmpty() ? u"_"_s : clean;
 }
 
-QString CleanRelativePath(const QString& path) {
+QString CleanRelativePath(const QString& path, PercentCodes codes) {
   QStringList clean;
   const QString text = QString(path).replace(u'\\', u'/');
   for (const QString& segment : text.split(u'/', Qt::SkipEmptyParts)) {
-    clean.append(CleanFileName(segment));
+    clean.append(CleanFileName(segment, codes));
   }
   return clean.join(u'\\');
 }

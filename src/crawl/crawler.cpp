@@ -36,7 +36,7 @@ QCoro::Task<int> Crawler::Run(CrawlStart start) {
     // was asked for; its files are known by then.
     PageRecord alone;
     alone.link = start.rootUrl;
-    alone.baseDir = API_Web::DirectoryOf(API_Web::BaseOfPage(start.page.text, start.rootUrl));
+    alone.baseDir = BaseDirectoryOf(start.page, start.rootUrl);
     alone.address = API_Web::Resolve(alone.baseDir, start.rootUrl);
     FetchedPage again = start.page;
     again.isCutShort = false;  // that was told

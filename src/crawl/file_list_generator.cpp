@@ -23,6 +23,13 @@ QString LineAndSubject(const QString& line, const QString& subject) {
   return line + u"\r\n\r\n"_s + subject;
 }
 
+// A root that a redirect led to another page keeps its own directory, unless the site has moved.
+QString RootBaseOf(const FetchedPage& page, const QString& rootUrl) {
+  const bool named = !API_Web::BaseElement(page.text).isEmpty();
+  if (named && !page.finalUrl.isEmpty()) return API_Web::BaseOfPage(page.text, page.finalUrl);
+  return API_Web::BaseOfPage(page.text, API_Web::Moved(rootUrl, page.finalUrl));
+}
+
 }  // namespace
 
 QCoro::Task<ListOutcome> FileListGenerator::Generate(bool listOnly, CancelToken cancel) {
@@ -65,7 +72,7 @@ QCoro::Task<ListOutcome::Refusal> FileListGenerator::CheckInput() {
 QCoro::Task<bool> FileListGenerator::BuildList(bool listOnly, CancelToken cancel) {
   const JobEditor& job = context_.job;
   const QDateTime reference = context_.clock.Now();
-  const QString rootUrl = ExpandDateTemplates(job[TargetUrlItem::Root], reference);
+  const QString rootUrl = ExpandedRoot(job.Fields(), reference);
   context_.files.ClearFileList();
   context_.activity.SetFound(0);
   if (job[TargetUrlItem::SubPattern].isEmpty() && job[TargetUrlItem::FilePattern].isEmpty()) {
@@ -108,7 +115,7 @@ QCoro::Task<bool> FileListGenerator::CrawlFrom(QString rootUrl, Crawler& crawler
     co_await Tell(text);
     co_return false;
   }
-  const QString base = API_Web::BaseOfPage(start.page.text, rootUrl);
+  const QString base = RootBaseOf(start.page, rootUrl);
   context_.job.SetRootBase(base);
   start.startAddress = start.page.finalUrl.isEmpty() ? base : start.page.finalUrl;
   context_.files.ClearFileList();

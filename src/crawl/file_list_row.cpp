@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "net/api_web.h"
+#include "net/character_references.h"
 
 namespace zentorin {
 
@@ -35,11 +36,11 @@ void FileListRow::Set(Column column, const QString& value) {
 }
 
 QString FileAddressOf(const FileListRow& row) {
-  return API_Web::Resolve(row[FileListRow::BaseDir], row[FileListRow::Link]);
+  return API_Web::AddressOf(row[FileListRow::BaseDir], row[FileListRow::Link]);
 }
 
 QString PlayAddressOf(const FileListRow& row) {
-  const QString& link = row[FileListRow::Link];
+  const QString link = DecodeReferences(row[FileListRow::Link]);
   for (const QLatin1StringView scheme : {"mms://"_L1, "http://"_L1, "https://"_L1}) {
     if (link.startsWith(scheme)) return link.trimmed();
   }

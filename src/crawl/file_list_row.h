@@ -37,9 +37,9 @@ class FileListRow {
   int written_ = kColumnCount;  // columns that ToText() writes
 };
 
-QString FileAddressOf(const FileListRow& row);  // link resolved against the base directory
+QString FileAddressOf(const FileListRow& row);  // of the link, against the base directory
 
-// A link that names its own scheme as it is, any other one resolved; no blanks around it.
+// A link that names its own scheme is not resolved; no blanks around it.
 QString PlayAddressOf(const FileListRow& row);
 
 }  // namespace zentorin

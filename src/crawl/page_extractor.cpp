@@ -14,6 +14,7 @@
 #include "jobs/date_text.h"
 #include "jobs/job_editor.h"
 #include "net/api_web.h"
+#include "net/character_references.h"
 
 namespace zentorin {
 
@@ -29,13 +30,16 @@ constexpr double kMaxKilobytes = 9e15;
 constexpr int kSizeWidth = 6;
 
 // The link inside a match: attribute names that the expression caught with it are removed, then a
-// quote that led it. A quote at the end stays, as a pattern's group is expected to end before it.
+// quote that led it, with the one that closes it.
 QString LinkOf(QString candidate) {
   candidate.remove("href="_L1, Qt::CaseInsensitive);
   candidate.remove("url="_L1, Qt::CaseInsensitive);
   candidate.remove("<guid>"_L1, Qt::CaseInsensitive);
   candidate = TrimBlanks(candidate);
-  if (candidate.startsWith(u'"')) candidate.remove(0, 1);
+  if (candidate.startsWith(u'"')) {
+    candidate.remove(0, 1);
+    if (candidate.endsWith(u'"')) candidate.chop(1);
+  }
   return candidate;
 }
 
@@ -65,6 +69,10 @@ QString FileExpression(const QString& filePattern) {
   return filePattern;
 }
 
+QString BaseDirectoryOf(const FetchedPage& page, const QString& asked) {
+  return API_Web::BaseDirectoryOf(page.text, page.finalUrl.isEmpty() ? asked : page.finalUrl);
+}
+
 PageExtractor::PageExtractor(const CrawlContext& context, Pattern& files, QDateTime reference,
                              CancelToken cancel)
     : context_(context),
@@ -75,10 +83,7 @@ PageExtractor::PageExtractor(const CrawlContext& context, Pattern& files, QDateT
 QCoro::Task<void> PageExtractor::Extract(QString pageUrl, FetchedPage page) {
   Source source;
   source.url = pageUrl;
-  source.base = API_Web::BaseElement(page.text);
-  if (source.base.isEmpty()) {
-    source.base = API_Web::DirectoryOf(page.finalUrl.isEmpty() ? pageUrl : page.finalUrl);
-  }
+  source.base = BaseDirectoryOf(page, pageUrl);
   TagSplitter tags(page.text);
   for (QStringView tag = tags.Next(); !tag.isNull() && !cancel_.Cancelled(); tag = tags.Next()) {
     const QStringList candidates = files_.Candidates(tag);
@@ -95,7 +100,7 @@ QCoro::Task<void> PageExtractor::Extract(QString pageUrl, FetchedPage page) {
 
 // Files are asked for their headers some rows ahead; the rows come in the order of the page.
 QCoro::Task<void> PageExtractor::TakeCandidate(const Source& source, QString candidate) {
-  const QString address = API_Web::Resolve(source.base, candidate);
+  const QString address = API_Web::AddressOf(source.base, candidate);
   if (!context_.job.Flag(TargetUrlItem::DispModify)) {
     AddRow(source, candidate, address, {});
     co_return;
@@ -152,8 +157,9 @@ bool PageExtractor::InDateWindow(const FileDate& date) const {
 // address, so that one in a folder below the root is not.
 bool PageExtractor::UnderRoot(const QString& candidate) const {
   if (!context_.job.Flag(TargetUrlItem::OnlyUnderRoot)) return true;
-  if (!candidate.startsWith("http"_L1, Qt::CaseInsensitive)) return true;
-  return startAddress_.contains(API_Web::DirectoryOf(candidate), Qt::CaseInsensitive);
+  const QString link = DecodeReferences(candidate);
+  if (!link.startsWith("http"_L1, Qt::CaseInsensitive)) return true;
+  return startAddress_.contains(API_Web::DirectoryOf(link), Qt::CaseInsensitive);
 }
 
 }  // namespace zentorin

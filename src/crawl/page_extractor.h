@@ -20,6 +20,10 @@ struct CrawlContext;
 // A few keywords stand for fixed expressions, anything else for itself.
 QString FileExpression(const QString& filePattern);
 
+// What the links of a page are resolved against: by its base element, else by its final address;
+// `asked` stands in for that when it is not known.
+QString BaseDirectoryOf(const FetchedPage& page, const QString& asked);
+
 // Finds the files that the pages of one run link to and appends a row for each new one.
 class PageExtractor {
  public:

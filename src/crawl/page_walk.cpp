@@ -7,9 +7,11 @@
 
 #include "base/number_text.h"
 #include "crawl/file_list_generator.h"
+#include "crawl/page_extractor.h"
 #include "crawl/tag_splitter.h"
 #include "jobs/job_editor.h"
 #include "net/api_web.h"
+#include "net/character_references.h"
 
 namespace zentorin {
 
@@ -42,8 +44,7 @@ QString PageLinkOf(const QString& candidate) {
   if (IsFile(link) || link.size() > kMaxLinkLength) return {};
   link = TrimBlanks(link);
   if (link.startsWith(u'"') && !link.endsWith(u'"')) link.remove(0, 1);
-  const qsizetype fragment = link.indexOf(u'#');
-  return fragment < 0 ? link : link.left(fragment);
+  return WithoutFragment(link);
 }
 
 qsizetype BytesOf(const FetchedPage& page) {
@@ -112,9 +113,9 @@ QCoro::Task<void> PageWalk::Walk(QString rootUrl, FetchedPage page) {
 
 QCoro::Task<void> PageWalk::Follow(Link link) {
   const Frame& frame = path_.back();
-  if (OutsideRoot(link.text, frame.baseDir)) co_return;
+  if (OutsideRoot(DecodeReferences(link.text), frame.baseDir)) co_return;
   Step step;
-  step.record.address = API_Web::Resolve(frame.baseDir, link.text);
+  step.record.address = API_Web::AddressOf(frame.baseDir, link.text);
   if (visited_.AnyEndsWith(step.record.address)) co_return;
   visited_.Add(step.record.address);
   step.record.link = link.text;
@@ -151,7 +152,7 @@ QCoro::Task<void> PageWalk::Follow(Link link) {
 QCoro::Task<void> PageWalk::Enter(PageRecord record, FetchedPage page) {
   Frame frame;
   frame.record = record;
-  frame.baseDir = API_Web::DirectoryOf(API_Web::BaseOfPage(page.text, record.address));
+  frame.baseDir = BaseDirectoryOf(page, record.address);
   frame.page = page;
   co_await CollectLinks(frame);
   if (heldCharacters_ + page.text.size() > kMaxHeldCharacters) frame.page = FetchedPage();

@@ -79,7 +79,7 @@ void DownloadRun::Start() {
   const JobEditor& job = context_.job;
   RunJob fields;
   fields.savePath = job[TargetUrlItem::SavePath];
-  fields.root = ExpandDateTemplates(job[TargetUrlItem::Root], context_.clock.Now());
+  fields.root = ExpandedRoot(job.Fields(), context_.clock.Now());
   fields.rootBase = job.RootBase();
   fields.treeFolder = job.Flag(TargetUrlItem::TreeFolder);
   fields.overWrite = job.Flag(TargetUrlItem::OverWrite);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "download/local_target.h"
 
-#include "base/file_names.h"
 #include "net/api_web.h"
+#include "net/character_references.h"
 
 namespace zentorin {
 
@@ -35,9 +35,10 @@ QString ExternalFolder(const QString& directory) {
 QString RowAddress(const FileListRow& row, const QString& root) {
   const QString& base = row[FileListRow::BaseDir];
   QString address = row[FileListRow::Address];
-  if (address.isEmpty()) address = row[FileListRow::Link];
   // An address outside its page's directory is worked out anew from the link as written.
-  if (!address.startsWith(base)) address = row[FileListRow::Link];
+  if (address.isEmpty() || !address.startsWith(base)) {
+    address = DecodeReferences(row[FileListRow::Link]);
+  }
   const QString& against = base.isEmpty() ? root : base;
   if (against.isEmpty() || HasKnownScheme(address)) return address;
   return API_Web::Resolve(against, address);
@@ -56,7 +57,8 @@ QString LastSegment(const QString& address) {
   return address.mid(address.lastIndexOf(u'/') + 1);
 }
 
-QString TreeFolder(const QString& address, const QString& rootBase, const QString& root) {
+QString TreeFolder(const QString& address, const QString& rootBase, const QString& root,
+                   PercentCodes codes) {
   const QString directory = API_Web::DirectoryOf(address);
   if (LiesDirectlyIn(directory, rootBase)) return {};
   // An empty root would contain every address, so that only known roots are asked.
@@ -67,12 +69,12 @@ QString TreeFolder(const QString& address, const QString& rootBase, const QStrin
     if (LiesDirectlyIn(directory, root)) return {};
     folder = ExternalFolder(directory);
   }
-  return CleanRelativePath(folder);
+  return CleanRelativePath(folder, codes);
 }
 
-QString LocalName(const QString& prefix, const QString& address) {
+QString LocalName(const QString& prefix, const QString& address, PercentCodes codes) {
   const QString name = prefix + LastSegment(address);
-  return name.isEmpty() ? QString() : CleanFileName(name);
+  return name.isEmpty() ? QString() : CleanFileName(name, codes);
 }
 
 QString WithMp3Suffix(const QString& name) {

@@ -30,6 +30,10 @@ QString FolderPrefix(const QString& savePath, QString subFolder) {
   return WithSeparator(prefix + subFolder.replace(u'/', u'\\'));
 }
 
+PercentCodes CodesOf(const DownloadOptions& options) {
+  return options.decodeNames ? PercentCodes::Decode : PercentCodes::Keep;
+}
+
 bool FileExists(const QString& path) {
   const QFileInfo file(path);
   return file.exists() && !file.isDir();
@@ -53,8 +57,7 @@ QCoro::Task<RowOutcome> RowDownload::Fetch(QString address, QString date) {
 QCoro::Task<RowOutcome> RowDownload::TakeRow(QString address, QString date) {
   RowOutcome outcome;
   outcome.date = date;
-  const QString subFolder =
-      job_.treeFolder ? TreeFolder(address, job_.rootBase, job_.root) : QString();
+  const QString subFolder = SubFolder(address);
   outcome.folderPrefix = FolderPrefix(job_.savePath, subFolder);
   const SaveFolder::Made made = saveFolder_.Make(subFolder);
   if (!made.outcome.Ok()) {
@@ -74,12 +77,10 @@ QCoro::Task<RowOutcome> RowDownload::TakeRow(QString address, QString date) {
 
 bool RowDownload::AskEarly(const QString& address) {
   if (context_.options.addDate || IsStreamSuffix(SuffixOf(address))) return true;
-  const QString name = LocalName({}, address);
+  const QString name = NameOf({}, address);
   if (name.isEmpty()) return true;
   QString folder = saveFolder_.Path();
-  if (job_.treeFolder) {
-    folder += u'/' + TreeFolder(address, job_.rootBase, job_.root).replace(u'\\', u'/');
-  }
+  if (job_.treeFolder) folder += u'/' + SubFolder(address).replace(u'\\', u'/');
   const bool isThere = !job_.overWrite && FileExists(folder + u'/' + name);
   return isThere || download_.AskEarly(address);
 }
@@ -88,7 +89,7 @@ QCoro::Task<RowCode> RowDownload::FetchFile(QString address, RowOutcome& outcome
   const QString prefix = co_await DatePrefix(address, outcome.date);
   // Without its prefix the name may be that of another file, which no cancel may delete.
   if (cancel_.Cancelled()) co_return RowCode::Cancelled;
-  const QString name = LocalName(prefix, address);
+  const QString name = NameOf(prefix, address);
   if (name.isEmpty()) co_return RunTimeError::BadFileName;
   const QString path = outcome.folder + u'/' + name;
   outcome.path = path;
@@ -100,6 +101,15 @@ QCoro::Task<RowCode> RowDownload::FetchFile(QString address, RowOutcome& outcome
   // Half an old and half a new file must not remain; one that was not touched yet stays.
   if (download.spoiled) DeleteLocalFile(path);
   co_return download.code == RowCode::Fatal ? RowCode(RowCode::SkipNone) : download.code;
+}
+
+QString RowDownload::SubFolder(const QString& address) const {
+  if (!job_.treeFolder) return {};
+  return TreeFolder(address, job_.rootBase, job_.root, CodesOf(context_.options));
+}
+
+QString RowDownload::NameOf(const QString& prefix, const QString& address) const {
+  return LocalName(prefix, address, CodesOf(context_.options));
 }
 
 // The code of a row that may not be written to that path.
@@ -126,7 +136,7 @@ QCoro::Task<RowCode> RowDownload::CaptureStream(QString address, RowOutcome& out
     context_.activity.Say(u"ＵＲＬ無効"_s, Tone::Fault);
     co_return RowCode::SkipNone;
   }
-  QString name = LocalName({}, request.address);
+  QString name = NameOf({}, request.address);
   if (name.isEmpty()) co_return RunTimeError::BadFileName;
   // Whichever program records: this program's rule. StreamGet does not convert, so its sound is
   // missed under this name.

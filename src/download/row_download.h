@@ -25,7 +25,8 @@ struct DownloadOptions {
   int streamingTool = 0;  // 0 VLC media player, 1 StreamGet
   bool addDate = false;
   QString addDateFormat = "yyyymmddhh_";
-  bool autoClose = false;  // the program ends after a download command
+  bool decodeNames = false;  // %XX in the names of files and folders
+  bool autoClose = false;    // the program ends after a download command
 };
 
 struct FetchContext {
@@ -78,6 +79,8 @@ class RowDownload {
   QCoro::Task<QString> StreamAddress(QString address);
   QCoro::Task<QString> DatePrefix(QString address, QString& date);
   std::optional<RowCode> Refusal(const QString& path) const;
+  QString SubFolder(const QString& address) const;  // below the save folder, in its own form
+  QString NameOf(const QString& prefix, const QString& address) const;
 
   FetchContext context_;
   RunJob job_;

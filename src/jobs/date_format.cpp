@@ -252,4 +252,17 @@ QString FormatDate(const QDateTime& date, const QString& format) {
   return text;
 }
 
+bool IsPlainDateFormat(const QString& format) {
+  const std::vector<Piece> pieces = Split(format);
+  const auto isSeparator = [](QChar c) {
+    return !c.isLetterOrNumber() || u"年月日時分秒"_s.contains(c);
+  };
+  const auto fits = [&](const Piece& piece) {
+    return piece.write != nullptr || std::ranges::all_of(piece.text, isSeparator);
+  };
+  const bool hasToken =
+      std::ranges::any_of(pieces, [](const Piece& p) { return p.write != nullptr; });
+  return hasToken && std::ranges::all_of(pieces, fits);
+}
+
 }  // namespace zentorin

@@ -25,8 +25,8 @@ struct Template {
 
 using Templates = QHash<QString, Template>;
 
-// All "{…}" without a brace inside, by inner text.
-Templates FindTemplates(const QString& text, const QDateTime& date) {
+// The templates of that kind, by inner text.
+Templates FindTemplates(const QString& text, const QDateTime& date, TemplateKind kind) {
   Templates found;
   int place = 0;
   qsizetype open = -1;
@@ -35,10 +35,11 @@ Templates FindTemplates(const QString& text, const QDateTime& date) {
       open = i;
     } else if (text[i] == u'}' && open >= 0) {
       const QString inner = text.mid(open + 1, i - open - 1);
+      open = -1;
+      if (kind == TemplateKind::Plain && !IsPlainDateFormat(inner)) continue;
       Template& entry = found[inner];
       if (entry.places.isEmpty()) entry.result = FormatDate(date, inner);
       entry.places.append(place++);
-      open = -1;
     }
   }
   return found;
@@ -57,8 +58,8 @@ struct OpenBrace {
 // that come to enclose a template's text by an earlier turn ("{{yyyy}} {2024}") are replaced as
 // well, provided that template's turn is still to come. Walking the text once with the turns in
 // mind gives the same text at linear cost.
-QString ExpandDateTemplates(const QString& text, const QDateTime& date) {
-  const Templates templates = FindTemplates(text, date);
+QString ExpandDateTemplates(const QString& text, const QDateTime& date, TemplateKind kind) {
+  const Templates templates = FindTemplates(text, date, kind);
   if (templates.isEmpty()) return text;
   QString output;
   std::vector<OpenBrace> open;
@@ -89,6 +90,12 @@ QString ExpandDateTemplates(const QString& text, const QDateTime& date) {
     open.back().lastPlace = std::max(open.back().lastPlace, turn);
   }
   return output;
+}
+
+QString ExpandedRoot(const TargetUrlItem& job, const QDateTime& date) {
+  const bool dated = !job[TargetUrlItem::Format].isEmpty() && !job.BeforeElement(0).isEmpty();
+  return ExpandDateTemplates(job[TargetUrlItem::Root], date,
+                             dated ? TemplateKind::Any : TemplateKind::Plain);
 }
 
 DayWindow ParseDayWindow(const QString& first, const QString& second) {

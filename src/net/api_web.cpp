@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "net/api_web.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "base/number_text.h"
+#include "net/character_references.h"
 #include "net/pattern.h"
+#include "net/request_address.h"
 
 namespace zentorin::API_Web {
 
@@ -89,6 +92,28 @@ qsizetype EndOfTagText(QStringView page, qsizetype at) {
   return at;
 }
 
+bool HasScheme(const QString& address) {
+  const qsizetype mark = address.indexOf(kSchemeMark);
+  return mark > 0 &&
+         std::ranges::none_of(address.first(mark), [](QChar c) { return c == u'/' || c == u'?'; });
+}
+
+// The base element's address, resolved against the page's; "" when it names none.
+QString NamedBase(const QString& pageText, const QString& pageUrl) {
+  const QString base = DecodeReferences(WithoutFragment(BaseElement(pageText)));
+  return base.isEmpty() || HasScheme(base) ? base : Resolve(DirectoryOf(pageUrl), base);
+}
+
+// Host and port without "www." and the schemes' own ports.
+QString PlainSite(const QString& url) {
+  QString site = SiteRootOf(url).section(u"://"_s, 1).toLower();
+  if (site.startsWith(u"www.")) site.remove(0, 4);
+  for (const QStringView port : {QStringView(u":80"), QStringView(u":443")}) {
+    if (site.endsWith(port)) site.chop(port.size());
+  }
+  return site;
+}
+
 std::optional<QString> BelowDirectoryOf(const QString& root, const QString& directory) {
   const QString rootDirectory = DirectoryOf(root);
   if (!directory.startsWith(rootDirectory)) return std::nullopt;
@@ -119,8 +144,13 @@ QString BaseElement(const QString& pageText) {
 }
 
 QString BaseOfPage(const QString& pageText, const QString& pageUrl) {
-  const std::optional<QString> base = RawBaseElement(pageText);
-  return StripQuotes(base ? *base : DirectoryOf(pageUrl), false);
+  const QString named = NamedBase(pageText, pageUrl);
+  return named.isEmpty() ? StripQuotes(DirectoryOf(pageUrl), false) : named;
+}
+
+QString BaseDirectoryOf(const QString& pageText, const QString& pageUrl) {
+  const QString named = NamedBase(pageText, pageUrl);
+  return DirectoryOf(named.isEmpty() ? pageUrl : named);
 }
 
 QString SiteRootOf(const QString& url) {
@@ -130,9 +160,9 @@ QString SiteRootOf(const QString& url) {
   return slash < 0 ? url : url.left(slash);
 }
 
-QString Resolve(const QString& baseDirectory, const QString& link) {
+QString Resolve(const QString& baseDirectory, const QString& address) {
   const QString base = TrimBlanks(StripQuotes(baseDirectory, false));
-  const QString target = TrimBlanks(StripQuotes(link, false));
+  const QString target = TrimBlanks(StripQuotes(address, false));
   QString result;
   if (target.startsWith(u"http://") || target.startsWith(u"https://")) {
     result = target;
@@ -150,6 +180,22 @@ QString Resolve(const QString& baseDirectory, const QString& link) {
   CollapseParentStep(result);
   result.replace(u"/./"_s, u"/"_s);
   return result;
+}
+
+QString AddressOf(const QString& baseDirectory, const QString& link) {
+  return Resolve(baseDirectory, DecodeReferences(link));
+}
+
+QString Moved(const QString& url, const QString& finalUrl) {
+  // Hosts of an answer that was redirected are in the form that goes over the wire.
+  const QString asked = QString::fromLatin1(WireAddress(url));
+  const QString site = SiteRootOf(finalUrl);
+  const QString oldSite = SiteRootOf(asked);
+  if (site.isEmpty() || oldSite.isEmpty() || site.compare(oldSite, Qt::CaseInsensitive) == 0 ||
+      PlainSite(finalUrl) != PlainSite(asked)) {
+    return url;
+  }
+  return site + asked.sliced(oldSite.size());
 }
 
 QString ResolveLocal(const QString& baseFolder, const QString& path) {

@@ -186,4 +186,26 @@ Tally TallyUtf7(QByteArrayView bytes) {
   return tally;
 }
 
+// A pair reads as ASCII of the other order when it is a Japanese blank or the kanji for one. Pairs
+// of zeros alone are padding, or UTF-32.
+ByteOrder OrderOfUtf16(QByteArrayView bytes) {
+  constexpr qsizetype kFewest = 4;
+  constexpr qsizetype kOneIn = 32;
+  qsizetype little = 0;
+  qsizetype big = 0;
+  qsizetype zero = 0;
+  for (qsizetype i = 0; i + 1 < bytes.size(); i += 2) {
+    const int first = At(bytes, i);
+    const int second = At(bytes, i + 1);
+    little += second == 0 && In(first, '\t', 0x7E);
+    big += first == 0 && In(second, '\t', 0x7E);
+    zero += first == 0 && second == 0;
+  }
+  const qsizetype most = std::max(little, big);
+  const bool evident = most >= kFewest && kOneIn * most >= bytes.size() / 2 &&
+                       2 * (std::min(little, big) + zero) <= most;
+  if (!evident) return ByteOrder::None;
+  return little > big ? ByteOrder::Little : ByteOrder::Big;
+}
+
 }  // namespace zentorin::Charsets

@@ -21,4 +21,9 @@ Tally TallyUtf7(QByteArrayView bytes);  // `sequences` counts kana
 Tally TallyShiftJis(QByteArrayView bytes);
 Tally TallyEuc(QByteArrayView bytes);
 
+enum class ByteOrder { None, Little, Big };
+
+// Of UTF-16 text without a mark, by the zero bytes of its ASCII characters; None for other bytes.
+ByteOrder OrderOfUtf16(QByteArrayView bytes);
+
 }  // namespace zentorin::Charsets

@@ -29,8 +29,10 @@ class Converter {
     while (inLeft > 0) {
       const std::size_t before = inLeft;
       const bool failed = Step(&in, &inLeft, text);
-      if (!failed || (bufferFull_ && inLeft < before)) continue;
+      if (!failed || (error_ == E2BIG && inLeft < before)) continue;
       // A byte that is no character, or the beginning of one that the end cuts off.
+      cutOff_ = cutOff_ || error_ == EINVAL;
+      hasFaults_ = hasFaults_ || !cutOff_;
       text.append(QChar::ReplacementCharacter);
       ++in;
       --inLeft;
@@ -39,6 +41,9 @@ class Converter {
     return text;
   }
 
+  // Of what was converted: bytes that are no character. What the end cuts off is no fault.
+  bool HasFaults() const { return hasFaults_; }
+
  private:
   // True when the converter stopped before the end of its input.
   bool Step(char** in, std::size_t* inLeft, QString& text) {
@@ -46,7 +51,7 @@ class Converter {
     std::size_t outLeft = sizeof(buffer_);
     const bool failed =
         iconv(codec_.Codec(), in, inLeft, &out, &outLeft) == static_cast<std::size_t>(-1);
-    bufferFull_ = failed && errno == E2BIG;
+    error_ = errno;
     text.append(QStringView(
         buffer_.data(), static_cast<qsizetype>((sizeof(buffer_) - outLeft) / sizeof(char16_t))));
     return failed;
@@ -54,7 +59,9 @@ class Converter {
 
   IconvHandle codec_;
   std::array<char16_t, 4096> buffer_{};
-  bool bufferFull_ = false;
+  int error_ = 0;  // why the last step stopped
+  bool cutOff_ = false;
+  bool hasFaults_ = false;
 };
 
 std::optional<QString> DecodeByConverter(QByteArrayView bytes, const char* name) {
@@ -105,7 +112,9 @@ QByteArray EucFromIso2022Jp(QByteArrayView bytes) {
       euc.append(c);
     } else if (ascii && set == Set::kKatakana) {
       euc.append('\x8E').append(high(c));
-    } else if (ascii && rest.size() > 1 && rest[1] > ' ' && rest[1] != '\x7F') {
+    } else if (ascii && rest.size() == 1) {
+      euc.append(high(c));  // the end cuts the pair off
+    } else if (ascii && rest[1] > ' ' && rest[1] != '\x7F') {
       if (set == Set::kSupplement) euc.append('\x8F');
       euc.append(high(c)).append(high(rest[1]));
       ++i;
@@ -133,11 +142,13 @@ Decoder DecoderOf(std::string_view name) {
       {"cp932", DecodeShiftJis},
       {"ms932", DecodeShiftJis},
       {"cswindows31j", DecodeShiftJis},
+      {"euc", DecodeEucJp},
       {"euc-jp", DecodeEucJp},
       {"eucjp", DecodeEucJp},
       {"x-euc-jp", DecodeEucJp},
       {"x-euc", DecodeEucJp},
       {"cseucpkdfmtjapanese", DecodeEucJp},
+      {"jis", DecodeIso2022Jp},
       {"iso-2022-jp", DecodeIso2022Jp},
       {"csiso2022jp", DecodeIso2022Jp},
       {"iso2022jp", DecodeIso2022Jp},
@@ -159,6 +170,21 @@ Decoder DecoderOf(std::string_view name) {
   });
   const auto* found = std::ranges::find(kEntries, name, &Entry::first);
   return found == kEntries.end() ? nullptr : found->second;
+}
+
+// What the converter calls the encoding of such a function.
+const char* ConverterNameOf(Decoder decoder) {
+  using Entry = std::pair<Decoder, const char*>;
+  static constexpr auto kEntries = std::to_array<Entry>({
+      {DecodeShiftJis, "CP932"},
+      {DecodeEucJp, "EUC-JP-MS"},
+      {DecodeIso2022Jp, "EUC-JP-MS"},  // rewritten
+      {DecodeUtf8, "UTF-8"},
+      {DecodeUtf7, "UTF-7"},
+      {DecodeUtf16, "UTF-16LE"},
+      {DecodeUtf16Be, "UTF-16BE"},
+  });
+  return std::ranges::find(kEntries, decoder, &Entry::first)->second;
 }
 
 // Names that pages use for something else than, or unknown to, the converter.
@@ -197,6 +223,20 @@ std::optional<QString> Decode(QByteArrayView bytes, const QString& charset) {
   if (name.isEmpty()) return std::nullopt;
   if (const Decoder decoder = DecoderOf(name.constData())) return decoder(bytes);
   return DecodeByConverter(bytes, ConverterNameOf(name.constData()));
+}
+
+std::optional<QString> DecodeFitting(QByteArrayView bytes, const QString& charset) {
+  const QByteArray name = SafeName(charset);
+  if (name.isEmpty()) return std::nullopt;
+  const Decoder decoder = DecoderOf(name.constData());
+  const bool ascii = name == "us-ascii" || name == "ascii";
+  const char* known = ascii ? "US-ASCII" : ConverterNameOf(name.constData());
+  Converter converter(decoder == nullptr ? known : ConverterNameOf(decoder));
+  if (!converter.IsOpen()) return std::nullopt;
+  const QByteArray euc = decoder == DecodeIso2022Jp ? EucFromIso2022Jp(bytes) : QByteArray();
+  QString text = converter.Convert(decoder == DecodeIso2022Jp ? QByteArrayView(euc) : bytes);
+  if (converter.HasFaults()) return std::nullopt;
+  return text;
 }
 
 QString DecodeShiftJis(QByteArrayView bytes) {
@@ -241,17 +281,11 @@ QString DecodeByTable(QByteArrayView bytes, const QString& upperCaseName) {
 }
 
 QString DecodeDocument(QByteArrayView bytes, const QStringList& names) {
-  const auto decode = [&](const QString& charset) -> std::optional<QString> {
-    const QString upper = charset.trimmed().toUpper();
-    if (upper == u"JIS") return DecodeIso2022Jp(bytes);
-    if (upper == u"EUC") return DecodeEucJp(bytes);
-    return Decode(bytes, charset);
-  };
   std::optional<QString> text;
   for (const QString& name : names) {
-    if (!text && !name.isEmpty()) text = decode(name);
+    if (!text && !name.isEmpty()) text = Decode(bytes, name);
   }
-  if (!text) text = decode(modJUDG::Judge(bytes));
+  if (!text) text = Decode(bytes, modJUDG::Judge(bytes));
   QString page = text.value_or(QString());
   if (page.startsWith(QChar::ByteOrderMark)) page.remove(0, 1);
   return page;

@@ -8,9 +8,12 @@
 
 namespace zentorin::Decode_ADDO {
 
-// Any name that the system's converter knows. Undecodable bytes become U+FFFD; an unknown name
-// gives nothing.
+// Any name that the system's converter or the judge knows. Undecodable bytes become U+FFFD; an
+// unknown name gives nothing.
 std::optional<QString> Decode(QByteArrayView bytes, const QString& charset);
+
+// Likewise, but only when every byte is part of a character; the end may cut the last one off.
+std::optional<QString> DecodeFitting(QByteArrayView bytes, const QString& charset);
 
 QString DecodeShiftJis(QByteArrayView bytes);
 QString DecodeIso2022Jp(QByteArrayView bytes);
@@ -22,8 +25,7 @@ QString DecodeUtf8(QByteArrayView bytes);
 // them, leave each byte one character.
 QString DecodeByTable(QByteArrayView bytes, const QString& upperCaseName);
 
-// The rule of the document stage: the first known name counts, the judge's own included, else its
-// verdict. A byte-order mark is dropped.
+// The first known name counts, else the judge's verdict. A byte-order mark is dropped.
 QString DecodeDocument(QByteArrayView bytes, const QStringList& names);
 
 }  // namespace zentorin::Decode_ADDO

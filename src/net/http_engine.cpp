@@ -76,16 +76,20 @@ QByteArray HttpHead::Header(const char* name) const {
   return {};
 }
 
+QCoro::Task<void> ReadBody(HttpTransfer& transfer, HttpAnswer& answer) {
+  while (true) {
+    const QByteArray block = co_await transfer.NextBlock();
+    if (block.isEmpty()) break;
+    answer.body += block;
+  }
+  answer.failure = transfer.Failure();
+}
+
 QCoro::Task<HttpAnswer> FetchWhole(HttpEngine& engine, HttpRequest request) {
   const std::unique_ptr<HttpTransfer> transfer = engine.Open(std::move(request));
   HttpAnswer answer;
   answer.head = co_await transfer->Head();
-  while (true) {
-    const QByteArray block = co_await transfer->NextBlock();
-    if (block.isEmpty()) break;
-    answer.body += block;
-  }
-  answer.failure = transfer->Failure();
+  co_await ReadBody(*transfer, answer);
   co_return answer;
 }
 

@@ -121,6 +121,8 @@ struct HttpAnswer {
   HttpFailure failure = HttpFailure::None;
 };
 
+// To its end; the head has come.
+QCoro::Task<void> ReadBody(HttpTransfer& transfer, HttpAnswer& answer);
 QCoro::Task<HttpAnswer> FetchWhole(HttpEngine& engine, HttpRequest request);
 
 }  // namespace zentorin

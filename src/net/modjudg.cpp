@@ -96,10 +96,12 @@ int ScoreJis(QByteArrayView bytes) {
   return Score(tally, Fits(tally));
 }
 
-// Three points for each byte pair of an ASCII character, and of a kana once there is such a one.
+// Otherwise three points for each byte pair of an ASCII character, and of a kana once there is such
+// a one.
 int ScoreUnicode(QByteArrayView bytes) {
   const QByteArrayView window = Beginning(bytes, kWindow);
-  if (window.toByteArray().contains("\xFF\xFE")) return kCertain;
+  const bool hasMark = window.toByteArray().contains("\xFF\xFE");
+  if (hasMark || Charsets::OrderOfUtf16(window) != Charsets::ByteOrder::None) return kCertain;
   int ascii = 0;
   int kana = 0;
   for (qsizetype i = 0; i + 1 < window.size(); i += 2) {

@@ -9,6 +9,7 @@
 #include "net/api_web.h"
 #include "net/decode_addo.h"
 #include "net/modjudg.h"
+#include "net/page_text.h"
 #include "net/second_chances.h"
 
 namespace zentorin {
@@ -54,28 +55,16 @@ FetchedPage PageOf(const HttpAnswer& answer, const CancelToken& cancel) {
   return page;
 }
 
-// The charset parameter of a Content-Type value, "" when there is none.
-QString CharsetOfType(const QByteArray& contentType) {
-  for (const QByteArray& part : contentType.split(';').mid(1)) {
-    const qsizetype equals = part.indexOf('=');
-    if (equals < 0 || part.left(equals).trimmed().toLower() != "charset") continue;
-    QByteArray name = part.mid(equals + 1).trimmed();
-    if (name.startsWith('"') || name.startsWith('\'')) name = name.mid(1, name.size() - 2);
-    return QString::fromLatin1(name.trimmed());
-  }
-  return {};
 }
 
-QString CharsetOfMark(const QByteArray& bytes) {
-  if (bytes.startsWith("\xEF\xBB\xBF")) return u"UTF-8"_s;
-  if (bytes.startsWith("\xFF\xFE")) return u"UTF-16LE"_s;
-  if (bytes.startsWith("\xFE\xFF")) return u"UTF-16BE"_s;
-  return {};
-}
-
-// What the answer says of itself: its header, then its byte-order mark.
-QStringList OutwardCharsets(const HttpAnswer& answer) {
-  return {CharsetOfType(answer.head.Header("Content-Type")), CharsetOfMark(answer.body)};
+// What is no page is left at its head.
+QCoro::Task<HttpAnswer> FetchPage(HttpEngine& engine, HttpRequest request) {
+  const std::unique_ptr<HttpTransfer> transfer = engine.Open(std::move(request));
+  HttpAnswer answer;
+  answer.head = co_await transfer->Head();
+  if (IsNoPage(answer.head)) co_return answer;
+  co_await ReadBody(*transfer, answer);
+  co_return answer;
 }
 
 QString HeaderText(const HttpHead& head, HeaderSelector selector) {
@@ -128,12 +117,10 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::RunStage(int stage, QString url, Canc
 
 QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url, CancelToken cancel) {
   HttpRequest request = PageRequest(url, cancel);
-  const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
+  const HttpAnswer answer = co_await FetchPage(engine_, std::move(request));
   FetchedPage page = PageOf(answer, cancel);
   if (page.Ok()) {
-    QStringList charsets = OutwardCharsets(answer);
-    charsets.append(modJUDG::DeclaredCharset(answer.body));
-    page.text = Decode_ADDO::DecodeDocument(answer.body, charsets);
+    page.text = PageText(answer.head, answer.body);
   }
   co_return page;
 }
@@ -148,15 +135,14 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool de
   request.headers.append(HttpHeader{.name = "If-Modified-Since", .value = ifModifiedSince});
   request.headers.append(
       HttpHeader{.name = "Content-Type", .value = "application/x-www-form-urlencoded"});
-  const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
+  const HttpAnswer answer = co_await FetchPage(engine_, std::move(request));
   page = PageOf(answer, cancel);
   if (!page.Ok()) co_return page;
   if (decode) {
     const QString charset = modJUDG::CharsetOfPage(answer.body);
     page.text = Decode_ADDO::DecodeByTable(answer.body, charset);
   } else {
-    QStringList charsets = OutwardCharsets(answer);
-    charsets.append(u"UTF-8"_s);
+    const QStringList charsets{CharsetOfHead(answer.head), CharsetOfMark(answer.body), u"UTF-8"_s};
     page.text = Decode_ADDO::DecodeDocument(answer.body, charsets);
   }
   co_return page;
@@ -168,7 +154,7 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWholeBody(QString url, CancelTok
   request.idleTimeout = kLastPageSilence;
   request.acceptCompressed = false;
   request.useSystemProxy = false;
-  const HttpAnswer answer = co_await FetchWhole(engine_, std::move(request));
+  const HttpAnswer answer = co_await FetchPage(engine_, std::move(request));
   FetchedPage page = PageOf(answer, cancel);
   if (!page.Ok()) co_return page;
   // The character set is worked out and then not used: the result is always the text that the

@@ -48,6 +48,37 @@ TEST_F(Generator, RowsTellWhereALinkWasFoundAndWhereItLeads) {
   EXPECT_EQ(Short(job.RootBase()), "~/20240501");
 }
 
+TEST_F(Generator, FollowsLinksFromTheAddressThatAnsweredAndWithoutTheirReferences) {
+  Page("/", "s#x go.cgi?a=1&amp;b=&#50;#top p.html&#35;top");
+  server.Route("/s", Answer::Redirect("http://h.test/v1.0/s.html"));
+  Page("/v1.0/s.html", "t.html s.mp3");
+  Page("/v1.0/t.html", "t.mp3");
+  Page("/go.cgi?a=1&b=2", "go.mp3");
+  Page("/p.html", "p.mp3");
+  Set(TargetUrlItem::Depth, "2");
+  EXPECT_FALSE(Generate().failed);
+  EXPECT_EQ(Column(FileListRow::Address), "~/v1.0/t.mp3 ~/v1.0/s.mp3 ~/go.mp3 ~/p.mp3");
+  Generate(true);
+  EXPECT_EQ(Links(), "~/ t.html s go.cgi?a=1&amp;b=&#50; p.html");
+}
+
+TEST_F(Generator, ASiteThatMovedAsAWholeIsTheBaseOfItsRoot) {
+  using Case = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [root, answered, base] :
+       {Case("http://h.test/a/", "http://www.h.test/a/", "http://www.h.test/a"),
+        Case("http://www.h.test/a/", "http://h.test/new/", "~/a"),
+        Case("http://h.test/a/", "http://o.test/a/", "~/a"),
+        Case("http://h.test/a/", "http://h.test/b/", "~/a")}) {
+    server.SetFallback([&](const ReceivedRequest& request) {
+      const bool final = answered == "http://" + request.host + request.target;
+      return final ? Answer::Text("<p>") : Answer::Redirect(answered);
+    });
+    Set(TargetUrlItem::Root, root);
+    Generate();
+    EXPECT_EQ(Short(job.RootBase()), base) << root << " " << answered;
+  }
+}
+
 TEST_F(Generator, ListsThePagesThemselvesOnceAlsoUnderAnAddressThatALongerOneEndsWith) {
   Page("/",
        "a.html x.zip A.HTML ./a.html a.html#x go?to=http://h.test/b.html b.html #top "

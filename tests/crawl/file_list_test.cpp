@@ -165,7 +165,8 @@ TEST(RowAddress, TakesALinkWithItsOwnSchemeAsItIsOnlyForThePlayer) {
        {Case("a.mp3", "http://h/d/a.mp3", "http://h/d/a.mp3"),
         Case("/a.mp3", "http://h/a.mp3", "http://h/a.mp3"),
         Case("http://o/a b.mp3 ", "http://o/a b.mp3", "http://o/a b.mp3"),
-        Case("mms://o/a", "http://h/d/mms://o/a", "mms://o/a")}) {
+        Case("?a&amp;b", "http://h/d/?a&b", "http://h/d/?a&b"),
+        Case("mms://o/a&#38;b", "http://h/d/mms://o/a&b", "mms://o/a&b")}) {
     FileListRow row = Named(link);
     row.Set(FileListRow::BaseDir, "http://h/d");
     EXPECT_EQ(FileAddressOf(row), file);

@@ -29,12 +29,30 @@ TEST_F(Extractor, ReadsKeywordsAsFixedExpressions) {
   Html(R"(<a href="a.mp3"><a href="b.pdf"><img src="c.gif"><IMG SRC=d.GIF alt=x>)"
        R"(<img alt=x src="e.gif"><a url="f.MP3"><img src="g.jpeg">)");
   for (const auto& [pattern, links] :
-       {std::pair(".PDF", "a.mp3\" f.MP3\""), std::pair(".mp3", "a.mp3\" f.MP3\""),
-        std::pair(".gif", "c.gif\" d.GIF"), std::pair(".JPEG", "g.jpeg\""),
-        std::pair(".png", "")}) {
+       {std::pair(".PDF", "a.mp3 f.MP3"), std::pair(".mp3", "a.mp3 f.MP3"),
+        std::pair(".gif", "c.gif d.GIF"), std::pair(".JPEG", "g.jpeg"), std::pair(".png", "")}) {
     Set(TargetUrlItem::FilePattern, pattern);
     Generate();
     EXPECT_EQ(Links(), links) << pattern;
+    EXPECT_EQ(Column(FileListRow::Address).remove("~/"), links) << pattern;
+  }
+}
+
+TEST_F(Extractor, AnAddressIsTheLinkWithoutReferencesAgainstTheBaseOfThePage) {
+  using Case = std::tuple<const char*, const char*, const char*>;  // base element, column 4, 6
+  for (const auto& [base, directory, address] :
+       {Case("", "~/d", "~/d/f?a=1&b=é.mp3"), Case("http://o.test/e/x.html", "http://o.test/e", ""),
+        Case("http://o.test", "http://o.test", ""), Case("../e/", "~/e", "~/e/f?a=1&b=é.mp3"),
+        Case("/e&amp;g/i.html?u=http://x", "~/e&g", ""), Case("//o.test/", "http://o.test", ""),
+        Case("#x", "~/d", "")}) {
+    const QByteArray element = *base == 0 ? "" : QByteArray("<base href=\"") + base + "\">";
+    server.Route("/", Answer::Redirect("http://h.test/d/"));
+    server.Route("/d/", Answer::Text(element + "<a href=\"f?a=1&amp;b=&#xE9;.mp3\">"));
+    Generate();
+    EXPECT_EQ(Links(), "f?a=1&amp;b=&#xE9;.mp3") << "as written";
+    EXPECT_EQ(Column(FileListRow::BaseDir), directory) << base;
+    EXPECT_TRUE(*address == 0 || Column(FileListRow::Address) == address) << base;
+    EXPECT_EQ(FileAddressOf(files.Row(0)), files.Row(0)[FileListRow::Address]) << base;
   }
 }
 
@@ -45,8 +63,7 @@ TEST_F(Extractor, TakesTheLinkOutOfWhatTheExpressionCaught) {
   Generate();
   EXPECT_EQ(Links(), "a.mp3 b.mp3 c.mp3 de.mp3 foo=f.mp3 de.mp3")
       << "a link with a backslash is not met again under its stored form";
-  EXPECT_EQ(Rows().section('\n', 0, 0),
-            "|-|     -|a.mp3|http://o.test/d/|~/|http://o.test/d/a.mp3");
+  EXPECT_EQ(Rows().section('\n', 0, 0), "|-|     -|a.mp3|http://o.test/d|~/|http://o.test/d/a.mp3");
 }
 
 TEST_F(Extractor, ListsALinkOnceWhereverItStands) {

@@ -24,6 +24,7 @@ TEST(LocalTarget, ARowsAddressIsChosenByItsColumns) {
         // Not below its page's directory: worked out anew from the link.
         Case("/img/a.gif", "http://h/d", "http://h/img/a.gif", "http://h/img/a.gif"),
         Case("HTTP://o/a.gif", "http://h/d", "http://h/other", "HTTP://o/a.gif"),
+        Case("/a?b&amp;c", "http://h/d", "http://h/a?b&c", "http://h/a?b&c"),
         Case("b.gif", "", "", "http://root/b.gif"), Case("", "", "", "http://root/"),
         Case("", "http://h/d", "mms://h/a.wma", "http://h/d/"),
         Case("http://h/x", "", "http://h/y", "http://h/y")}) {
@@ -42,12 +43,16 @@ TEST(LocalTarget, ATreeMirrorsTheSiteAndKeepsOutsidersApart) {
         Case("http://h/base/x/y/a.mp3", "x\\y"), Case("http://h/root/x/a.mp3", "x"),
         Case("http://o/p/q/a.mp3", "zz-External\\o\\p\\q"),
         Case("http://h/base/../../etc/a.mp3", "_\\_\\etc"),
-        Case("http://h/base/%2e%2e/%2e%2e/a.mp3", "_\\_"),
+        Case("http://h/base/%2e%2e/%2e%2e/a.mp3", "%2e%2e\\%2e%2e"),
         Case("http://h/base/..\\..\\a/b.mp3", "_\\_\\a"),
         Case("http://../../../a.mp3", "zz-External\\_\\_\\_"),
         Case("nowhere/a.mp3", "zz-External")}) {
     EXPECT_EQ(TreeFolder(address, "http://h/base/index.html", "http://h/root/"), folder) << address;
   }
+  const QString coded = "http://h/%E6%97%A5/%E6%9C%AC.mp3?q=%41";
+  EXPECT_EQ(TreeFolder(coded, {}, "http://h/"), "%E6%97%A5");
+  EXPECT_EQ(TreeFolder(coded, {}, "http://h/", PercentCodes::Decode), "日");
+  EXPECT_EQ(LocalName("1_", coded, PercentCodes::Decode), "1_本.mp3?q=A");
   EXPECT_EQ(TreeFolder("http://h/a/b.mp3", {}, {}), "zz-External\\h\\a")
       << "no root contains anything";
   EXPECT_EQ(LocalName({}, "http://h/a.mp3?x=1"), "a.mp3?x=1");

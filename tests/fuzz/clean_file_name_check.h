@@ -5,8 +5,8 @@
 
 namespace zentorin::test {
 
-// Cleans a name, as file name and as relative path, and checks all that must hold of the results.
-// Answers what is wrong, empty when nothing is.
+// Cleans a name, as file name and as relative path, decoded and to the letter, and checks all that
+// must hold of the results. Answers what is wrong, empty when nothing is.
 QString FaultOfCleanedName(const QString& name);
 
 }  // namespace zentorin::test

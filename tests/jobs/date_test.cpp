@@ -98,6 +98,18 @@ TEST(DateTemplate, GivesWhatReplacingTemplateByTemplateGives) {
   }
 }
 
+TEST(DateTemplate, OfARootOnlyPlainDatesAreMeantUntilTheJobNamesItsFilesByDate) {
+  TargetUrlItem job;
+  job.Set(TargetUrlItem::Root, "http://h/{yyyy}/{yyyy年m月}/{mm-dd hh:nn}/{id}/{3F25}/{}/{-}/{d1}");
+  const QDateTime date = Wall("2011-05-15T01:02:00");
+  const QString plain = "http://h/2011/2011年5月/05-15 01:02/{id}/{3F25}/{}/{-}/{d1}";
+  EXPECT_EQ(ExpandedRoot(job, date), plain);
+  job.Set(TargetUrlItem::Format, "x");
+  EXPECT_EQ(ExpandedRoot(job, date), plain) << "no day window";
+  job.SetBeforeElement(0, "1");
+  EXPECT_TRUE(ExpandedRoot(job, date).endsWith("/i15/3F25/2011/05/15 01:02:00/-/151"));
+}
+
 TEST(DateTemplate, CountsADayWindowBackFromToday) {
   using Window = std::tuple<const char*, const char*, const char*>;
   for (const auto& [first, second, text] :

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "net/character_references.h"
 #include "net/pattern.h"
 #include "tests/support/random_text.h"
 
@@ -53,6 +54,27 @@ TEST(ApiWeb, ALinkBecomesAnAbsoluteAddressAndAPathIsJoinedToItsFolder) {
         Case("/home/u", "a", "\\home\\u\\a")}) {
     EXPECT_EQ(API_Web::ResolveLocal(folder, path), expected) << folder << " + " << path;
   }
+}
+
+TEST(ApiWeb, ReferencesAreDecodedOnceAndOnlyToWhatALinkMayHold) {
+  for (const auto& [link, decoded] :
+       {Pair("a?b=1&amp;c=2&d=3", "a?b=1&c=2&d=3"), Pair("&amp;amp;&#38;lt;", "&amp;&lt;"),
+        Pair("&#x26;&#X41;&#66;&#128512;&#x1F600;", "&AB😀😀"),
+        Pair("&lt;&gt;&quot;&apos;", "<>\"'"),
+        Pair("&#0;&#9;&#x1F;&#127;&#x9f;", "&#0;&#9;&#x1F;&#127;&#x9f;"),
+        Pair("&#xD800;&#xDFFF;&#x110000;", "&#xD800;&#xDFFF;&#x110000;"),
+        Pair("&;&#;&#x;&#+5;&#1e;&#99999999999;&copy;&ampx;&amp",
+             "&;&#;&#x;&#+5;&#1e;&#99999999999;"
+             "&copy;&ampx;&amp")}) {
+    EXPECT_EQ(DecodeReferences(link), decoded) << link;
+  }
+  EXPECT_EQ(WithoutFragment("a&#38;b#c"), "a&#38;b");
+  EXPECT_EQ(WithoutFragment("a&#b;c"), "a&");
+  EXPECT_EQ(API_Web::Moved("http://日.test/日/", "https://www.xn--wgv.test/x"),
+            "https://www.xn--wgv.test/%E6%97%A5/");
+  const qsizetype many = 1'000'000;
+  EXPECT_EQ(DecodeReferences(QString("&#38;").repeated(many)).size(), many);
+  EXPECT_EQ(WithoutFragment(QString("&#9").repeated(many)).size(), 1);
 }
 
 TEST(ApiWeb, ThePathBelowARootOrItsAlternative) {

@@ -1,28 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
-#include <iconv.h>
 
 #include "net/decode_addo.h"
 #include "net/modjudg.h"
+#include "tests/support/encoded.h"
 
 namespace zentorin {
 namespace {
 
 using modJUDG::kCertain;
-
-QByteArray Encoded(const QString& text, const char* charset) {
-  QByteArray in = text.toUtf8();
-  std::string out(static_cast<std::size_t>(in.size()) * 4 + 16, '\0');
-  char* from = in.data();
-  char* to = out.data();
-  auto inLeft = static_cast<std::size_t>(in.size());
-  std::size_t outLeft = out.size();
-  const iconv_t codec = iconv_open(charset, "UTF-8");
-  EXPECT_EQ(iconv(codec, &from, &inLeft, &to, &outLeft), 0U) << charset;
-  iconv(codec, nullptr, nullptr, &to, &outLeft);
-  iconv_close(codec);
-  return QByteArray(out.data(), static_cast<qsizetype>(out.size() - outLeft));
-}
+using test::Encoded;
 
 const QString kLong =
     "<html><head><title>音楽の部屋</title></head><body>こんにちは。このページには、"
@@ -37,6 +24,7 @@ TEST(ModJudg, FindsTheEncodingOfJapaneseText) {
        {Sample(kLong, "CP932", "SJIS"), Sample(kLong, "EUC-JP", "EUC"),
         Sample(kLong, "ISO-2022-JP", "JIS"), Sample(kLong, "UTF-8", "UTF8"),
         Sample(kLong, "UTF-7", "UTF7"), Sample(kLong, "UTF-16LE", "UNICODE"),
+        Sample(kLong, "UTF-16BE", "UNICODE"), Sample("<p>日本 </p>", "UTF-16LE", "UNICODE"),
         Sample(kana, "EUC-JP", "EUC"), Sample(kana, "ISO-2022-JP", "JIS"),
         Sample(kana, "UTF-8", "UTF8"), Sample(kana, "UTF-7", "UTF7"),
         Sample(kanji, "EUC-JP", "EUC"), Sample(kanji, "UTF-8", "UTF8"),

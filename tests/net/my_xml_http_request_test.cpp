@@ -35,14 +35,15 @@ class PageFetchTest : public testing::Test {
   MyXMLHttpRequest http{engine, activity, choices};
 };
 
-TEST_F(PageFetchTest, HeaderThenMarkThenDeclarationThenJudgeNameTheCharset) {
+TEST_F(PageFetchTest, MarkThenHeaderThenDeclarationThenJudgeNameTheCharset) {
   const QByteArray meta = "<meta http-equiv=x content='text/html; charset=";
   const QByteArray html = "text/html";
   using Case = std::pair<QByteArray, QByteArray>;
   for (const auto& [type, body] :
        {Case("text/html; Charset=\"Shift_JIS\"", meta + "utf-8'>" + kSjis),
         Case("text/html;charset=euc-jp", meta + "utf-8'>" + kEuc),
-        Case(html, "\xEF\xBB\xBF" + meta + "shift_jis'>" + kUtf8),
+        Case("text/html; charset=euc-jp", "\xEF\xBB\xBF" + meta + "shift_jis'>" + kUtf8),
+        Case("text/html; charset=utf-8", meta + "x-sjis'>" + kSjis),
         Case(html, meta + "euc-jp'>" + kEuc),
         Case(html, meta + "Shift_JIS'><script charset=utf-8>" + kSjis),
         Case(html, QByteArray("<p>\x1b$B") + "F|K\\" + "\x1b(B"),
