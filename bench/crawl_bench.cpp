@@ -11,6 +11,7 @@
 #include "crawl/file_list_generator.h"
 #include "jobs/job_editor.h"
 #include "jobs/url_list.h"
+#include "net/fetch_choices.h"
 #include "tests/crawl/memory_engine.h"
 #include "tests/support/fakes.h"
 
@@ -38,7 +39,8 @@ struct Bench {
   UrlList urlList;
   JobEditor job{urlList};
   FileList files;
-  CrawlContext context{http, activity, messages, clock, urlList, job, files};
+  FetchChoices choices;
+  CrawlContext context{http, activity, messages, clock, urlList, job, files, choices};
 };
 
 FetchedPage PageOfLinks(qint64 count, const QString& ending) {

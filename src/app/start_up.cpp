@@ -30,6 +30,22 @@ QString LoadList(Workspace& workspace, const QString& argument) {
   return message + kLineBreaks + outcome.NumberAndMessage();
 }
 
+// The choices of the file, and in the place of some of them those of the command line.
+Outcome LoadChoices(Workspace& workspace, const CommandLine& line) {
+  QStringList faults;
+  Outcome outcome = workspace.keptChoices.Load(workspace.ChoicesPath(), faults);
+  if (!outcome.Ok()) return outcome;
+  FetchChoices& choices = workspace.choices;
+  choices = workspace.keptChoices.choices;
+  choices.connectionsPerHost = line.connections.value_or(choices.connectionsPerHost);
+  choices.topSpeed = line.topSpeed.value_or(choices.topSpeed);
+  // Nobody waits for the answer: the program goes on with what it put in the place of the faults.
+  if (!faults.isEmpty()) {
+    workspace.world.messages.Ask(MessageBox::Error(faults.join("\r\n"_L1)));
+  }
+  return {};
+}
+
 // The steps in order; answers the message that ended them, or nothing.
 QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line,
                  const std::function<void()>& layOut) {
@@ -39,6 +55,8 @@ QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line
   }
   const Outcome settings = workspace.settings.Load(workspace.SettingsPath());
   if (!settings.Ok()) return settings.NumberAndMessage();
+  const Outcome choices = LoadChoices(workspace, line);
+  if (!choices.Ok()) return choices.NumberAndMessage();
   const Outcome patterns = workspace.patterns.LoadOrCreate(workspace.PatternsPath());
   if (!patterns.Ok()) return patterns.NumberAndMessage();
   if (layOut) layOut();
@@ -50,6 +68,7 @@ QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line
     return u"time の指定が不正です。"_s + kLineBreaks + line.invalidTime +
            u" → 11:34 の形式（時：分）"_s;
   }
+  if (!line.invalidNumber.isEmpty()) return line.invalidNumber;
   if (!line.autoMode) return {};
   const QString& listFile = workspace.urlList.CurrentListFile();
   if (listFile.isEmpty()) {

@@ -14,7 +14,8 @@ CrawlContext CrawlContextOf(Workspace& workspace) {
           .clock = workspace.clock,
           .urlList = workspace.urlList,
           .job = workspace.job,
-          .files = workspace.files};
+          .files = workspace.files,
+          .choices = workspace.choices};
 }
 
 DownloadContext DownloadContextOf(Workspace& workspace) {
@@ -25,7 +26,8 @@ DownloadContext DownloadContextOf(Workspace& workspace) {
            .capture = world.capture,
            .drives = workspace.drives,
            .options = workspace.settings.download,
-           .clock = workspace.clock},
+           .clock = workspace.clock,
+           .choices = workspace.choices},
           world.messages,
           world.opener,
           workspace.log,
@@ -50,6 +52,10 @@ Workspace::~Workspace() = default;
 
 QString Workspace::SettingsPath() const {
   return drives.ProgramFolder() + u"/Conf.txt"_s;
+}
+
+QString Workspace::ChoicesPath() const {
+  return drives.ProgramFolder() + u"/choices.ini"_s;
 }
 
 QString Workspace::PatternsPath() const {

@@ -18,6 +18,7 @@ class MessageBoxes;
 class MyXMLHttpRequest;
 class Pattern;
 class UrlList;
+struct FetchChoices;
 
 struct CrawlContext {
   MyXMLHttpRequest& http;
@@ -27,6 +28,7 @@ struct CrawlContext {
   UrlList& urlList;
   JobEditor& job;
   FileList& files;
+  const FetchChoices& choices;
 };
 
 // The user has been told of a refusal and of a fault.

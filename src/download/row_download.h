@@ -17,6 +17,7 @@ class DisplayClock;
 class Drives;
 class MyXMLHttpRequest;
 class StreamCapture;
+struct FetchChoices;
 
 struct DownloadOptions {
   bool openFolder = true;
@@ -36,6 +37,7 @@ struct FetchContext {
   const Drives& drives;
   const DownloadOptions& options;
   const DisplayClock& clock;
+  const FetchChoices& choices;
 };
 
 // The fields of the job that a run reads, as they stood when it started.

@@ -171,7 +171,8 @@ TEST_F(Generator, SurvivesALongChainOfPages) {
   });
   MyXMLHttpRequest http(engine);
   const CrawlContext c = CrawlContextOf(workspace);
-  FileListGenerator generator({http, c.activity, c.messages, c.clock, c.urlList, c.job, c.files});
+  FileListGenerator generator(
+      {http, c.activity, c.messages, c.clock, c.urlList, c.job, c.files, c.choices});
   QCoro::waitFor(generator.Generate(false, {}));
   EXPECT_EQ(files.Count(), kPages);
   EXPECT_EQ(files.Row(1)[FileListRow::Link], "f5000.mp3");
