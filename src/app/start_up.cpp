@@ -31,31 +31,27 @@ QString LoadList(Workspace& workspace, const QString& argument) {
 }
 
 // The choices of the file, and in the place of some of them those of the command line.
-Outcome LoadChoices(Workspace& workspace, const CommandLine& line) {
-  QStringList faults;
+Outcome LoadChoices(Workspace& workspace, const CommandLine& line, QStringList& faults) {
   Outcome outcome = workspace.keptChoices.Load(workspace.ChoicesPath(), faults);
   if (!outcome.Ok()) return outcome;
   FetchChoices& choices = workspace.choices;
   choices = workspace.keptChoices.choices;
   choices.connectionsPerHost = line.connections.value_or(choices.connectionsPerHost);
   choices.topSpeed = line.topSpeed.value_or(choices.topSpeed);
-  // Nobody waits for the answer: the program goes on with what it put in the place of the faults.
-  if (!faults.isEmpty()) {
-    workspace.world.messages.Ask(MessageBox::Error(faults.join("\r\n"_L1)));
-  }
   return {};
 }
 
-// The steps in order; answers the message that ended them, or nothing.
+// The steps in order; answers the message that ended them, or nothing. In `putRight` what was
+// wrong and ended nothing.
 QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line,
-                 const std::function<void()>& layOut) {
+                 const std::function<void()>& layOut, QStringList& putRight) {
   if (!AnsiCodecAvailable()) {
     return u"この環境では Shift_JIS（CP932）の変換が使えません。"
            "C ライブラリの iconv に CP932 の変換モジュール（gconv）がありません。"_s;
   }
   const Outcome settings = workspace.settings.Load(workspace.SettingsPath());
   if (!settings.Ok()) return settings.NumberAndMessage();
-  const Outcome choices = LoadChoices(workspace, line);
+  const Outcome choices = LoadChoices(workspace, line, putRight);
   if (!choices.Ok()) return choices.NumberAndMessage();
   const Outcome patterns = workspace.patterns.LoadOrCreate(workspace.PatternsPath());
   if (!patterns.Ok()) return patterns.NumberAndMessage();
@@ -84,7 +80,12 @@ QString RunSteps(Workspace& workspace, AutoRun& autoRun, const CommandLine& line
 
 QCoro::Task<bool> StartUp(Workspace& workspace, AutoRun& autoRun, const CommandLine& line,
                           std::function<void()> layOut) {
-  const QString fault = RunSteps(workspace, autoRun, line, layOut);
+  QStringList putRight;
+  const QString fault = RunSteps(workspace, autoRun, line, layOut, putRight);
+  // Nobody waits for this answer; a run that is armed by now does not hang on it.
+  if (!putRight.isEmpty()) {
+    workspace.world.messages.Ask(MessageBox::Error(putRight.join("\r\n"_L1)));
+  }
   if (fault.isEmpty()) co_return true;
   const MessageBox box = MessageBox::Error(fault);
   co_await workspace.world.messages.Ask(box);

@@ -82,7 +82,8 @@ TEST_F(KeptChoicesTest, AFileThatCannotBeReadOrWrittenIsTold) {
   EXPECT_TRUE(kept.Load(path, faults).message.contains(path));
   EXPECT_TRUE(kept.Save(path).Ok()) << "there is nothing to write";
   kept.choices.tries = 5;
-  EXPECT_TRUE(kept.Save(path).message.contains(path + "」を書き込めません"));
+  EXPECT_TRUE(kept.Save(path).message.endsWith(
+      path + "」を書き込めません。フォルダであるか、アクセスできないパスです（エラー 75）。"));
 }
 
 }  // namespace
