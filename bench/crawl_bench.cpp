@@ -11,6 +11,7 @@
 #include "crawl/file_list_generator.h"
 #include "jobs/job_editor.h"
 #include "jobs/url_list.h"
+#include "net/fetch_choices.h"
 #include "tests/crawl/memory_engine.h"
 #include "tests/support/fakes.h"
 

@@ -45,7 +45,11 @@ QCoro::Task<Outcome> CloseSteps(Workspace& workspace, AutoRun& autoRun) {
   co_await WaitForRest(workspace, autoRun);
   const bool asked = workspace.world.capture.AskToolToClose();
   if (asked) co_await QCoro::sleepFor(kToolWindowTime);
-  co_return workspace.settings.Save(workspace.SettingsPath());
+  Outcome settings = workspace.settings.Save(workspace.SettingsPath());
+  Outcome choices = workspace.keptChoices.Save(workspace.ChoicesPath());
+  if (settings.Ok()) co_return choices;
+  if (!choices.Ok()) settings.message += choices.message;
+  co_return settings;
 }
 
 }  // namespace zentorin

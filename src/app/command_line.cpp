@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QRegularExpression>
 
+#include "app/kept_choices.h"
 #include "base/drives.h"
 #include "base/number_text.h"
 #include "jobs/date_text.h"
@@ -69,6 +70,21 @@ QString AfterBatchActionFor(const QString& word) {
   return kActions.value(word, u"閉じる"_s);
 }
 
+// False, with the reason in `fault`, when the argument is no number of that range.
+bool TakeNumber(const QString& name, const QString& argument, const IntRange& range,
+                std::optional<int>& number, QString& fault) {
+  bool isNumber = false;
+  const int given = argument.toInt(&isNumber);
+  if (isNumber && range.Holds(given)) {
+    number = given;
+    return true;
+  }
+  fault = u"%1 の指定が不正です。\r\n\r\n%2 → %3 から %4 までの数"_s.arg(
+      name, argument.isEmpty() ? u"（値なし）"_s : argument, QString::number(range.least),
+      QString::number(range.most));
+  return false;
+}
+
 // Takes one option over; false when parsing ends with it.
 bool TakeOption(const QString& option, CommandLine& line) {
   const QStringList words = ParseOptionWords(option);
@@ -90,6 +106,10 @@ bool TakeOption(const QString& option, CommandLine& line) {
     if (line.autoMode) line.afterBatchAction = AfterBatchActionFor(argument);
   } else if (name == "f"_L1 || name == "file"_L1) {
     line.files.append(RestOfOption(option));
+  } else if (name == "connections"_L1) {
+    return TakeNumber(name, argument, kConnectionsPerHost, line.connections, line.invalidNumber);
+  } else if (name == "speed"_L1) {
+    return TakeNumber(name, argument, kTopSpeed, line.topSpeed, line.invalidNumber);
   }
   return true;
 }

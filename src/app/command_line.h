@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 namespace zentorin {
 
@@ -14,8 +15,11 @@ struct CommandLine {
   QString autoStartTime;     // as given; empty means at once
   QString afterBatchAction;  // one of PowerControl::Perform(), "閉じる" or empty
   bool trayMode = false;
-  QStringList files;    // file arguments in order, as given; each is loaded, the last one wins
-  QString invalidTime;  // the first time argument that is none; parsing stopped there
+  QStringList files;  // file arguments in order, as given; each is loaded, the last one wins
+  std::optional<int> connections;  // to a host, for this run
+  std::optional<int> topSpeed;     // KB a second, for this run; 0 for none
+  QString invalidTime;             // the first time argument that is none; parsing stopped there
+  QString invalidNumber;           // likewise of a number: its option, its value and what is valid
 };
 
 // The words of one option: tabs are blanks, runs of blanks and ideographic spaces collapse to their

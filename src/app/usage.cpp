@@ -24,6 +24,10 @@ QString HelpText() {
                            s, shutdown     シャットダウン
                            指定なし        閉じる
   -tasktray              ウィンドウを通知領域に入れて実行します。
+  -connections 数        一つのホストに同時に接続する数（1 から 12）。1 なら、必ず一つずつ順番に
+                         取得します。この実行だけに効きます。
+  -speed 数              ファイルを取得する速度の上限（KB/秒、0 は制限なし）。この実行だけに
+                         効きます。
   -debug                 デバッグ用のボタンを表示します。
   --help                 この説明を表示します。
   --version              バージョンを表示します。
@@ -34,7 +38,8 @@ QString HelpText() {
 終了ステータス: 0 正常、1 開始できない、2 取得できないファイルやページがある、130 中止
 
 環境変数:
-  ZENTORIN_HOME          プログラムのフォルダ（Conf.txt、reglist.txt、log.txt の場所）
+  ZENTORIN_HOME          プログラムのフォルダ（Conf.txt、choices.ini、reglist.txt、
+                         log.txt の場所）
   ZENTORIN_CONNECT_TO    接続先の置き換え（ホスト:ポート:アドレス:ポート[,…]）
   ZENTORIN_POWER         dry-run で、電源の操作を実行せずに表示だけします
 

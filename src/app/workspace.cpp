@@ -68,6 +68,10 @@ QString Workspace::SettingsPath() const {
   return drives.ProgramFolder() + u"/Conf.txt"_s;
 }
 
+QString Workspace::ChoicesPath() const {
+  return drives.ProgramFolder() + u"/choices.ini"_s;
+}
+
 QString Workspace::PatternsPath() const {
   return drives.ProgramFolder() + u"/reglist.txt"_s;
 }

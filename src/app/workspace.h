@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "app/app_settings.h"
+#include "app/kept_choices.h"
 #include "app/source_command.h"
 #include "base/activity.h"
 #include "base/display_clock.h"
@@ -48,12 +49,14 @@ class Workspace {
   Workspace& operator=(const Workspace&) = delete;
 
   QString SettingsPath() const;  // Conf.txt
+  QString ChoicesPath() const;   // choices.ini
   QString PatternsPath() const;  // reglist.txt
 
   World world;
   Drives drives;
   AppSettings settings;
-  FetchChoices choices;
+  KeptChoices keptChoices;
+  FetchChoices choices;  // in force: those kept, or this run's own
   Activity activity;
   DisplayClock clock;
   UrlList urlList;

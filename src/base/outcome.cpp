@@ -76,6 +76,11 @@ Outcome Outcome::Failed(RunTimeError error, const QString& message) {
   return {.error = error, .message = message, .subject = {}};
 }
 
+Outcome Outcome::FailedWithNumber(RunTimeError error, const QString& sentence) {
+  return Failed(error,
+                u"%1（エラー %2）。"_s.arg(sentence, QString::number(static_cast<int>(error))));
+}
+
 Outcome Outcome::Of(RunTimeError error, const QString& subject) {
   return {.error = error, .message = Words(error), .subject = subject};
 }

@@ -23,6 +23,8 @@ RunTimeError RunTimeErrorFromErrno(int systemError);
 // Done, or why not.
 struct [[nodiscard]] Outcome {
   static Outcome Failed(RunTimeError error, const QString& message);
+  // The message is the sentence, which has no full stop, and then the error's number.
+  static Outcome FailedWithNumber(RunTimeError error, const QString& sentence);
   static Outcome Of(RunTimeError error, const QString& subject = {});  // in the words of the error
   static Outcome OfErrno(int systemError, const QString& subject = {});
 

@@ -20,9 +20,8 @@ namespace {
 
 Outcome Failure(const QString& what, const QString& path, RunTimeError error,
                 const QString& reason) {
-  const int number = static_cast<int>(error);
-  return Outcome::Failed(error, u"ファイル「%1」を%2。%3（エラー %4）。"_s.arg(
-                                    EscapeForDisplay(path), what, reason, QString::number(number)));
+  return Outcome::FailedWithNumber(
+      error, u"ファイル「%1」を%2。%3"_s.arg(EscapeForDisplay(path), what, reason));
 }
 
 Outcome ReadFailure(const QString& path, RunTimeError error, const QString& reason = {}) {

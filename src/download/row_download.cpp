@@ -30,8 +30,8 @@ QString FolderPrefix(const QString& savePath, QString subFolder) {
   return WithSeparator(prefix + subFolder.replace(u'/', u'\\'));
 }
 
-PercentCodes CodesOf(const DownloadOptions& options) {
-  return options.decodeNames ? PercentCodes::Decode : PercentCodes::Keep;
+PercentCodes CodesOf(const FetchChoices& choices) {
+  return choices.decodeNames ? PercentCodes::Decode : PercentCodes::Keep;
 }
 
 bool FileExists(const QString& path) {
@@ -105,11 +105,11 @@ QCoro::Task<RowCode> RowDownload::FetchFile(QString address, RowOutcome& outcome
 
 QString RowDownload::SubFolder(const QString& address) const {
   if (!job_.treeFolder) return {};
-  return TreeFolder(address, job_.rootBase, job_.root, CodesOf(context_.options));
+  return TreeFolder(address, job_.rootBase, job_.root, CodesOf(context_.choices));
 }
 
 QString RowDownload::NameOf(const QString& prefix, const QString& address) const {
-  return LocalName(prefix, address, CodesOf(context_.options));
+  return LocalName(prefix, address, CodesOf(context_.choices));
 }
 
 // The code of a row that may not be written to that path.

@@ -17,6 +17,7 @@ class DisplayClock;
 class Drives;
 class MyXMLHttpRequest;
 class StreamCapture;
+struct FetchChoices;
 
 struct DownloadOptions {
   bool openFolder = true;
@@ -25,7 +26,6 @@ struct DownloadOptions {
   int streamingTool = 0;  // 0 VLC media player, 1 StreamGet
   bool addDate = false;
   QString addDateFormat = "yyyymmddhh_";
-  bool decodeNames = false;  // %XX in the names of files and folders
   bool autoClose = false;    // the program ends after a download command
 };
 

@@ -91,8 +91,11 @@ Outcome SaveFolder::Allows(const QString& path) const {
 bool SaveFolder::IsOwnFile(const QString& path) const {
   if (!isProgramFolder_) return false;
   const QFileInfo file(path);
-  if (file.path() != path_ || !file.exists()) return false;
+  if (file.path() != path_) return false;
   const QString name = file.fileName();
+  // A page may not bring it about either, nor the lock that goes with it.
+  if (name.startsWith("choices.ini"_L1)) return true;
+  if (!file.exists()) return false;
   return name == "Conf.txt"_L1 || name == "reglist.txt"_L1 || name == "log.txt"_L1 ||
          name.endsWith(".dat"_L1);
 }

@@ -49,9 +49,7 @@ constexpr QByteArrayView kSeparator(" = ");
 constexpr int kMaxQuoted = 40;  // characters of a faulty text that a message repeats
 
 Outcome FileFailure(const QString& what) {
-  constexpr RunTimeError kError = RunTimeError::Other;
-  return Outcome::Failed(
-      kError, u"%1（エラー %2）。"_s.arg(what, QString::number(static_cast<int>(kError))));
+  return Outcome::FailedWithNumber(RunTimeError::Other, what);
 }
 
 Outcome LineFailure(const QString& path, qsizetype line, const QString& reason) {

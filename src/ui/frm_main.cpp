@@ -346,6 +346,8 @@ void frmMain::OpenInputEditor(QComboBox* target) {
 
 void frmMain::OpenSettings() {
   const SettingContext context{.settings = context_.workspace.settings,
+                               .keptChoices = context_.workspace.keptChoices,
+                               .choices = context_.workspace.choices,
                                .dialogs = context_.dialogs,
                                .messages = context_.workspace.world.messages,
                                .programFolder = context_.workspace.drives.ProgramFolder(),

@@ -14,7 +14,7 @@
 namespace zentorin::test {
 namespace {
 
-// "debug|auto time|action|tray|file,file|!invalid time" of what is set.
+// "debug|auto time|action|tray|file,file|N to a host|N KB|!what is invalid" of what is set.
 QString Summary(const CommandLine& line) {
   QStringList parts;
   if (line.debugMode) parts.append("debug");
@@ -22,6 +22,9 @@ QString Summary(const CommandLine& line) {
   if (!line.afterBatchAction.isEmpty()) parts.append(line.afterBatchAction);
   if (line.trayMode) parts.append("tray");
   if (!line.files.isEmpty()) parts.append(line.files.join(u','));
+  if (line.connections) parts.append(QString::number(*line.connections) + " to a host");
+  if (line.topSpeed) parts.append(QString::number(*line.topSpeed) + " KB");
+  if (!line.invalidNumber.isEmpty()) parts.append(u'!' + line.invalidNumber);
   if (!line.invalidTime.isEmpty()) parts.append(u'!' + line.invalidTime);
   return parts.join(u'|');
 }
@@ -45,6 +48,9 @@ TEST(CommandLine, ReadsItsOptionsFromOneText) {
       {"-unknown -nothing 3 -debug", "debug"},
       {"-f  my  old list.dat ", "my  old list.dat"},
       {"-f \"a b.dat\" -f \tc.dat", "a b.dat,c.dat"},
+      {"-connections 1 -Speed 0 -speed 500", "1 to a host|500 KB"},
+      {"-connections 13 -debug", "!connections の指定が不正です。\r\n\r\n13 → 1 から 12 までの数"},
+      {"-speed -5", "!speed の指定が不正です。\r\n\r\n（値なし） → 0 から 1000000 までの数"},
       {"-f a-b.dat -debug", "debug|a-b.dat"},
   };
   for (const auto& [text, expected] : cases) {

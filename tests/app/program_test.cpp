@@ -177,6 +177,8 @@ TEST_F(ProgramTest, RefusesToStartWithAClearMessage) {
   const std::vector<std::pair<QStringList, QString>> cases = {
       {{"-a", "25:00", "-f", list},
        "エラー発生: time の指定が不正です。 / 25:00 → 11:34 の形式（時：分）\n"},
+      {{"-a", "-speed", "1x", "-f", list},
+       "エラー発生: speed の指定が不正です。 / 1x → 0 から 1000000 までの数\n"},
       {{"-a", "-f", "none.dat"}, "エラー発生: ＵＲＬリスト読み込みエラー / none.dat\n"},
       {{"-a"}, "エラー発生: 実行するファイルが指定されていない、もしくは不正です！\n"},
       {{"-a", "-f", binary}, "エラー発生: ＵＲＬリスト読み込みエラー / " + binary},
@@ -189,6 +191,16 @@ TEST_F(ProgramTest, RefusesToStartWithAClearMessage) {
     EXPECT_TRUE(run.Errors().contains(error)) << run.Errors().toStdString();
   }
   EXPECT_TRUE(server.Requests().isEmpty());
+}
+
+TEST_F(ProgramTest, TellsAWrongChoiceAndGoesOn) {
+  home.Write("list.dat", ListOf({"one"}));
+  const QByteArray choices = "[fetch]\ntries=many\n";
+  home.Write("choices.ini", choices);
+  EXPECT_EQ(program.Run({"-a", "-connections", "1", "-speed", "1000", "-f", "list.dat"}), 0);
+  EXPECT_TRUE(program.Errors().contains(home.Path("choices.ini") + "」の「fetch/tries」"));
+  EXPECT_EQ(home.Read("one/a.mp3"), "first song");
+  EXPECT_EQ(home.Read("choices.ini"), choices) << "what holds for one run is not kept";
 }
 
 TEST_F(ProgramTest, AnswersHelpAndVersionBeforeAnythingElse) {

@@ -88,6 +88,7 @@ TEST(SaveFolder, IsMadeWithItsParentsOrSaysWhyNotAndKeepsTheProgramsOwnFiles) {
   const SaveFolder folder(home.Path(), home.Path());
   EXPECT_FALSE(folder.Allows(home.Path("Conf.txt")).Ok());
   EXPECT_FALSE(folder.Allows(home.Path("jobs.dat")).Ok());
+  EXPECT_FALSE(folder.Allows(home.Path("choices.ini")).Ok()) << "though there is none yet";
   EXPECT_TRUE(folder.Allows(home.Path("a.mp3")).Ok());
   EXPECT_EQ(folder.Allows(home.Path(QString(5000, u'x'))).error, RunTimeError::BadFileName);
 }

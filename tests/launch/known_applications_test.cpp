@@ -38,6 +38,10 @@ TEST_F(KnownApplicationsTest, PlaceholdersStandForFolders) {
   tree_.Write(office + "Office16/winword.exe", "");
   tree_.Write(office + "Office12/Excel.exe", "");
   EXPECT_EQ(placeholders_.Expand("<OFFICE>a"), "C:\\Program Files\\Microsoft Office\\Office12\\a");
+  // The way back names the innermost folder, in any letter case, and none that only begins alike.
+  EXPECT_EQ(placeholders_.Collapse("c:\\windows\\System32\\calc.exe"), "<SYSTEM>\\calc.exe");
+  EXPECT_EQ(placeholders_.Collapse("C:\\WINDOWS"), "<WINDOWS>");
+  EXPECT_EQ(placeholders_.Collapse("C:\\WINDOWSILL\\a"), "C:\\WINDOWSILL\\a");
 }
 
 TEST_F(KnownApplicationsTest, TheDesktopsChoiceComesBeforeWhateverElseIsInstalled) {

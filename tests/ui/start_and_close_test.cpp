@@ -134,6 +134,38 @@ TEST_F(StartAndCloseTest, TheSettingsDialogTakesOverWhenItIsClosed) {
   EXPECT_EQ(w->Text("lblTimeLbl") + u' ' + w->Text("lblTime"), "GMT 2024/05/02 00:30:05");
 }
 
+TEST_F(StartAndCloseTest, TheSettingsDialogKeepsTheChoicesThatWereChangedInIt) {
+  home.Write("choices.ini", "[fetch]\ntries=3\n");
+  StartOnList({"-speed", "100", "-connections", "2"});
+  w->Click("mnuSetting");
+  EXPECT_EQ(w->Text("spnTopSpeed"), "100 KB/秒");
+  auto* connections = w->Find<QSpinBox>("spnConnections");
+  ASSERT_TRUE(QTest::qWaitForWindowActive(w->Find("frmSetting")));
+  QTest::keyClick(w->Find("frmSetting"), Qt::Key_N, Qt::AltModifier);
+  EXPECT_EQ(QApplication::focusWidget(), connections);
+  QTest::keyClicks(connections, "4");
+  w->Click("chkServerDate");
+  QTest::keyClick(w->Find("frmSetting"), Qt::Key_X, Qt::AltModifier);
+  const auto* decode = w->Find<QCheckBox>("chkDecodeNames");
+  EXPECT_TRUE(QTest::qWaitFor([decode] { return decode->isChecked(); }));
+  EXPECT_EQ(w->workspace.choices.connectionsPerHost, 2) << "until it is closed";
+  QTest::mouseClick(w->Find("frmSetting")->findChild<QWidget*>("cmdClose"), Qt::LeftButton);
+  const FetchChoices& choices = w->workspace.choices;
+  EXPECT_EQ(choices.connectionsPerHost, 4);
+  EXPECT_EQ(choices.tries, 3);
+  EXPECT_EQ(choices.topSpeed, 100);
+  EXPECT_TRUE(choices.keepServerDate && choices.decodeNames && !choices.proxyForFiles);
+  w->Click("cmdClose");
+  ASSERT_TRUE(WaitForExit());
+  Restart();
+  w->Start();
+  w->Click("mnuSetting");
+  EXPECT_EQ(w->Text("spnTopSpeed"), "制限なし") << "of that run only";
+  EXPECT_EQ(w->Text("spnConnections") + w->Text("spnTries"), "43 回");
+  EXPECT_EQ(w->Seen("chkServerDate chkDecodeNames chkProxyForFiles", "checked"),
+            "chkServerDate chkDecodeNames");
+}
+
 TEST_F(StartAndCloseTest, ABoxThatNobodyAnswersInAnArmedRunAnswersItself) {
   StartOnList({"-a", "23:59"});
   WindowMessages boxes(std::chrono::milliseconds(1));

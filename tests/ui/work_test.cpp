@@ -105,6 +105,9 @@ TEST_F(WorkTest, WorkLocksTheEditingSurfaceAndGivesTheFocusBack) {
     EXPECT_EQ(w->Seen(locked, "enabled"), QString());
     EXPECT_FALSE(w->Find<QMenu>("mnuFile")->menuAction()->isEnabled());
     EXPECT_FALSE(w->Find<QMenu>("mnuTool")->menuAction()->isEnabled());
+    EXPECT_EQ(w->Text("cmdCancel"), u"キャンセル"_s);
+    w->workspace.activity.SetCancelling();
+    EXPECT_EQ(w->Text("cmdCancel"), u"キャンセル処理中"_s);
   }
   EXPECT_EQ(w->Seen(locked, "enabled"), locked);
   EXPECT_EQ(QApplication::focusWidget(), w->Find("txtDescription"));

@@ -6,6 +6,7 @@
 
 #include "app/app_settings.h"
 #include "app/file_dialogs.h"
+#include "app/kept_choices.h"
 #include "base/message_boxes.h"
 #include "base/number_text.h"
 #include "ui/widgets/key_filter.h"
@@ -34,6 +35,7 @@ frmSetting::frmSetting(SettingContext context, QWidget* parent)
     : QDialog(parent), context_(std::move(context)), ui_(std::make_unique<Ui::frmSetting>()) {
   ui_->setupUi(this);
   Fill();
+  FillChoices();
   Connect();
 }
 
@@ -60,6 +62,20 @@ void frmSetting::Fill() {
   ui_->chkAddDate->setChecked(settings.download.addDate);
   ui_->txtAddDateFormat->setText(settings.download.addDateFormat);
   ui_->frAddDateFormat->setEnabled(settings.download.addDate);
+}
+
+void frmSetting::FillChoices() {
+  const auto fill = [](QSpinBox* box, const IntRange& range, int number) {
+    box->setRange(range.least, range.most);
+    box->setValue(number);
+  };
+  const FetchChoices& choices = context_.choices;
+  fill(ui_->spnConnections, kConnectionsPerHost, choices.connectionsPerHost);
+  fill(ui_->spnTries, kTries, choices.tries);
+  fill(ui_->spnTopSpeed, kTopSpeed, choices.topSpeed);
+  ui_->chkServerDate->setChecked(choices.keepServerDate);
+  ui_->chkDecodeNames->setChecked(choices.decodeNames);
+  ui_->chkProxyForFiles->setChecked(choices.proxyForFiles);
 }
 
 void frmSetting::Connect() {
@@ -117,7 +133,20 @@ QCoro::Task<void> frmSetting::TakeOver() {
   settings.download.wmaToMp3 = ui_->ChkWmaToMp3->isChecked();
   settings.download.streamingTool = ui_->frStreaming->property("Tag").toInt();
   settings.download.autoClose = ui_->ChkAutoClose->isChecked();
+  TakeChoices();
   accept();
+}
+
+// What the command line set for this run goes to the file only when it is changed here.
+void frmSetting::TakeChoices() {
+  const FetchChoices chosen{.connectionsPerHost = ui_->spnConnections->value(),
+                            .tries = ui_->spnTries->value(),
+                            .keepServerDate = ui_->chkServerDate->isChecked(),
+                            .decodeNames = ui_->chkDecodeNames->isChecked(),
+                            .topSpeed = ui_->spnTopSpeed->value(),
+                            .proxyForFiles = ui_->chkProxyForFiles->isChecked()};
+  context_.keptChoices.Take(context_.choices, chosen);
+  context_.choices = chosen;
 }
 
 }  // namespace zentorin

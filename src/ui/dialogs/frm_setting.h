@@ -14,11 +14,15 @@ class frmSetting;
 namespace zentorin {
 
 class FileDialogs;
+class KeptChoices;
 class MessageBoxes;
 struct AppSettings;
+struct FetchChoices;
 
 struct SettingContext {
   AppSettings& settings;
+  KeptChoices& keptChoices;
+  FetchChoices& choices;  // in force
   FileDialogs& dialogs;
   MessageBoxes& messages;
   QString programFolder;  // where the folder chooser starts when no folder is set
@@ -26,7 +30,7 @@ struct SettingContext {
 };
 
 // The settings dialog. The date prefix acts while the dialog is open; all other settings are taken
-// over by "閉じる". The file itself is written when the main window closes.
+// over by "閉じる". The files themselves are written when the main window closes.
 class frmSetting : public QDialog {
   Q_OBJECT
 
@@ -41,10 +45,12 @@ class frmSetting : public QDialog {
 
  private:
   void Fill();
+  void FillChoices();
   void Connect();
   void RefuseKey();
   QCoro::Task<void> PickFolder();
   QCoro::Task<void> TakeOver();
+  void TakeChoices();
 
   SettingContext context_;
   std::unique_ptr<Ui::frmSetting> ui_;

@@ -108,13 +108,13 @@ class VlcCaptureTest : private Unprivileged, public CaptureTest {
   // The whole run of a row, with the real player.
   RunOutcome RunRow(const QString& target, StreamCapture& player) {
     DownloadContext base = DownloadContextOf(workspace);
-    const DownloadContext context{
-        {base.engine, base.http, base.activity, player, base.drives, base.options, base.clock},
-        base.messages,
-        base.opener,
-        base.log,
-        base.job,
-        base.files};
+    const DownloadContext context{{base.engine, base.http, base.activity, player, base.drives,
+                                   base.options, base.clock, base.choices},
+                                  base.messages,
+                                  base.opener,
+                                  base.log,
+                                  base.job,
+                                  base.files};
     DownloadRun run(context, DownloadRun::Mode::Single, cancel.Token(), [](const FinishedRow&) {});
     Add(server.Url(target));
     return QCoro::waitFor(run.Run());
