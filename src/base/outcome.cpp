@@ -26,6 +26,7 @@ RunTimeError RunTimeErrorFromErrno(int systemError) {
       return RunTimeError::PathMissing;
     case EISDIR:
     case ELOOP:
+    case EXDEV:
     case ENXIO:
     case ENODEV:
     case EBUSY:

@@ -16,8 +16,9 @@ namespace zentorin {
 
 namespace {
 
-QByteArray FolderOf(const QByteArray& path) {
-  return path.left(std::max<qsizetype>(1, path.lastIndexOf('/')));
+QByteArray FolderOf(const QByteArray& name) {
+  const qsizetype slash = name.lastIndexOf('/');
+  return slash < 0 ? QByteArray(".") : name.left(std::max<qsizetype>(1, slash));
 }
 
 bool KnowsNoUnnamedFiles(int systemError) {
@@ -25,64 +26,74 @@ bool KnowsNoUnnamedFiles(int systemError) {
 }
 
 // Each false with errno set; EEXIST when something stands at the place.
-bool GiveName(int file, const QByteArray& path) {
+bool GiveName(int file, int folder, const QByteArray& name) {
   const QByteArray unnamed = "/proc/self/fd/" + QByteArray::number(file);
-  return ::linkat(AT_FDCWD, unnamed.constData(), AT_FDCWD, path.constData(), AT_SYMLINK_FOLLOW) ==
-         0;
+  return ::linkat(AT_FDCWD, unnamed.constData(), folder, name.constData(), AT_SYMLINK_FOLLOW) == 0;
 }
 
-bool Rename(const QByteArray& from, const QByteArray& to) {
-  if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0) {
+bool Rename(int folder, const QByteArray& from, const QByteArray& to) {
+  if (::renameat2(folder, from.constData(), folder, to.constData(), RENAME_NOREPLACE) == 0) {
     return true;
   }
   if (errno != EINVAL && errno != ENOSYS) return false;
   // A file system that cannot promise not to replace.
   struct stat status = {};
-  if (::lstat(to.constData(), &status) == 0) {
+  if (::fstatat(folder, to.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
     errno = EEXIST;
     return false;
   }
-  return ::rename(from.constData(), to.constData()) == 0;
+  return ::renameat(folder, from.constData(), folder, to.constData()) == 0;
+}
+
+Descriptor OpenAt(int folder, const QByteArray& name, int flags) {
+  constexpr mode_t kNewFileMode = 0666;
+  return Descriptor(::openat(folder, name.constData(),
+                             flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | O_WRONLY, kNewFileMode));
 }
 
 }  // namespace
 
 LocalFile::~LocalFile() {
-  if (!hidden_.isEmpty()) ::unlink(hidden_.constData());
+  if (!hidden_.isEmpty()) ::unlinkat(folder_, hidden_.constData(), 0);
 }
 
-Outcome LocalFile::Open(const QString& path) {
+Outcome LocalFile::Open(const QString& path, int folder) {
   if (path.isEmpty() || path.contains(QChar(u'\0'))) {
     return Outcome::Of(RunTimeError::BadFileName, path);
   }
-  path_ = QFile::encodeName(path);
+  folder_ = folder;
+  name_ = QFile::encodeName(folder == AT_FDCWD ? path : path.mid(path.lastIndexOf(u'/') + 1));
   struct stat status = {};
-  const bool isThere = ::lstat(path_.constData(), &status) == 0;
+  const bool isThere = ::fstatat(folder_, name_.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0;
   if (!isThere && errno != ENOENT) return Outcome::OfErrno(errno, path);
   isNew_ = !isThere;
-  if (isNew_) return OpenNew();
+  if (isNew_) {
+    const int error = OpenNew();
+    return error == 0 ? Outcome() : Outcome::OfErrno(error, path);
+  }
   if (!S_ISREG(status.st_mode)) return Outcome::Of(RunTimeError::PathAccess, path);
-  file_ = Descriptor(path, O_WRONLY | O_NOFOLLOW);
+  file_ = OpenAt(folder_, name_, O_NOFOLLOW);
   if (file_.Number() < 0) return Outcome::OfErrno(errno, path);
   return {};
 }
 
-Outcome LocalFile::OpenNew() {
-  const QByteArray folder = FolderOf(path_);
-  file_ = Descriptor(QFile::decodeName(folder), O_TMPFILE | O_WRONLY);
+// 0, or the system's error.
+int LocalFile::OpenNew() {
+  const QByteArray folder = FolderOf(name_);
+  file_ = OpenAt(folder_, folder, O_TMPFILE);
   for (int attempt = 0; file_.Number() < 0; ++attempt) {
     constexpr int kAttempts = 10;
     constexpr int kBase = 36;
     const bool tryNamed = attempt == 0 ? KnowsNoUnnamedFiles(errno) : errno == EEXIST;
     if (!tryNamed || attempt == kAttempts) {
       hidden_.clear();
-      return Outcome::OfErrno(errno, QFile::decodeName(path_));
+      return errno;
     }
     const quint32 number = QRandomGenerator::global()->generate();
     hidden_ = folder + "/.zentorin-" + QByteArray::number(number, kBase) + ".part";
-    file_ = Descriptor(QFile::decodeName(hidden_), O_CREAT | O_EXCL | O_WRONLY);
+    file_ = OpenAt(folder_, hidden_, O_CREAT | O_EXCL);
   }
-  return {};
+  return 0;
 }
 
 Outcome LocalFile::Write(QByteArrayView bytes) {
@@ -118,16 +129,18 @@ RowCode LocalFile::Keep() {
     return RunTimeErrorFromErrno(errno);
   }
   ApplyDate();
-  if (isNew_ && hidden_.isEmpty() && !GiveName(file_.Number(), path_)) {
+  struct stat status = {};
+  bytes_ = isNew_ || ::fstat(file_.Number(), &status) != 0 ? position_ : status.st_size;
+  if (isNew_ && hidden_.isEmpty() && !GiveName(file_.Number(), folder_, name_)) {
     return errno == EEXIST ? RowCode(RowCode::SkipExisting) : RunTimeErrorFromErrno(errno);
   }
   if (!file_.Close()) {
     const RunTimeError error = RunTimeErrorFromErrno(errno);
-    if (isNew_ && hidden_.isEmpty()) ::unlink(path_.constData());
+    if (isNew_ && hidden_.isEmpty()) ::unlinkat(folder_, name_.constData(), 0);
     return error;
   }
   if (hidden_.isEmpty()) return RowCode::Complete;
-  if (!Rename(hidden_, path_)) {
+  if (!Rename(folder_, hidden_, name_)) {
     return errno == EEXIST ? RowCode(RowCode::SkipExisting) : RunTimeErrorFromErrno(errno);
   }
   hidden_.clear();

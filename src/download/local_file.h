@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <optional>
 
+#include <fcntl.h>
 #include <sys/types.h>
 
 #include "base/descriptor.h"
@@ -27,7 +28,8 @@ class LocalFile {
   LocalFile& operator=(const LocalFile&) = delete;
   ~LocalFile();  // a new file that was not kept is gone
 
-  Outcome Open(const QString& path);
+  // `folder`: an open descriptor of the folder that `path` lies in, or AT_FDCWD.
+  Outcome Open(const QString& path, int folder = AT_FDCWD);
   Outcome Write(QByteArrayView bytes);
   Outcome StartOver();  // the next bytes are the first ones again
   // The file gets it instead of the time of writing.
@@ -36,14 +38,16 @@ class LocalFile {
   RowCode Keep();
 
   bool IsOpen() const { return file_.Number() >= 0; }
+  qint64 Bytes() const { return bytes_; }  // of a file that was kept
   bool HasChangedOldFile() const { return !isNew_ && hasWritten_; }
 
  private:
-  Outcome OpenNew();
+  int OpenNew();
   void ApplyDate() const;
 
   WriteCall write_;
-  QByteArray path_;
+  int folder_ = AT_FDCWD;
+  QByteArray name_;    // below the folder
   QByteArray hidden_;  // the name of a new file that needs one
   Descriptor file_;
   bool isNew_ = false;
@@ -51,6 +55,7 @@ class LocalFile {
   std::optional<QDateTime> date_;
   qint64 position_ = 0;
   qint64 farthest_ = 0;  // position of all tries
+  qint64 bytes_ = 0;
 };
 
 void DeleteLocalFile(const QString& path);  // leaves anything but a regular file alone

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "download/row_download.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 #include "base/activity.h"
 #include "base/display_clock.h"
@@ -34,9 +38,12 @@ PercentCodes CodesOf(const FetchChoices& choices) {
   return choices.decodeNames ? PercentCodes::Decode : PercentCodes::Keep;
 }
 
-bool FileExists(const QString& path) {
-  const QFileInfo file(path);
-  return file.exists() && !file.isDir();
+// A folder of that name is none.
+bool FileExists(const QString& path, int folder = AT_FDCWD) {
+  const QString name = folder == AT_FDCWD ? path : LastSegment(path);
+  struct stat status = {};
+  return ::fstatat(folder, QFile::encodeName(name).constData(), &status, 0) == 0 &&
+         !S_ISDIR(status.st_mode);
 }
 
 }  // namespace
@@ -66,12 +73,12 @@ QCoro::Task<RowOutcome> RowDownload::TakeRow(QString address, QString date) {
     co_return outcome;
   }
   outcome.folder = made.path;
+  folder_ = made.folder;
   if (IsStreamSuffix(SuffixOf(address))) {
     outcome.code = co_await CaptureStream(address, outcome);
   } else {
     outcome.code = co_await FetchFile(address, outcome);
   }
-  if (outcome.code == RowCode::Complete) outcome.bytes = QFileInfo(outcome.path).size();
   co_return outcome;
 }
 
@@ -93,10 +100,13 @@ QCoro::Task<RowCode> RowDownload::FetchFile(QString address, RowOutcome& outcome
   if (name.isEmpty()) co_return RunTimeError::BadFileName;
   const QString path = outcome.folder + u'/' + name;
   outcome.path = path;
-  if (const auto refusal = Refusal(path)) co_return *refusal;
+  if (!job_.overWrite && FileExists(path, folder_)) co_return RowCode::SkipExisting;
+  const Outcome allowed = saveFolder_.AllowsIn(path);
+  if (!allowed.Ok()) co_return allowed.error;
 
-  const FileDownload download = co_await download_.DownloadToFile(address, path);
+  const FileDownload download = co_await download_.DownloadToFile(address, path, folder_);
   outcome.reason = download.reason;
+  outcome.bytes = download.bytes;
   outcome.isFailure = download.code == RowCode::Fatal && !download.isGone;
   // Half an old and half a new file must not remain; one that was not touched yet stays.
   if (download.spoiled) DeleteLocalFile(path);
@@ -153,6 +163,7 @@ QCoro::Task<RowCode> RowDownload::CaptureStream(QString address, RowOutcome& out
       co_await context_.capture.Capture(request, context_.activity, cancel_);
   context_.activity.SetRecorded(std::nullopt);
   outcome.reason = recorded.reason;
+  if (recorded.code == RowCode::Complete) outcome.bytes = QFileInfo(request.path).size();
   if (!recorded.reason.isEmpty()) context_.activity.Say(recorded.reason, Tone::Fault);
   // As with plain files, also one that was to be written over.
   if (cancel_.Cancelled()) DeleteLocalFile(request.path);

@@ -26,7 +26,7 @@ struct DownloadOptions {
   int streamingTool = 0;  // 0 VLC media player, 1 StreamGet
   bool addDate = false;
   QString addDateFormat = "yyyymmddhh_";
-  bool autoClose = false;    // the program ends after a download command
+  bool autoClose = false;  // the program ends after a download command
 };
 
 struct FetchContext {
@@ -86,6 +86,7 @@ class RowDownload {
   RunJob job_;
   CancelToken cancel_;
   SaveFolder saveFolder_;
+  int folder_ = -1;  // of the row in hand, open; the save folder's
   SingleDownload download_;
 };
 

@@ -9,7 +9,10 @@
 #include <climits>
 #include <utility>
 
+#include <linux/openat2.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include "base/file_names.h"
 
@@ -58,6 +61,27 @@ Outcome MakeWithParents(const QString& path) {
   return {};
 }
 
+// Opens a folder at or below another one, so that no link leads out of it on the way. 0, or the
+// system's error.
+int OpenBelow(const QString& top, const QString& path, Descriptor& folder) {
+  constexpr int kFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
+  folder = Descriptor(top, kFlags);
+  if (folder.Number() < 0) return errno;
+  if (path == top) return 0;
+  const QByteArray below = QFile::encodeName(path.mid(top.size() + 1));
+  open_how how = {};
+  how.flags = kFlags;
+  how.resolve = RESOLVE_BENEATH;
+  const long opened = ::syscall(SYS_openat2, folder.Number(), below.constData(), &how, sizeof(how));
+  if (opened >= 0) {
+    folder = Descriptor(static_cast<int>(opened));
+    return 0;
+  }
+  if (errno != ENOSYS && errno != EPERM) return errno;
+  folder = Descriptor(path, kFlags);  // a system without that call
+  return folder.Number() < 0 ? errno : 0;
+}
+
 }  // namespace
 
 SaveFolder::SaveFolder(QString path, const QString& programFolder)
@@ -65,26 +89,55 @@ SaveFolder::SaveFolder(QString path, const QString& programFolder)
       isProgramFolder_(QFileInfo(path_).canonicalFilePath() ==
                        QFileInfo(programFolder).canonicalFilePath()) {}
 
-SaveFolder::Made SaveFolder::Make(const QString& subFolder) const {
+SaveFolder::Made SaveFolder::Make(const QString& subFolder) {
+  if (last_ && lastSubFolder_ == subFolder && IsStillThere()) return *last_;
+  last_.reset();
   Made made{.outcome = MakeWithParents(path_), .path = path_};
-  if (!made.outcome.Ok() || subFolder.isEmpty()) return made;
-  made.path += u'/' + QString(subFolder).replace(u'\\', u'/');
-  // Behind a file that stands where a folder is needed nothing can be looked at but the file.
-  const bool blocked = FolderError(made.path) == ENOTDIR;
-  made.outcome = Allows(blocked ? NearestEntry(made.path) : made.path);
-  made.refused = !made.outcome.Ok();
-  if (!made.refused) made.outcome = MakeWithParents(made.path);
+  if (made.outcome.Ok() && !subFolder.isEmpty()) {
+    made.path += u'/' + QString(subFolder).replace(u'\\', u'/');
+    made.outcome = MakeBelow(made.path, made.refused);
+  }
+  if (!made.outcome.Ok()) return made;
+  const int error = OpenBelow(path_, made.path, folder_);
+  if (error != 0) {
+    made.outcome = Outcome::OfErrno(error, made.path);
+    made.refused = true;
+    return made;
+  }
+  made.folder = folder_.Number();
+  lastSubFolder_ = subFolder;
+  last_ = made;
   return made;
 }
 
+Outcome SaveFolder::MakeBelow(const QString& path, bool& refused) const {
+  // Behind a file that stands where a folder is needed nothing can be looked at but the file.
+  const bool blocked = FolderError(path) == ENOTDIR;
+  const Outcome allowed = Allows(blocked ? NearestEntry(path) : path);
+  refused = !allowed.Ok();
+  return refused ? allowed : MakeWithParents(path);
+}
+
+// Somebody else may have moved or deleted it since.
+bool SaveFolder::IsStillThere() const {
+  struct stat now = {};
+  struct stat opened = {};
+  return ::stat(QFile::encodeName(last_->path).constData(), &now) == 0 &&
+         ::fstat(folder_.Number(), &opened) == 0 && now.st_ino == opened.st_ino &&
+         now.st_dev == opened.st_dev;
+}
+
 Outcome SaveFolder::Allows(const QString& path) const {
+  const Outcome allowed = AllowsIn(path);
+  if (!allowed.Ok()) return allowed;
+  return StaysInside(path_, path) ? Outcome() : Outcome::Of(RunTimeError::PathAccess, path);
+}
+
+Outcome SaveFolder::AllowsIn(const QString& path) const {
   if (QFile::encodeName(path).size() >= PATH_MAX) {
     return Outcome::Of(RunTimeError::BadFileName, path);
   }
-  if (IsOwnFile(path) || !StaysInside(path_, path)) {
-    return Outcome::Of(RunTimeError::PathAccess, path);
-  }
-  return {};
+  return IsOwnFile(path) ? Outcome::Of(RunTimeError::PathAccess, path) : Outcome();
 }
 
 // Without a save folder files go to the program's folder. No page may replace what lies there.

@@ -72,14 +72,13 @@ void SingleDownload::UseFewerDescriptors() {
   early_.clear();
 }
 
-QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString path) {
-  LocalFile file(write_);
-  ResumePoint point;
+QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString path, int folder) {
+  Target target{.path = path, .folder = folder, .file = LocalFile(write_), .point = {}};
   SecondChances chances(choices_, activity_, cancel_);
   std::unique_ptr<HttpTransfer> transfer = TakeEarly(url);
   bool wasEarly = transfer != nullptr;
   if (!wasEarly) transfer = engine_.Open(RequestFor(url));
-  Try attempt = co_await Receive(*transfer, url, path, file, point);
+  Try attempt = co_await Receive(*transfer, url, target);
   while (!cancel_.Cancelled()) {
     const bool asksAnew = wasEarly && attempt.refused && !attempt.result.isGone;
     if (!asksAnew && !(attempt.mayPass && chances.Left())) break;
@@ -91,22 +90,24 @@ QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString pa
     wasEarly = false;
     HttpRequest request = RequestFor(url);
     request.alone = true;
-    point.AskForRest(request);
+    target.point.AskForRest(request);
     transfer = engine_.Open(std::move(request));
-    attempt = co_await Receive(*transfer, url, path, file, point);
+    attempt = co_await Receive(*transfer, url, target);
   }
   FileDownload result = attempt.result;
   if (cancel_.Cancelled() && result.code != RowCode::Complete) result.code = RowCode::Cancelled;
   if (!result.reason.isEmpty() && chances.Used() > 0) {
     result.reason += u"、%1 回再試行"_s.arg(chances.Used());
   }
-  result.spoiled = result.code != RowCode::Complete && file.HasChangedOldFile();
+  result.spoiled = result.code != RowCode::Complete && target.file.HasChangedOldFile();
+  result.bytes = target.file.Bytes();
   co_return result;
 }
 
 QCoro::Task<SingleDownload::Try> SingleDownload::Receive(HttpTransfer& transfer, QString url,
-                                                         QString path, LocalFile& file,
-                                                         ResumePoint& point) {
+                                                         Target& target) {
+  LocalFile& file = target.file;
+  ResumePoint& point = target.point;
   Try attempt;
   attempt.result.code = RowCode::Cancelled;
   const HttpHead head = co_await transfer.Head();
@@ -124,12 +125,12 @@ QCoro::Task<SingleDownload::Try> SingleDownload::Receive(HttpTransfer& transfer,
     }
     co_return attempt;
   }
-  const Outcome placed = continues ? Outcome() : Place(head, path, file, point);
+  const Outcome placed = continues ? Outcome() : Place(head, target);
   if (!placed.Ok()) {
     NoteFault(attempt, placed);
     co_return attempt;
   }
-  const Outcome copied = co_await CopyBody(transfer, file, point);
+  const Outcome copied = co_await CopyBody(transfer, target);
   if (cancel_.Cancelled()) co_return attempt;
   // What broke off is not complete, whatever was written.
   HttpFailure failure = transfer.Failure();
@@ -166,10 +167,10 @@ void SingleDownload::NoteFault(Try& attempt, const Outcome& fault) {
 }
 
 // A whole answer begins: at the start of the file, whatever an earlier try has brought.
-Outcome SingleDownload::Place(const HttpHead& head, const QString& path, LocalFile& file,
-                              ResumePoint& point) {
-  point = ResumePoint(head);
-  const Outcome outcome = file.IsOpen() ? file.StartOver() : file.Open(path);
+Outcome SingleDownload::Place(const HttpHead& head, Target& target) const {
+  LocalFile& file = target.file;
+  target.point = ResumePoint(head);
+  const Outcome outcome = file.IsOpen() ? file.StartOver() : file.Open(target.path, target.folder);
   if (choices_.keepServerDate) {
     file.SetDate(ParseHttpDate(QString::fromLatin1(head.Header("Last-Modified"))));
   }
@@ -177,15 +178,14 @@ Outcome SingleDownload::Place(const HttpHead& head, const QString& path, LocalFi
 }
 
 // Block by block, so that a file of any size takes the memory of one.
-QCoro::Task<Outcome> SingleDownload::CopyBody(HttpTransfer& transfer, LocalFile& file,
-                                              ResumePoint& point) {
+QCoro::Task<Outcome> SingleDownload::CopyBody(HttpTransfer& transfer, Target& target) {
   while (true) {
     const QByteArray block = co_await transfer.NextBlock();
     if (cancel_.Cancelled() || block.isEmpty()) co_return Outcome();
-    const Outcome written = file.Write(block);
+    const Outcome written = target.file.Write(block);
     if (!written.Ok()) co_return written;
-    point.Add(block.size());
-    activity_.SetBytes(point.Written(), point.Length());
+    target.point.Add(block.size());
+    activity_.SetBytes(target.point.Written(), target.point.Length());
     if (choices_.topSpeed > 0) co_await speed_.Spend(block.size(), cancel_);
   }
 }

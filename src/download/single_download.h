@@ -25,6 +25,7 @@ struct FileDownload {
   RowCode code = RowCode::Complete;
   QString reason;        // why the address was not to be had
   bool isGone = false;   // its server says so
+  qint64 bytes = 0;      // size of the file after a complete download
   bool spoiled = false;  // what stood at the path holds bytes of a transfer without an end
 };
 
@@ -36,11 +37,11 @@ class SingleDownload {
   SingleDownload(HttpEngine& engine, Activity& activity, const FetchChoices& choices,
                  CancelToken cancel, LocalFile::WriteCall write = ::write);
 
-  // `path` is a path of this system whose folder exists. A new file is there whole or not at all;
-  // an old one that is half written over is the caller's to delete. Codes: Complete, Cancelled,
-  // Fatal when the address is not available (nothing is opened then), SkipExisting, or a run-time
-  // error.
-  QCoro::Task<FileDownload> DownloadToFile(QString url, QString path);
+  // `path` is a path of this system whose folder exists; `folder` as of LocalFile::Open(). A new
+  // file is there whole or not at all; an old one that is half written over is the caller's to
+  // delete. Codes: Complete, Cancelled, Fatal when the address is not available (nothing is opened
+  // then), SkipExisting, or a run-time error.
+  QCoro::Task<FileDownload> DownloadToFile(QString url, QString path, int folder = AT_FDCWD);
 
   // Sends the request for an address ahead of its turn. DownloadToFile() takes it over; what failed
   // for having been asked early is asked anew then. False when no more can wait.
@@ -62,10 +63,17 @@ class SingleDownload {
   HttpRequest RequestFor(const QString& url) const;
   std::unique_ptr<HttpTransfer> TakeEarly(const QString& url);
   void UseFewerDescriptors();
-  QCoro::Task<Try> Receive(HttpTransfer& transfer, QString url, QString path, LocalFile& file,
-                           ResumePoint& point);
-  Outcome Place(const HttpHead& head, const QString& path, LocalFile& file, ResumePoint& point);
-  QCoro::Task<Outcome> CopyBody(HttpTransfer& transfer, LocalFile& file, ResumePoint& point);
+  // Where a body goes, and how far it has come.
+  struct Target {
+    QString path;
+    int folder;
+    LocalFile file;
+    ResumePoint point;
+  };
+
+  QCoro::Task<Try> Receive(HttpTransfer& transfer, QString url, Target& target);
+  Outcome Place(const HttpHead& head, Target& target) const;
+  QCoro::Task<Outcome> CopyBody(HttpTransfer& transfer, Target& target);
   void NoteRefusal(Try& attempt, HttpFailure failure, int status, const QString& host);
   void NoteFault(Try& attempt, const Outcome& fault);
 

@@ -55,8 +55,6 @@ FetchedPage PageOf(const HttpAnswer& answer, const CancelToken& cancel) {
   return page;
 }
 
-}
-
 // What is no page is left at its head.
 QCoro::Task<HttpAnswer> FetchPage(HttpEngine& engine, HttpRequest request) {
   const std::unique_ptr<HttpTransfer> transfer = engine.Open(std::move(request));

@@ -226,7 +226,7 @@ TEST_F(DownloadRunTest, NamesAreThoseOfTheAddressUnlessTheUserWantsThemReadable)
   server.SetFallback([](const test::ReceivedRequest&) { return Answer::Text("x"); });
   job.EditFlag(TargetUrlItem::TreeFolder, true);
   for (const bool decode : {false, true}) {
-    options.decodeNames = decode;
+    workspace.choices.decodeNames = decode;
     EXPECT_EQ(MarkOf("http://o.test/%E6%97%A5/%E6%9C%AC.mp3?q=%31"), "o");
     EXPECT_EQ(home.Read(decode ? "save/zz-External/o.test/日/本.mp3?q=1"
                                : "save/zz-External/o.test/%E6%97%A5/%E6%9C%AC.mp3?q=%31"),
