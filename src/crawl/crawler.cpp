@@ -52,7 +52,7 @@ Crawler::Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* 
                  CancelToken cancel)
     : context_(context), subPages_(subPages), extractor_(extractor), cancel_(std::move(cancel)) {}
 
-QCoro::Task<int> Crawler::Run(CrawlStart start) {
+QCoro::Task<MissCounts> Crawler::Run(CrawlStart start) {
   startAddress_ = start.startAddress;
   if (extractor_ != nullptr) extractor_->SetStartAddress(startAddress_);
   Record root;
@@ -123,8 +123,8 @@ QCoro::Task<void> Crawler::Follow(Link link) {
     co_await Enter(record, page);
     co_return;
   }
-  NoteMissing(record.address, page);
-  if (extractor_ == nullptr) ListPage(record);
+  const MissReason missing = NoteMissing(record.address, page);
+  if (extractor_ == nullptr) ListPage(record, missing.text);
 }
 
 // The links are collected before the first is followed, so that the text of a page is needed only
@@ -176,15 +176,18 @@ QCoro::Task<void> Crawler::Take(Record record, FetchedPage page) {
 }
 
 // A page that its server does not know is passed over in silence.
-void Crawler::NoteMissing(const QString& address, const FetchedPage& page) {
-  if (page.failure == HttpFailure::Cancelled || IsGone(page.httpStatus)) return;
-  ++missing_;
-  const QString why = WhyNoAnswer(page.failure, page.httpStatus, {});
-  context_.activity.Say(
-      u"ページを取得できません: "_s + CutForDisplay(address) + u"（%1）"_s.arg(why), Tone::Fault);
+MissReason Crawler::NoteMissing(const QString& address, const FetchedPage& page) {
+  const MissReason why = MissReasonOf(page, address);
+  missing_.Add(why.kind);
+  if (IsFailure(why.kind)) {
+    const QString shown = CutForDisplay(address) + u"（%1）"_s.arg(CutForDisplay(why.text));
+    context_.activity.Say(u"ページを取得できません: "_s + shown, Tone::Fault);
+  }
+  return why;
 }
 
-void Crawler::ListPage(const Record& record) {
+// `missing`: why it could not be had.
+void Crawler::ListPage(const Record& record, const QString& missing) {
   FileListRow row;
   row.Set(FileListRow::Size, QLatin1StringView(FileListRow::kNoPageSize));
   row.Set(FileListRow::Link, record.link);
@@ -192,6 +195,7 @@ void Crawler::ListPage(const Record& record) {
   row.Set(FileListRow::Parent, record.parent);
   row.Set(FileListRow::Address, record.address);
   context_.files.Append(row, true);
+  context_.files.SetReason(context_.files.Count() - 1, missing);
   context_.activity.SetFound(context_.files.Count());
 }
 

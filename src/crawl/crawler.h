@@ -9,6 +9,7 @@
 #include "crawl/page_extractor.h"
 #include "crawl/suffix_index.h"
 #include "crawl/time_slice.h"
+#include "net/miss_reason.h"
 #include "net/my_xml_http_request.h"
 #include "net/pattern.h"
 
@@ -29,8 +30,8 @@ class Crawler {
   Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* extractor,
           CancelToken cancel);
 
-  // Answers how many pages could not be had. Ends early on a cancel.
-  QCoro::Task<int> Run(CrawlStart start);
+  // Answers which pages could not be had, by kind. Ends early on a cancel.
+  QCoro::Task<MissCounts> Run(CrawlStart start);
 
  private:
   struct Record {
@@ -59,8 +60,8 @@ class Crawler {
   QCoro::Task<void> CollectLinks(Frame& frame);
   QCoro::Task<void> Leave();
   QCoro::Task<void> Take(Record record, FetchedPage page);
-  void NoteMissing(const QString& address, const FetchedPage& page);
-  void ListPage(const Record& record);
+  MissReason NoteMissing(const QString& address, const FetchedPage& page);
+  void ListPage(const Record& record, const QString& missing = {});
   bool OutsideRoot(const QString& link, const QString& baseDir) const;
 
   const CrawlContext& context_;
@@ -71,7 +72,7 @@ class Crawler {
   SuffixIndex visited_;
   // From the root to the page in hand. No recursion: a chain may be as long as the depth typed.
   std::vector<Frame> path_;
-  int missing_ = 0;               // pages that could not be had
+  MissCounts missing_;            // pages that could not be had
   qsizetype heldCharacters_ = 0;  // page texts in path_
   TimeSlice slice_;
 };

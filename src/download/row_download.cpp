@@ -30,6 +30,36 @@ QString FolderPrefix(const QString& savePath, QString subFolder) {
   return WithSeparator(prefix + subFolder.replace(u'/', u'\\'));
 }
 
+// Of a file that came, or would have come, but was not saved.
+MissReason NotSaved(const RowOutcome& row) {
+  const bool noFolder = !row.folderOutcome.Ok();
+  const QString why =
+      noFolder ? row.folderOutcome.message : Outcome::Of(row.code.Error(), row.path).message;
+  const QString& subject = noFolder ? row.folderOutcome.subject : row.path;
+  return {MissKind::NotSaved, subject.isEmpty() ? why : subject + u": "_s + why};
+}
+
+// Of a recording that the tool itself says no more about.
+QString WhyNotRecorded(RowCode code) {
+  switch (code.Number()) {
+    case RowCode::ToolNotInstalled:
+      return u"ストリーミングの保存に使うプログラムがありません"_s;
+    case RowCode::Imperfect:
+      return u"最後まで録画できませんでした"_s;
+    case RowCode::DownloadFailed:
+      return u"録画できませんでした"_s;
+    default:
+      return {};
+  }
+}
+
+MissReason NotRecorded(const StreamOutcome& recorded, const QString& address) {
+  if (recorded.code.Number() >= 0 && !recorded.code.IsRunTimeError()) return {};
+  if (!recorded.reason.isEmpty()) return {MissKind::NotRecorded, recorded.reason};
+  const QString why = WhyNotRecorded(recorded.code);
+  return {MissKind::NotRecorded, why.isEmpty() ? why : HostOf(address) + u": "_s + why};
+}
+
 bool FileExists(const QString& path) {
   const QFileInfo file(path);
   return file.exists() && !file.isDir();
@@ -54,6 +84,7 @@ QCoro::Task<RowOutcome> RowDownload::Fetch(QString address, QString date) {
   if (!made.outcome.Ok()) {
     outcome.code = made.refused ? RowCode(made.outcome.error) : RowCode::FolderNotCreated;
     outcome.folderOutcome = made.outcome;
+    outcome.reason = NotSaved(outcome);
     co_return outcome;
   }
   outcome.folder = made.path;
@@ -63,6 +94,8 @@ QCoro::Task<RowOutcome> RowDownload::Fetch(QString address, QString date) {
     outcome.code = co_await FetchFile(address, outcome);
   }
   if (outcome.code == RowCode::Complete) outcome.bytes = QFileInfo(outcome.path).size();
+  const bool unexplained = outcome.reason.kind == MissKind::None;
+  if (unexplained && outcome.code.IsRunTimeError()) outcome.reason = NotSaved(outcome);
   co_return outcome;
 }
 
@@ -89,7 +122,6 @@ QCoro::Task<RowCode> RowDownload::FetchFile(QString address, RowOutcome& outcome
 
   const FileDownload download = co_await download_.DownloadToFile(address, path);
   outcome.reason = download.reason;
-  outcome.isFailure = download.code == RowCode::Fatal && !download.isGone;
   // Half an old and half a new file must not remain; one that was not touched yet stays.
   if (download.spoiled) DeleteLocalFile(path);
   co_return download.code == RowCode::Fatal ? RowCode(RowCode::SkipNone) : download.code;
@@ -103,17 +135,24 @@ std::optional<RowCode> RowDownload::Refusal(const QString& path) const {
 }
 
 // Of a stream that an .asx file names; empty when it names none.
-QCoro::Task<QString> RowDownload::StreamAddress(QString address) {
+QCoro::Task<QString> RowDownload::StreamAddress(QString address, RowOutcome& outcome) {
   if (SuffixOf(address) != ".asx"_L1) co_return address;
   const FetchedPage page = co_await context_.http.FetchPageText(address, cancel_);
-  co_return page.Ok() ? API_Web::StreamLink(page.text) : QString();
+  outcome.reason = MissReasonOf(page, address);
+  if (!page.Ok()) co_return QString();
+  const QString named = API_Web::StreamLink(page.text);
+  if (named.isEmpty()) {
+    const QString why = u"ストリームのアドレスが書かれていません"_s;
+    outcome.reason = {MissKind::NotRecorded, HostOf(address) + u": "_s + why};
+  }
+  co_return named;
 }
 
 QCoro::Task<RowCode> RowDownload::CaptureStream(QString address, RowOutcome& outcome) {
   StreamRequest request;
   request.tool = context_.options.streamingTool;
   request.showTool = context_.options.vlcShow;
-  request.address = co_await StreamAddress(address);
+  request.address = co_await StreamAddress(address, outcome);
   if (cancel_.Cancelled()) co_return RowCode::Cancelled;
   if (request.address.isEmpty()) {
     context_.activity.Say(u"ＵＲＬ無効"_s, Tone::Fault);
@@ -135,7 +174,7 @@ QCoro::Task<RowCode> RowDownload::CaptureStream(QString address, RowOutcome& out
   const StreamOutcome recorded =
       co_await context_.capture.Capture(request, context_.activity, cancel_);
   context_.activity.SetRecorded(std::nullopt);
-  outcome.reason = recorded.reason;
+  outcome.reason = NotRecorded(recorded, request.address);
   if (!recorded.reason.isEmpty()) context_.activity.Say(recorded.reason, Tone::Fault);
   // As with plain files, also one that was to be written over.
   if (cancel_.Cancelled()) DeleteLocalFile(request.path);

@@ -91,10 +91,9 @@ QCoro::Task<FileDownload> SingleDownload::Receive(HttpTransfer& transfer, QStrin
   if (cancel_.Cancelled()) co_return result;
   if (head.status != kHttpOk) {
     result.code = RowCode::Fatal;
-    result.isGone = IsGone(head.status);
     result.maySucceedLater = MayPass(transfer.Failure(), head.status);
     const QString answered = head.finalUrl.isEmpty() ? url : head.finalUrl;
-    result.reason = WhyNoAnswer(transfer.Failure(), head.status, HostOf(answered));
+    result.reason = MissReasonOf(transfer.Failure(), head.status, answered);
     co_return result;
   }
   LocalFile file(write_);
@@ -107,9 +106,8 @@ QCoro::Task<FileDownload> SingleDownload::Receive(HttpTransfer& transfer, QStrin
   if (result.code == RowCode::Complete) result.code = file.Keep();
   if (transfer.Failure() != HttpFailure::None && !cancel_.Cancelled()) {
     result.maySucceedLater = MayPass(transfer.Failure(), head.status);
-    const QString whole = length > 0 ? GroupedNumber(length) : u"?"_s;
-    result.reason = WhyNoAnswer(transfer.Failure(), head.status, HostOf(head.finalUrl)) +
-                    u"（%1 / %2 バイト）"_s.arg(GroupedNumber(written), whole);
+    const BytesReceived bytes{.received = written, .announced = length};
+    result.reason = MissReasonOf(transfer.Failure(), head.status, head.finalUrl, bytes);
   }
   result.spoiled = result.code != RowCode::Complete && file.HasChangedOldFile();
   co_return result;

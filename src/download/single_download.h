@@ -12,7 +12,7 @@
 #include "base/cancel_token.h"
 #include "download/local_file.h"
 #include "download/row_code.h"
-#include "net/http_engine.h"
+#include "net/miss_reason.h"
 
 namespace zentorin {
 
@@ -20,8 +20,7 @@ class Activity;
 
 struct FileDownload {
   RowCode code = RowCode::Complete;
-  QString reason;       // why the address was not to be had
-  bool isGone = false;  // its server says so
+  MissReason reason;  // why the address was not to be had
   bool maySucceedLater = false;
   bool spoiled = false;  // what stood at the path holds bytes of a transfer without an end
 };

@@ -18,8 +18,10 @@ enum class HttpFailure {
   BadAddress,  // not an http or https address that can be asked
   NoName,      // the host has no address
   NoConnection,
-  NoTrust,  // no TLS session: a certificate that does not fit, no common cipher
+  HostDown,  // not asked: no connection to it came about several times in a row
+  NoTrust,   // no TLS session: a certificate that does not fit, no common cipher
   TimedOut,
+  TooSlow,
   CutOff,       // the answer ended short of its length, or broke off
   TooLarge,     // body or headers over their limit
   BadAnswer,    // not HTTP, broken encoding

@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTextDocument>
 #include <QToolButton>
 #include <initializer_list>
 
@@ -90,6 +91,10 @@ void StatusBinding::ShowMessage() {
   const Message& message = activity_.Now().message;
   if (SetCaption(c_.lblStatus, message.text)) layout_.PlaceStatus();
   if (message.tone != shownTone_) ShowMessageColour();
+}
+
+void StatusBinding::SetDetails(const QString& details) {
+  c_.lblStatus->setToolTip(details.isEmpty() ? details : Qt::convertFromPlainText(details));
 }
 
 void StatusBinding::ShowMessageColour() {

@@ -26,6 +26,9 @@ class StatusBinding : public QObject {
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
+  // Words behind the status line's own, shown as its tool tip; a text without mark-up.
+  void SetDetails(const QString& details);
+
  Q_SIGNALS:
   // Controls were shown, hidden or renamed: the window has to lay itself out again.
   void LayoutNeeded();
