@@ -14,6 +14,7 @@
 #include "jobs/date_text.h"
 #include "jobs/job_editor.h"
 #include "net/api_web.h"
+#include "net/miss_reason.h"
 
 namespace zentorin {
 
@@ -98,7 +99,12 @@ QCoro::Task<void> PageExtractor::TakeCandidate(const Source& source, QString can
   const QString address = API_Web::Resolve(source.base, candidate);
   const bool ask = job.Flag(TargetUrlItem::DispModify);
   HttpHead head;
-  if (ask) head = co_await context_.http.QueryHead(address, cancel_);
+  MissReason unknown;  // why date and size are
+  if (ask) {
+    const HttpAnswer answer = co_await context_.http.QueryHead(address, cancel_);
+    head = answer.head;
+    unknown = MissReasonOf(answer.failure, head.status, address);
+  }
   FileDate date = ParseHttpDate(QString::fromLatin1(head.Header("Last-Modified")));
   if (date) date = context_.clock.Shown(*date);
   if (cancel_.Cancelled() || !InDateWindow(date) || !UnderRoot(candidate)) co_return;
@@ -112,6 +118,7 @@ QCoro::Task<void> PageExtractor::TakeCandidate(const Source& source, QString can
   row.Set(FileListRow::Parent, source.url);
   row.Set(FileListRow::Address, address);
   context_.files.Append(row, true);
+  context_.files.SetReason(context_.files.Count() - 1, unknown.text);
   context_.activity.SetFound(++rowCount_);
 }
 

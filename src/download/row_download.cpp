@@ -111,17 +111,20 @@ void RowDownload::Prepare(const QString& address) {
 }
 
 QCoro::Task<RowCode> RowDownload::FetchFile(QString address, RowOutcome& outcome) {
-  const QString prefix = co_await DatePrefix(address, outcome.date);
+  const QString prefix = co_await DatePrefix(address, outcome);
   // Without its prefix the name may be that of another file, which no cancel may delete.
   if (cancel_.Cancelled()) co_return RowCode::Cancelled;
   const QString name = LocalName(prefix, address);
   if (name.isEmpty()) co_return RunTimeError::BadFileName;
   const QString path = outcome.folder + u'/' + name;
   outcome.path = path;
-  if (const auto refusal = Refusal(path)) co_return *refusal;
+  if (const auto refusal = Refusal(path)) {
+    outcome.reason = {};
+    co_return *refusal;
+  }
 
   const FileDownload download = co_await download_.DownloadToFile(address, path);
-  outcome.reason = download.reason;
+  if (download.code != RowCode::Complete) outcome.reason = download.reason;
   // Half an old and half a new file must not remain; one that was not touched yet stays.
   if (download.spoiled) DeleteLocalFile(path);
   co_return download.code == RowCode::Fatal ? RowCode(RowCode::SkipNone) : download.code;
@@ -182,14 +185,16 @@ QCoro::Task<RowCode> RowDownload::CaptureStream(QString address, RowOutcome& out
 }
 
 // Empty when none is wanted and when no date is known. A date that the row lacks is asked for, in
-// the time that the file list shows.
-QCoro::Task<QString> RowDownload::DatePrefix(QString address, QString& date) {
+// the time that the file list shows; when no answer came, the outcome says why.
+QCoro::Task<QString> RowDownload::DatePrefix(QString address, RowOutcome& outcome) {
+  QString& date = outcome.date;
   const QString& format = context_.options.addDateFormat;
   if (!context_.options.addDate || format.isEmpty()) co_return QString();
   if (date.isEmpty() || date == "-"_L1) {
-    const QString header =
-        co_await context_.http.QueryHeader(address, HeaderSelector::LastModified, cancel_);
-    const auto modified = ParseHttpDate(header);
+    const HttpAnswer answer = co_await context_.http.QueryHead(address, cancel_);
+    const HttpHead& head = answer.head;
+    if (head.status == 0) outcome.reason = MissReasonOf(answer.failure, 0, address);
+    const auto modified = ParseHttpDate(QString::fromLatin1(head.Header("Last-Modified")));
     if (!modified) co_return QString();
     date = DisplayClock::TextOf(context_.clock.Shown(*modified));
   }

@@ -49,7 +49,7 @@ struct RunJob {
 
 struct RowOutcome {
   RowCode code = RowCode::Complete;
-  MissReason reason;      // why the file was not to be had; its text may be empty
+  MissReason reason;      // why the file, or the date in its name, was not to be had
   QString path;           // the local file, empty when it did not come so far
   qint64 bytes = 0;       // size of the file after a complete download, else 0
   QString date;           // the row's date, filled in when it had to be asked for
@@ -73,7 +73,7 @@ class RowDownload {
   QCoro::Task<RowCode> FetchFile(QString address, RowOutcome& outcome);
   QCoro::Task<RowCode> CaptureStream(QString address, RowOutcome& outcome);
   QCoro::Task<QString> StreamAddress(QString address, RowOutcome& outcome);
-  QCoro::Task<QString> DatePrefix(QString address, QString& date);
+  QCoro::Task<QString> DatePrefix(QString address, RowOutcome& outcome);
   std::optional<RowCode> Refusal(const QString& path) const;
 
   FetchContext context_;

@@ -10,6 +10,7 @@ void RunOutcome::Add(const RowOutcome& row) {
     case RowCode::Complete:
       ++completed;
       bytes += row.bytes;
+      Add(row.reason);
       return;
     case RowCode::Cancelled:
       return;

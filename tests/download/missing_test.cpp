@@ -143,7 +143,16 @@ TEST_F(MissingTest, ARowKeepsItsReasonUntilItIsFetchedAnew) {
     EXPECT_EQ(outcome.anyFailure, *mark != '-' && !reason.contains("404")) << address;
   }
   MarkOf("http://s.test/cut");
-  server.Route("/cut", test::Answer::Text("333"));
+  server.RouteTo("/cut", [this](const test::ReceivedRequest&) {
+    test::Answer answer = test::Answer::Text("333");
+    if (server.Hits("/cut") == 3) answer.raw = "no HTTP\r\n\r\n";
+    return answer;
+  });
+  options.addDate = true;
+  files.SelectAll();
+  EXPECT_EQ(ExitStatusOf(RunRows()), kExitFailures) << "it came without the date in its name";
+  EXPECT_NE(Reason(), "");
+  job.EditFlag(TargetUrlItem::OverWrite, true);
   files.SelectAll();
   RunRows();
   EXPECT_EQ(Marks(), "o");
