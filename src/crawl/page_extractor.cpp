@@ -103,7 +103,7 @@ QCoro::Task<void> PageExtractor::TakeCandidate(const Source& source, QString can
   if (ask) {
     const HttpAnswer answer = co_await context_.http.QueryHead(address, cancel_);
     head = answer.head;
-    unknown = MissReasonOf(answer.failure, head.status, address);
+    unknown = MissReasonOf(answer.failure, head.status, address).Of(u"更新日時とサイズ"_s);
   }
   FileDate date = ParseHttpDate(QString::fromLatin1(head.Header("Last-Modified")));
   if (date) date = context_.clock.Shown(*date);

@@ -193,7 +193,9 @@ QCoro::Task<QString> RowDownload::DatePrefix(QString address, RowOutcome& outcom
   if (date.isEmpty() || date == "-"_L1) {
     const HttpAnswer answer = co_await context_.http.QueryHead(address, cancel_);
     const HttpHead& head = answer.head;
-    if (head.status == 0) outcome.reason = MissReasonOf(answer.failure, 0, address);
+    if (head.status == 0) {
+      outcome.reason = MissReasonOf(answer.failure, 0, address).Of(u"更新日時"_s);
+    }
     const auto modified = ParseHttpDate(QString::fromLatin1(head.Header("Last-Modified")));
     if (!modified) co_return QString();
     date = DisplayClock::TextOf(context_.clock.Shown(*modified));

@@ -82,6 +82,11 @@ bool IsFailure(MissKind kind) {
   return kind != MissKind::None && kind != MissKind::Gone;
 }
 
+MissReason MissReason::Of(const QString& part) const {
+  if (kind == MissKind::None) return *this;
+  return {kind, u"%1を取得できません（%2）"_s.arg(part, text)};
+}
+
 MissReason MissReasonOf(HttpFailure failure, int httpStatus, const QString& url,
                         std::optional<BytesReceived> bytes) {
   // A server that says so has said all, whatever became of the rest of its answer.

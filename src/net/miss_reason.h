@@ -34,6 +34,9 @@ bool IsFailure(MissKind kind);
 
 // Why a row, a page or a list was not to be had.
 struct MissReason {
+  // The same reason, told of a part of it.
+  MissReason Of(const QString& part) const;
+
   MissKind kind = MissKind::None;
   QString text;  // "host: why", in Japanese and without a full stop; null with None
 };

@@ -83,10 +83,10 @@ void TerminalProgress::ShowRow(const FinishedRow& row) {
     }
   }
   lastRowText_ = row.text;
+  const QString& reason = row.outcome.reason.text;
   const bool asHoped =
       row.outcome.code == RowCode::Complete || row.outcome.code == RowCode::SkipExisting;
-  if (terminal_.IsTerminal() && asHoped) return;
-  const QString& reason = row.outcome.reason.text;
+  if (terminal_.IsTerminal() && asHoped && reason.isEmpty()) return;
   Print(row.text + u"  "_s + row.address + (reason.isEmpty() ? reason : u"  （%1）"_s.arg(reason)));
 }
 

@@ -94,7 +94,8 @@ void StatusBinding::ShowMessage() {
 }
 
 void StatusBinding::SetDetails(const QString& details) {
-  c_.lblStatus->setToolTip(details.isEmpty() ? details : Qt::convertFromPlainText(details));
+  c_.lblStatus->setToolTip(
+      details.isEmpty() ? details : Qt::convertFromPlainText(details, Qt::WhiteSpaceNormal));
 }
 
 void StatusBinding::ShowMessageColour() {

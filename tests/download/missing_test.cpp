@@ -151,7 +151,7 @@ TEST_F(MissingTest, ARowKeepsItsReasonUntilItIsFetchedAnew) {
   options.addDate = true;
   files.SelectAll();
   EXPECT_EQ(ExitStatusOf(RunRows()), kExitFailures) << "it came without the date in its name";
-  EXPECT_NE(Reason(), "");
+  EXPECT_EQ(Reason(), "更新日時を取得できません（s.test: 応答が正しくありません）");
   job.EditFlag(TargetUrlItem::OverWrite, true);
   files.SelectAll();
   RunRows();

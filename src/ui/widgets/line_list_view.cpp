@@ -67,8 +67,8 @@ class LineDelegate : public QStyledItemDelegate {
                  const QModelIndex& index) override {
     const QString text = index.data(Qt::ToolTipRole).toString();
     if (event->type() != QEvent::ToolTip || text.isEmpty()) return false;
-    QToolTip::showText(event->globalPos(), Qt::convertFromPlainText(text), view->viewport(),
-                       option.rect);
+    QToolTip::showText(event->globalPos(), Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal),
+                       view->viewport(), option.rect);
     return true;
   }
 
