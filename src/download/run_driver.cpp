@@ -157,7 +157,8 @@ QCoro::Task<RunOutcome> RunDriver::Download(DownloadRun::Mode mode, CancelToken 
 }
 
 QCoro::Task<RunOutcome> RunDriver::SingleRun(CancelToken cancel) {
-  const RunOutcome outcome = co_await Download(DownloadRun::Mode::Single, cancel);
+  RunOutcome outcome = co_await Download(DownloadRun::Mode::Single, cancel);
+  outcome.jobs = 1;
   if (!outcome.errorFlag) {
     context_.activity.Say(u"処理終了"_s, Tone::Good);
   } else if (!cancel.Cancelled() && !outcome.fatal && context_.log.Exists()) {

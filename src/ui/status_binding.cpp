@@ -89,13 +89,25 @@ void StatusBinding::Show() {
 
 void StatusBinding::ShowMessage() {
   const Message& message = activity_.Now().message;
-  if (SetCaption(c_.lblStatus, message.text)) layout_.PlaceStatus();
+  if (SetCaption(c_.lblStatus, message.text)) {
+    layout_.PlaceStatus();
+    ShowDetails();
+  }
   if (message.tone != shownTone_) ShowMessageColour();
 }
 
 void StatusBinding::SetDetails(const QString& details) {
-  c_.lblStatus->setToolTip(
-      details.isEmpty() ? details : Qt::convertFromPlainText(details, Qt::WhiteSpaceNormal));
+  details_ = details;
+  ShowDetails();
+}
+
+// A fault without further words is repeated whole: the line may be too short for it.
+void StatusBinding::ShowDetails() {
+  const Message& message = activity_.Now().message;
+  QString text = details_;
+  if (text.isEmpty() && message.tone == Tone::Fault) text = message.text;
+  c_.lblStatus->setToolTip(text.isEmpty() ? text
+                                          : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));
 }
 
 void StatusBinding::ShowMessageColour() {

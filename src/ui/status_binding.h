@@ -37,6 +37,7 @@ class StatusBinding : public QObject {
   void Show();
   void ShowMessage();
   void ShowMessageColour();
+  void ShowDetails();
   void ShowProgress();
   void ShowRowCount();
   void ShowBusy();
@@ -51,6 +52,7 @@ class StatusBinding : public QObject {
   MainControls& c_;
   MainLayout& layout_;
   JobBinding& job_;
+  QString details_;
   bool shownBusy_ = false;
   QPointer<QWidget> focusBefore_;  // had the focus when work began
   QPointer<QWidget> focusDuring_;  // got it from there

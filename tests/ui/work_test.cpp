@@ -110,7 +110,13 @@ TEST_F(WorkTest, ARowThatFailedSaysWhyUnderThePointer) {
   tipOver(0);
   EXPECT_EQ(list->toolTip(), "2個") << "a row that came leaves the tool tip to the list";
   EXPECT_TRUE(tipOver(1).contains("site.test: HTTP 403")) << tipOver(1).toStdString();
-  EXPECT_TRUE(w->Find("lblStatus")->toolTip().contains("HTTP エラー 1"));
+  EXPECT_TRUE(w->Find("lblStatus")->toolTip().contains("（HTTP エラー 1）"));
+  server.Route("/sub.html", Answer::Status(500));
+  w->workspace.job.Edit(TargetUrlItem::Depth, "2");
+  w->Click("cmdGo_All_1");
+  ASSERT_TRUE(WaitForRest());
+  EXPECT_EQ(w->Text("lblStatus"), "ファイルリストは完全ではありません（HTTP エラー 1）");
+  EXPECT_TRUE(w->Find("lblStatus")->toolTip().contains(w->Text("lblStatus")));
 }
 
 TEST_F(WorkTest, WorkLocksTheEditingSurfaceAndGivesTheFocusBack) {
