@@ -81,7 +81,9 @@ void AutoRun::GiveUp() {
   if (state_ != State::Armed) return;
   Reset();
   Q_EMIT TitleChanged(ProductTitle());
-  Q_EMIT Finished({.cancelled = true});
+  RunOutcome outcome;
+  outcome.cancelled = true;
+  Q_EMIT Finished(outcome);
 }
 
 // False when another run holds it.

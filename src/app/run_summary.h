@@ -7,6 +7,8 @@ namespace zentorin {
 
 struct RunOutcome;
 
-QString SummaryOf(const RunOutcome& outcome);  // one line: how it ended, and its counts
+// How a run ended and its counts, also of what was missed by kind; on a second line the jobs whose
+// root URL was not found, if there are any.
+QString SummaryOf(const RunOutcome& outcome);
 
 }  // namespace zentorin

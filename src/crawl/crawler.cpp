@@ -18,7 +18,7 @@ Crawler::Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* 
                  CancelToken cancel)
     : context_(context), subPages_(subPages), extractor_(extractor), cancel_(std::move(cancel)) {}
 
-QCoro::Task<int> Crawler::Run(CrawlStart start) {
+QCoro::Task<MissCounts> Crawler::Run(CrawlStart start) {
   if (extractor_ != nullptr) extractor_->SetStartAddress(start.startAddress);
   PageRecord root;
   root.link = start.startAddress;
@@ -64,8 +64,8 @@ QCoro::Task<void> Crawler::TakeStep(PageWalk& walk, PageWalk::Step& step) {
   const FetchedPage page = co_await walk.PageOf(step);
   if (cancel_.Cancelled()) co_return;
   if (step.kind == PageWalk::Step::Kind::Missing) {
-    NoteMissing(step.record.address, page);
-    if (extractor_ == nullptr) ListPage(step.record);
+    const MissReason missing = NoteMissing(step.record.address, page);
+    if (extractor_ == nullptr) ListPage(step.record, missing.text);
     co_return;
   }
   co_await Take(step.record, page);
@@ -82,16 +82,20 @@ QCoro::Task<void> Crawler::Take(PageRecord record, FetchedPage page) {
 }
 
 // A page that its server does not know is passed over in silence.
-void Crawler::NoteMissing(const QString& address, const FetchedPage& page) {
-  if (page.failure == HttpFailure::Cancelled || IsGone(page.httpStatus)) return;
-  ++missing_;
-  const QString why = WhyNoAnswer(page.failure, page.httpStatus, {});
-  const QString what =
-      page.Ok() ? u"ページが途中で切れています: "_s : u"ページを取得できません: "_s;
-  context_.activity.Say(what + CutForDisplay(address) + u"（%1）"_s.arg(why), Tone::Fault);
+MissReason Crawler::NoteMissing(const QString& address, const FetchedPage& page) {
+  const MissReason why = MissReasonOf(page, address);
+  missing_.Add(why.kind);
+  if (IsFailure(why.kind)) {
+    const QString what =
+        page.Ok() ? u"ページが途中で切れています: "_s : u"ページを取得できません: "_s;
+    const QString shown = CutForDisplay(address) + u"（%1）"_s.arg(CutForDisplay(why.text));
+    context_.activity.Say(what + shown, Tone::Fault);
+  }
+  return why;
 }
 
-void Crawler::ListPage(const PageRecord& record) {
+// `missing`: why it could not be had.
+void Crawler::ListPage(const PageRecord& record, const QString& missing) {
   FileListRow row;
   row.Set(FileListRow::Size, QLatin1StringView(FileListRow::kNoPageSize));
   row.Set(FileListRow::Link, record.link);
@@ -99,6 +103,7 @@ void Crawler::ListPage(const PageRecord& record) {
   row.Set(FileListRow::Parent, record.parent);
   row.Set(FileListRow::Address, record.address);
   context_.files.Append(row, true);
+  context_.files.SetReason(context_.files.Count() - 1, missing);
   context_.activity.SetFound(context_.files.Count());
 }
 

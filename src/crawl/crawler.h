@@ -7,6 +7,7 @@
 
 #include "crawl/page_extractor.h"
 #include "crawl/page_walk.h"
+#include "net/miss_reason.h"
 #include "net/my_xml_http_request.h"
 #include "net/pattern.h"
 
@@ -27,20 +28,20 @@ class Crawler {
   Crawler(const CrawlContext& context, Pattern& subPages, PageExtractor* extractor,
           CancelToken cancel);
 
-  // Answers how many pages could not be had. Ends early on a cancel.
-  QCoro::Task<int> Run(CrawlStart start);
+  // Answers which pages could not be had, by kind. Ends early on a cancel.
+  QCoro::Task<MissCounts> Run(CrawlStart start);
 
  private:
   QCoro::Task<void> TakeStep(PageWalk& walk, PageWalk::Step& step);
   QCoro::Task<void> Take(PageRecord record, FetchedPage page);
-  void NoteMissing(const QString& address, const FetchedPage& page);
-  void ListPage(const PageRecord& record);
+  MissReason NoteMissing(const QString& address, const FetchedPage& page);
+  void ListPage(const PageRecord& record, const QString& missing = {});
 
   const CrawlContext& context_;
   Pattern& subPages_;
   PageExtractor* extractor_;
   CancelToken cancel_;
-  int missing_ = 0;  // pages that could not be had
+  MissCounts missing_;  // pages that could not be had
 };
 
 }  // namespace zentorin

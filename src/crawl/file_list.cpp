@@ -22,7 +22,7 @@ FileList::FileList(QObject* parent) : QAbstractTableModel(parent) {
 }
 
 void FileList::Append(const FileListRow& row, bool makeCurrent) {
-  rows_.push_back({row, true});
+  rows_.push_back({row, true, nullptr});
   ++selectedCount_;
   if (makeCurrent) currentRow_ = Count() - 1;
   throttle_.Touch();
@@ -47,6 +47,20 @@ void FileList::SetRow(int row, const FileListRow& value) {
   rows_[row].row = value;
   if (row >= announced_) return;
   Q_EMIT dataChanged(index(row, 0), index(row, FileListRow::kColumnCount - 1));
+}
+
+QString FileList::Reason(int row) const {
+  const auto& reason = rows_[row].reason;
+  return reason ? *reason : QString();
+}
+
+void FileList::SetReason(int row, const QString& reason) {
+  auto& kept = rows_[row].reason;
+  if (reason.isEmpty()) {
+    kept.reset();
+  } else {
+    kept = std::make_unique<const QString>(reason);
+  }
 }
 
 void FileList::SelectRange(int first, int last, bool selected) {
@@ -176,7 +190,9 @@ int FileList::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant FileList::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || role != Qt::DisplayRole) return {};
+  if (!index.isValid()) return {};
+  if (role == Qt::ToolTipRole) return CutForDisplay(Reason(index.row()));
+  if (role != Qt::DisplayRole) return {};
   return EscapeForDisplay(rows_[index.row()].row[FileListRow::Column(index.column())]);
 }
 

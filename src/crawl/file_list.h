@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -25,7 +26,10 @@ class FileList : public QAbstractTableModel {
   int CurrentRow() const { return currentRow_; }  // -1 when there is none
 
   void Append(const FileListRow& row, bool makeCurrent = false);  // adds it selected
-  void SetRow(int row, const FileListRow& value);
+  void SetRow(int row, const FileListRow& value);                 // keeps its reason
+  // Why the row could not be had; stays with it until it is set anew. Empty for none.
+  QString Reason(int row) const;
+  void SetReason(int row, const QString& reason);
   void SetSelected(int row, bool selected) { SelectRange(row, row, selected); }
   void SelectRange(int first, int last, bool selected);  // both included
   void SelectAll();
@@ -46,7 +50,7 @@ class FileList : public QAbstractTableModel {
   // Rows that views have been told of; Count() knows them all.
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
-  // DisplayRole: the column's text with harmless characters only.
+  // With harmless characters only. DisplayRole: the column's text. ToolTipRole: the row's reason.
   QVariant data(const QModelIndex& index, int role) const override;
 
  Q_SIGNALS:
@@ -59,6 +63,7 @@ class FileList : public QAbstractTableModel {
   struct Entry {
     FileListRow row;
     bool selected = true;
+    std::unique_ptr<const QString> reason;  // most rows have none
   };
 
   void AnnounceCurrentRow();

@@ -3,6 +3,7 @@
 
 #include "base/activity.h"
 #include "base/display_clock.h"
+#include "base/file_names.h"
 #include "base/message_boxes.h"
 #include "base/product_name.h"
 #include "crawl/crawler.h"
@@ -42,8 +43,8 @@ QCoro::Task<ListOutcome> FileListGenerator::Generate(bool listOnly, CancelToken 
   if (outcome.refusal != ListOutcome::Refusal::None) co_return outcome;
   // The list of a date-format job was built when the job was loaded.
   if (!context_.job.Flag(TargetUrlItem::Opt)) {
-    const bool built = co_await BuildList(listOnly, cancel);
-    outcome.failed = !built;
+    co_await BuildList(listOnly, outcome, cancel);
+    outcome.failed = outcome.rootMissing || outcome.missing.AnyFailure();
   }
   context_.files.Flush();
   co_return outcome;
@@ -69,7 +70,8 @@ QCoro::Task<ListOutcome::Refusal> FileListGenerator::CheckInput() {
   co_return ListOutcome::Refusal::None;
 }
 
-QCoro::Task<bool> FileListGenerator::BuildList(bool listOnly, CancelToken cancel) {
+QCoro::Task<void> FileListGenerator::BuildList(bool listOnly, ListOutcome& outcome,
+                                               CancelToken cancel) {
   const JobEditor& job = context_.job;
   const QDateTime reference = context_.clock.Now();
   const QString rootUrl = ExpandedRoot(job.Fields(), reference);
@@ -77,55 +79,55 @@ QCoro::Task<bool> FileListGenerator::BuildList(bool listOnly, CancelToken cancel
   context_.activity.SetFound(0);
   if (job[TargetUrlItem::SubPattern].isEmpty() && job[TargetUrlItem::FilePattern].isEmpty()) {
     context_.files.Append(FileListRow::FromText(u"\t\t"_s + rootUrl));
-    co_return true;
+    co_return;
   }
   Pattern subPages(job[TargetUrlItem::SubPattern]);
   Pattern files(FileExpression(job[TargetUrlItem::FilePattern]));
-  const bool subPagesValid = co_await CheckPattern(subPages);
-  if (!subPagesValid) co_return false;
+  const bool subPagesValid = co_await CheckPattern(subPages, outcome);
+  if (!subPagesValid) co_return;
   if (!listOnly) {
-    const bool filesValid = co_await CheckPattern(files);
-    if (!filesValid) co_return false;
+    const bool filesValid = co_await CheckPattern(files, outcome);
+    if (!filesValid) co_return;
   }
   PageExtractor extractor(context_, files, reference, cancel);
   Crawler crawler(context_, subPages, listOnly ? nullptr : &extractor, cancel);
-  const bool found = co_await CrawlFrom(rootUrl, crawler, cancel);
+  co_await CrawlFrom(rootUrl, crawler, outcome, cancel);
   // Expressions that were stopped on the way are named once, now that the list stands.
-  const bool subPagesDone = co_await CheckPattern(subPages);
-  bool filesDone = true;
-  if (!listOnly) filesDone = co_await CheckPattern(files);
-  const bool whole = found && subPagesDone && filesDone;
-  co_return whole;
+  co_await CheckPattern(subPages, outcome);
+  if (!listOnly) co_await CheckPattern(files, outcome);
 }
 
-QCoro::Task<bool> FileListGenerator::CrawlFrom(QString rootUrl, Crawler& crawler,
-                                               CancelToken cancel) {
+QCoro::Task<void> FileListGenerator::CrawlFrom(QString rootUrl, Crawler& crawler,
+                                               ListOutcome& outcome, CancelToken cancel) {
   CrawlStart start;
   start.rootUrl = rootUrl;
   // The page in hand is named while the site has not answered yet.
   context_.activity.SetAddress(rootUrl);
   start.page = co_await context_.http.FetchPageText(rootUrl, cancel);
   context_.activity.SetAddress({});
-  if (cancel.Cancelled()) co_return true;
+  if (cancel.Cancelled()) co_return;
   if (!start.page.Ok()) {
-    const QString why = WhyNoAnswer(start.page.failure, start.page.httpStatus, HostOf(rootUrl));
-    context_.activity.Say(why, Tone::Fault);
+    const MissReason why = MissReasonOf(start.page, rootUrl);
+    outcome.rootMissing = true;
+    outcome.missing.Add(why.kind);
+    context_.activity.Say(CutForDisplay(why.text), Tone::Fault);
     const QString text =
         LineAndSubject(u"URL が見つかりません！"_s, context_.job[TargetUrlItem::Root]);
     co_await Tell(text);
-    co_return false;
+    co_return;
   }
   const QString base = RootBaseOf(start.page, rootUrl);
   context_.job.SetRootBase(base);
   start.startAddress = start.page.finalUrl.isEmpty() ? base : start.page.finalUrl;
   context_.files.ClearFileList();
-  const int missing = co_await crawler.Run(start);
-  co_return missing == 0;
+  const MissCounts missing = co_await crawler.Run(start);
+  outcome.missing.Add(missing);
 }
 
-QCoro::Task<bool> FileListGenerator::CheckPattern(const Pattern& pattern) {
+QCoro::Task<bool> FileListGenerator::CheckPattern(const Pattern& pattern, ListOutcome& outcome) {
   const QString fault = pattern.Fault();
   if (fault.isEmpty()) co_return true;
+  outcome.missing.Add(MissKind::Expression);
   const QString text = LineAndSubject(fault, context_.job[TargetUrlItem::Root]);
   const MessageBox box = MessageBox::Error(text);
   co_await context_.messages.Ask(box);

@@ -6,6 +6,7 @@
 #include <QCoro/QCoroTask>
 
 #include "base/cancel_token.h"
+#include "net/miss_reason.h"
 
 namespace zentorin {
 
@@ -36,8 +37,10 @@ struct ListOutcome {
   enum class Refusal { None, NoJob, NoRootUrl };
 
   Refusal refusal = Refusal::None;
-  // A page could not be had, or an expression is not valid or ran away. Rows may have come.
+  // A page was not to be had, or an expression is not valid or ran away. Rows may have come.
   bool failed = false;
+  bool rootMissing = false;  // nothing came of the root URL
+  MissCounts missing;        // pages and expressions
 };
 
 // "ファイルリスト生成": fetches the root page of the job being edited, follows its links down to
@@ -51,10 +54,11 @@ class FileListGenerator {
 
  private:
   QCoro::Task<ListOutcome::Refusal> CheckInput();
-  // These answer false after a fault.
-  QCoro::Task<bool> BuildList(bool listOnly, CancelToken cancel);
-  QCoro::Task<bool> CrawlFrom(QString rootUrl, Crawler& crawler, CancelToken cancel);
-  QCoro::Task<bool> CheckPattern(const Pattern& pattern);
+  QCoro::Task<void> BuildList(bool listOnly, ListOutcome& outcome, CancelToken cancel);
+  QCoro::Task<void> CrawlFrom(QString rootUrl, Crawler& crawler, ListOutcome& outcome,
+                              CancelToken cancel);
+  // False after a fault.
+  QCoro::Task<bool> CheckPattern(const Pattern& pattern, ListOutcome& outcome);
   QCoro::Task<void> Tell(QString text);
 
   CrawlContext context_;

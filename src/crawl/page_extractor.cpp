@@ -15,6 +15,7 @@
 #include "jobs/job_editor.h"
 #include "net/api_web.h"
 #include "net/character_references.h"
+#include "net/miss_reason.h"
 
 namespace zentorin {
 
@@ -102,7 +103,7 @@ QCoro::Task<void> PageExtractor::Extract(QString pageUrl, FetchedPage page) {
 QCoro::Task<void> PageExtractor::TakeCandidate(const Source& source, QString candidate) {
   const QString address = API_Web::AddressOf(source.base, candidate);
   if (!context_.job.Flag(TargetUrlItem::DispModify)) {
-    AddRow(source, candidate, address, {});
+    AddRow(source, candidate, address, {}, {});
     co_return;
   }
   // Whether the link is new hangs on a file that has not answered yet.
@@ -122,13 +123,16 @@ bool PageExtractor::IsAskedFor(const QString& link) const {
 QCoro::Task<void> PageExtractor::AnswerFirst(const Source& source) {
   Question question = std::move(questions_.front());
   questions_.pop_front();
-  const HttpHead head = co_await question.head;
-  if (!cancel_.Cancelled()) AddRow(source, question.link, question.address, head);
+  const HttpAnswer answer = co_await question.answer;
+  if (cancel_.Cancelled()) co_return;
+  const MissReason why = MissReasonOf(answer.failure, answer.head.status, question.address);
+  const MissReason unknown = why.Of(u"更新日時とサイズ"_s);
+  AddRow(source, question.link, question.address, answer.head, unknown.text);
 }
 
-// Unless the file is outside the root or the date window.
+// Unless the file is outside the root or the date window. `unknown`: why date and size are.
 void PageExtractor::AddRow(const Source& source, QString link, const QString& address,
-                           const HttpHead& head) {
+                           const HttpHead& head, const QString& unknown) {
   FileDate date = ParseHttpDate(QString::fromLatin1(head.Header("Last-Modified")));
   if (date) date = context_.clock.Shown(*date);
   if (!InDateWindow(date) || !UnderRoot(link)) return;
@@ -142,6 +146,7 @@ void PageExtractor::AddRow(const Source& source, QString link, const QString& ad
   row.Set(FileListRow::Parent, source.url);
   row.Set(FileListRow::Address, address);
   context_.files.Append(row, true);
+  context_.files.SetReason(context_.files.Count() - 1, unknown.text);
   context_.activity.SetFound(++rowCount_);
 }
 

@@ -47,13 +47,14 @@ class PageExtractor {
   struct Question {
     QString link;
     QString address;
-    QCoro::Task<HttpHead> head;
+    QCoro::Task<HttpAnswer> answer;
   };
 
   QCoro::Task<void> TakeCandidate(const Source& source, QString candidate);
   QCoro::Task<void> AnswerFirst(const Source& source);
   bool IsAskedFor(const QString& link) const;
-  void AddRow(const Source& source, QString link, const QString& address, const HttpHead& head);
+  void AddRow(const Source& source, QString link, const QString& address, const HttpHead& head,
+              const QString& unknown);
   bool InDateWindow(const FileDate& date) const;
   bool UnderRoot(const QString& candidate) const;
 

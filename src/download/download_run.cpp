@@ -28,6 +28,10 @@ const QString& LineEnd() {
   return lineEnd;
 }
 
+QString NotAnAddress() {
+  return u"http または https のアドレスではありません"_s;
+}
+
 QString FatalText(const RowOutcome& row) {
   if (row.code == RowCode::FolderNotCreated) {
     return row.folderOutcome.NumberAndMessage() + LineEnd() + LineEnd() + row.folderOutcome.subject;
@@ -111,7 +115,8 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
   const QString address = RowAddress(row, root_);
   ++place_.number;
   activity.SetRow(place_);
-  // An address without "/" leads nowhere: it is counted and leaves no trace.
+  files.SetReason(index, {});
+  // An address without "/" leads nowhere.
   if (address.contains(u'/')) {
     activity.SetBytes(0);
     activity.SetAddress(CutForDisplay(address));
@@ -121,10 +126,15 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
     const int place = rows.Find(row);
     row.Set(FileListRow::Date, outcome.date);
     row.Set(FileListRow::Mark, ReportFor(outcome.code, false).mark);
-    if (place >= 0) files.SetRow(place, row);
+    if (place >= 0) {
+      files.SetRow(place, row);
+      files.SetReason(place, outcome.reason.text);
+    }
     const bool goesOn = Report(outcome, address);
     if (outcome.code.IsFatal()) co_await TellFatal(outcome);
     if (!goesOn) co_return false;
+  } else {
+    PassOver(index, address);
   }
   activity.SetShare(static_cast<double>(place_.number) / place_.count);
   if (const int place = rows.Find(row); place >= 0) files.SetSelected(place, false);
@@ -142,12 +152,23 @@ void DownloadRun::AskAhead(RowCursor& rows, int current) {
   }
 }
 
+// A row that leads nowhere has neither mark nor message nor log line, but a reason.
+void DownloadRun::PassOver(int index, const QString& address) {
+  FinishedRow row;
+  row.address = CutForDisplay(address);
+  row.outcome.code = RowCode::Skip;
+  row.outcome.reason = {MissKind::Other, NotAnAddress()};
+  context_.files.SetReason(index, row.outcome.reason.text);
+  outcome_.Add(row.outcome.reason);
+  rowFinished_(row);
+}
+
 // Log, counts and message. False when the run ends with this result.
 bool DownloadRun::Report(const RowOutcome& row, const QString& address) {
   const RowReport report = ReportFor(row.code, cancel_.Cancelled());
   const QString shownAddress = CutForDisplay(address);
   // The other codes say by themselves what happened.
-  const QString reason = row.code == RowCode::Fatal ? CutForDisplay(row.reason) : QString();
+  const QString reason = row.code == RowCode::Fatal ? CutForDisplay(row.reason.text) : QString();
   logText_ += LogTextFor(row.code, report, shownAddress, row.folderPrefix, reason);
   lastCode_ = row.code;
   lastStatusText_ = report.text;

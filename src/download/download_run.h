@@ -54,6 +54,7 @@ class DownloadRun {
   QCoro::Task<void> WalkRows();
   QCoro::Task<bool> TakeRow(RowCursor& rows, int index);
   void AskAhead(RowCursor& rows, int current);
+  void PassOver(int index, const QString& address);
   bool Report(const RowOutcome& row, const QString& address);
   QCoro::Task<void> TellFatal(RowOutcome row);
   void EndOfRun();

@@ -34,6 +34,36 @@ QString FolderPrefix(const QString& savePath, QString subFolder) {
   return WithSeparator(prefix + subFolder.replace(u'/', u'\\'));
 }
 
+// Of a file that came, or would have come, but was not saved.
+MissReason NotSaved(const RowOutcome& row) {
+  const bool noFolder = !row.folderOutcome.Ok();
+  const QString why =
+      noFolder ? row.folderOutcome.message : Outcome::Of(row.code.Error(), row.path).message;
+  const QString& subject = noFolder ? row.folderOutcome.subject : row.path;
+  return {MissKind::NotSaved, subject.isEmpty() ? why : subject + u": "_s + why};
+}
+
+// Of a recording that the tool itself says no more about.
+QString WhyNotRecorded(RowCode code) {
+  switch (code.Number()) {
+    case RowCode::ToolNotInstalled:
+      return u"ストリーミングの保存に使うプログラムがありません"_s;
+    case RowCode::Imperfect:
+      return u"最後まで録画できませんでした"_s;
+    case RowCode::DownloadFailed:
+      return u"録画できませんでした"_s;
+    default:
+      return {};
+  }
+}
+
+MissReason NotRecorded(const StreamOutcome& recorded, const QString& address) {
+  if (recorded.code.Number() >= 0 && !recorded.code.IsRunTimeError()) return {};
+  if (!recorded.reason.isEmpty()) return {MissKind::NotRecorded, recorded.reason};
+  const QString why = WhyNotRecorded(recorded.code);
+  return {MissKind::NotRecorded, why.isEmpty() ? why : HostOf(address) + u": "_s + why};
+}
+
 PercentCodes CodesOf(const FetchChoices& choices) {
   return choices.decodeNames ? PercentCodes::Decode : PercentCodes::Keep;
 }
@@ -70,6 +100,7 @@ QCoro::Task<RowOutcome> RowDownload::TakeRow(QString address, QString date) {
   if (!made.outcome.Ok()) {
     outcome.code = made.refused ? RowCode(made.outcome.error) : RowCode::FolderNotCreated;
     outcome.folderOutcome = made.outcome;
+    outcome.reason = NotSaved(outcome);
     co_return outcome;
   }
   outcome.folder = made.path;
@@ -79,6 +110,8 @@ QCoro::Task<RowOutcome> RowDownload::TakeRow(QString address, QString date) {
   } else {
     outcome.code = co_await FetchFile(address, outcome);
   }
+  const bool unexplained = outcome.reason.kind == MissKind::None;
+  if (unexplained && outcome.code.IsRunTimeError()) outcome.reason = NotSaved(outcome);
   co_return outcome;
 }
 
@@ -93,21 +126,23 @@ bool RowDownload::AskEarly(const QString& address) {
 }
 
 QCoro::Task<RowCode> RowDownload::FetchFile(QString address, RowOutcome& outcome) {
-  const QString prefix = co_await DatePrefix(address, outcome.date);
+  const QString prefix = co_await DatePrefix(address, outcome);
   // Without its prefix the name may be that of another file, which no cancel may delete.
   if (cancel_.Cancelled()) co_return RowCode::Cancelled;
   const QString name = NameOf(prefix, address);
   if (name.isEmpty()) co_return RunTimeError::BadFileName;
   const QString path = outcome.folder + u'/' + name;
   outcome.path = path;
-  if (!job_.overWrite && FileExists(path, folder_)) co_return RowCode::SkipExisting;
+  if (!job_.overWrite && FileExists(path, folder_)) {
+    outcome.reason = {};
+    co_return RowCode::SkipExisting;
+  }
   const Outcome allowed = saveFolder_.AllowsIn(path);
   if (!allowed.Ok()) co_return allowed.error;
 
   const FileDownload download = co_await download_.DownloadToFile(address, path, folder_);
-  outcome.reason = download.reason;
   outcome.bytes = download.bytes;
-  outcome.isFailure = download.code == RowCode::Fatal && !download.isGone;
+  if (download.code != RowCode::Complete) outcome.reason = download.reason;
   // Half an old and half a new file must not remain; one that was not touched yet stays.
   if (download.spoiled) DeleteLocalFile(path);
   co_return download.code == RowCode::Fatal ? RowCode(RowCode::SkipNone) : download.code;
@@ -130,17 +165,24 @@ std::optional<RowCode> RowDownload::Refusal(const QString& path) const {
 }
 
 // Of a stream that an .asx file names; empty when it names none.
-QCoro::Task<QString> RowDownload::StreamAddress(QString address) {
+QCoro::Task<QString> RowDownload::StreamAddress(QString address, RowOutcome& outcome) {
   if (SuffixOf(address) != ".asx"_L1) co_return address;
   const FetchedPage page = co_await context_.http.FetchPageText(address, cancel_);
-  co_return page.Ok() ? API_Web::StreamLink(page.text) : QString();
+  outcome.reason = MissReasonOf(page, address);
+  if (!page.Ok()) co_return QString();
+  const QString named = API_Web::StreamLink(page.text);
+  if (named.isEmpty()) {
+    const QString why = u"ストリームのアドレスが書かれていません"_s;
+    outcome.reason = {MissKind::NotRecorded, HostOf(address) + u": "_s + why};
+  }
+  co_return named;
 }
 
 QCoro::Task<RowCode> RowDownload::CaptureStream(QString address, RowOutcome& outcome) {
   StreamRequest request;
   request.tool = context_.options.streamingTool;
   request.showTool = context_.options.vlcShow;
-  request.address = co_await StreamAddress(address);
+  request.address = co_await StreamAddress(address, outcome);
   if (cancel_.Cancelled()) co_return RowCode::Cancelled;
   if (request.address.isEmpty()) {
     context_.activity.Say(u"ＵＲＬ無効"_s, Tone::Fault);
@@ -162,7 +204,7 @@ QCoro::Task<RowCode> RowDownload::CaptureStream(QString address, RowOutcome& out
   const StreamOutcome recorded =
       co_await context_.capture.Capture(request, context_.activity, cancel_);
   context_.activity.SetRecorded(std::nullopt);
-  outcome.reason = recorded.reason;
+  outcome.reason = NotRecorded(recorded, request.address);
   if (recorded.code == RowCode::Complete) outcome.bytes = QFileInfo(request.path).size();
   if (!recorded.reason.isEmpty()) context_.activity.Say(recorded.reason, Tone::Fault);
   // As with plain files, also one that was to be written over.
@@ -171,14 +213,18 @@ QCoro::Task<RowCode> RowDownload::CaptureStream(QString address, RowOutcome& out
 }
 
 // Empty when none is wanted and when no date is known. A date that the row lacks is asked for, in
-// the time that the file list shows.
-QCoro::Task<QString> RowDownload::DatePrefix(QString address, QString& date) {
+// the time that the file list shows; when no answer came, the outcome says why.
+QCoro::Task<QString> RowDownload::DatePrefix(QString address, RowOutcome& outcome) {
+  QString& date = outcome.date;
   const QString& format = context_.options.addDateFormat;
   if (!context_.options.addDate || format.isEmpty()) co_return QString();
   if (date.isEmpty() || date == "-"_L1) {
-    const QString header =
-        co_await context_.http.QueryHeader(address, HeaderSelector::LastModified, cancel_);
-    const auto modified = ParseHttpDate(header);
+    const HttpAnswer answer = co_await context_.http.QueryHead(address, cancel_);
+    const HttpHead& head = answer.head;
+    if (head.status == 0) {
+      outcome.reason = MissReasonOf(answer.failure, 0, address).Of(u"更新日時"_s);
+    }
+    const auto modified = ParseHttpDate(QString::fromLatin1(head.Header("Last-Modified")));
     if (!modified) co_return QString();
     date = DisplayClock::TextOf(context_.clock.Shown(*modified));
   }

@@ -51,14 +51,13 @@ struct RunJob {
 
 struct RowOutcome {
   RowCode code = RowCode::Complete;
-  QString reason;          // what is known beyond the code
-  bool isFailure = false;  // of a code that does not say so: an address that was not to be had
-  QString path;            // the local file, empty when it did not come so far
-  qint64 bytes = 0;        // size of the file after a complete download, else 0
-  QString date;            // the row's date, filled in when it had to be asked for
-  QString folderPrefix;    // the local folder in the program's own form, with its separator
-  QString folder;          // the same as a path of this system
-  Outcome folderOutcome;   // with FolderNotCreated: why, and for which path
+  MissReason reason;      // why the file, or the date in its name, was not to be had
+  QString path;           // the local file, empty when it did not come so far
+  qint64 bytes = 0;       // size of the file after a complete download, else 0
+  QString date;           // the row's date, filled in when it had to be asked for
+  QString folderPrefix;   // the local folder in the program's own form, with its separator
+  QString folder;         // the same as a path of this system
+  Outcome folderOutcome;  // with FolderNotCreated: why, and for which path
 };
 
 // Takes one row's file to the disk: works out where it goes, and fetches or captures it.
@@ -76,8 +75,8 @@ class RowDownload {
   QCoro::Task<RowOutcome> TakeRow(QString address, QString date);
   QCoro::Task<RowCode> FetchFile(QString address, RowOutcome& outcome);
   QCoro::Task<RowCode> CaptureStream(QString address, RowOutcome& outcome);
-  QCoro::Task<QString> StreamAddress(QString address);
-  QCoro::Task<QString> DatePrefix(QString address, QString& date);
+  QCoro::Task<QString> StreamAddress(QString address, RowOutcome& outcome);
+  QCoro::Task<QString> DatePrefix(QString address, RowOutcome& outcome);
   std::optional<RowCode> Refusal(const QString& path) const;
   QString SubFolder(const QString& address) const;  // below the save folder, in its own form
   QString NameOf(const QString& prefix, const QString& address) const;

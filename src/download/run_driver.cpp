@@ -63,6 +63,11 @@ QCoro::Task<ListOutcome> RunDriver::GenerateCommand(bool listOnly) {
   if (RefuseWhileRunning()) co_return outcome;
   const CancelToken cancel = Begin();
   outcome = co_await generator_.Generate(listOnly, cancel);
+  const bool incomplete = outcome.missing.AnyFailure() && !outcome.rootMissing;
+  if (incomplete && !cancel.Cancelled()) {
+    context_.activity.Say(u"ファイルリストは完全ではありません（%1）"_s.arg(outcome.missing.Text()),
+                          Tone::Fault);
+  }
   End(Unload::No);
   co_return outcome;
 }
@@ -137,6 +142,7 @@ QCoro::Task<RunOutcome> RunDriver::Drive(bool batch, CancelToken cancel) {
   activity.SetAddress({});
   downloading.reset();
   awake.reset();
+  Q_EMIT RunEnded(outcome);
   if (batch) Q_EMIT BatchEnded(outcome);
   co_return outcome;
 }
@@ -152,7 +158,8 @@ QCoro::Task<RunOutcome> RunDriver::Download(DownloadRun::Mode mode, CancelToken 
 }
 
 QCoro::Task<RunOutcome> RunDriver::SingleRun(CancelToken cancel) {
-  const RunOutcome outcome = co_await Download(DownloadRun::Mode::Single, cancel);
+  RunOutcome outcome = co_await Download(DownloadRun::Mode::Single, cancel);
+  outcome.jobs = 1;
   if (!outcome.errorFlag) {
     context_.activity.Say(u"処理終了"_s, Tone::Good);
   } else if (!cancel.Cancelled() && !outcome.fatal && context_.log.Exists()) {
@@ -195,6 +202,12 @@ QCoro::Task<RunOutcome> RunDriver::BatchJob(CancelToken cancel) {
   if (!cancel.Cancelled()) outcome = co_await Download(DownloadRun::Mode::Batch, cancel);
   outcome.jobs = 1;
   outcome.anyFailure |= list.failed || refused;
+  outcome.missing.Add(list.missing);
+  if (list.rootMissing) {
+    const QString& description = context_.job[TargetUrlItem::Description];
+    outcome.rootsMissing += description.isEmpty() ? context_.job[TargetUrlItem::Root] : description;
+    outcome.errorFlag = true;
+  }
   context_.activity.Say(u"- 処理終了 -"_s);
   co_return outcome;
 }

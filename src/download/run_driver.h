@@ -45,6 +45,7 @@ class RunDriver : public QObject {
 
  Q_SIGNALS:
   void RunningChanged(bool running);
+  void RunEnded(const zentorin::RunOutcome& outcome);    // of one file list, or of a batch
   void BatchEnded(const zentorin::RunOutcome& outcome);  // the step after it is yet to come
   void PowerAnswered(const QString& text);               // what the system said to a power action
   void RowFinished(const zentorin::FinishedRow& row);

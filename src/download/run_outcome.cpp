@@ -10,6 +10,7 @@ void RunOutcome::Add(const RowOutcome& row) {
     case RowCode::Complete:
       ++completed;
       bytes += row.bytes;
+      Add(row.reason);
       return;
     case RowCode::Cancelled:
       return;
@@ -17,12 +18,18 @@ void RunOutcome::Add(const RowOutcome& row) {
     case RowCode::SkipNone:
     case RowCode::Skip:
       ++skipped;
-      anyFailure |= row.isFailure;
+      Add(row.reason);
       return;
     default:
       ++failed;
       anyFailure = true;
+      Add(row.reason);
   }
+}
+
+void RunOutcome::Add(const MissReason& reason) {
+  missing.Add(reason.kind);
+  anyFailure |= IsFailure(reason.kind);
 }
 
 void RunOutcome::Add(const RunOutcome& part) {
@@ -31,6 +38,8 @@ void RunOutcome::Add(const RunOutcome& part) {
   failed += part.failed;
   skipped += part.skipped;
   bytes += part.bytes;
+  missing.Add(part.missing);
+  rootsMissing += part.rootsMissing;
   anyFailure |= part.anyFailure;
   errorFlag |= part.errorFlag;
   fatal |= part.fatal;

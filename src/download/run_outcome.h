@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtGlobal>
+#include <QStringList>
 
 #include "download/row_code.h"
+#include "net/miss_reason.h"
 
 namespace zentorin {
 
@@ -22,16 +23,19 @@ struct RunOutcome {
   qint64 completed = 0;  // rows
   qint64 failed = 0;
   qint64 skipped = 0;
-  qint64 bytes = 0;  // of the completed rows
+  qint64 bytes = 0;          // of the completed rows
+  MissCounts missing;        // rows, and pages and expressions of the lists
+  QStringList rootsMissing;  // descriptions of the jobs whose root URL was not found
 
   bool refused = false;          // it did not begin: its list was not to be had
   bool nothingSelected = false;  // the same for want of selected rows; the user was told
   bool anyFailure = false;       // of a row, a list, the log
-  bool errorFlag = false;        // a row or the log failed without ending the run
+  bool errorFlag = false;        // a row, a root or the log failed without ending the run
   bool fatal = false;            // a row or the log ended it
   bool cancelled = false;        // the user ended it
 
   void Add(const RowOutcome& row);
+  void Add(const MissReason& reason);
   void Add(const RunOutcome& part);
 };
 

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "base/activity.h"
-#include "base/number_text.h"
 #include "base/product_name.h"
 #include "jobs/date_text.h"
 #include "net/host_book.h"
@@ -80,7 +79,8 @@ QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString pa
   if (!wasEarly) transfer = engine_.Open(RequestFor(url));
   Try attempt = co_await Receive(*transfer, url, target);
   while (!cancel_.Cancelled()) {
-    const bool asksAnew = wasEarly && attempt.refused && !attempt.result.isGone;
+    const bool asksAnew =
+        wasEarly && attempt.refused && attempt.result.reason.kind != MissKind::Gone;
     if (!asksAnew && !(attempt.mayPass && chances.Left())) break;
     transfer.reset();
     if (!asksAnew) {
@@ -96,8 +96,8 @@ QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString pa
   }
   FileDownload result = attempt.result;
   if (cancel_.Cancelled() && result.code != RowCode::Complete) result.code = RowCode::Cancelled;
-  if (!result.reason.isEmpty() && chances.Used() > 0) {
-    result.reason += u"、%1 回再試行"_s.arg(chances.Used());
+  if (IsFailure(result.reason.kind) && chances.Used() > 0) {
+    result.reason.text += u"、%1 回再試行"_s.arg(chances.Used());
   }
   result.spoiled = result.code != RowCode::Complete && target.file.HasChangedOldFile();
   result.bytes = target.file.Bytes();
@@ -112,12 +112,12 @@ QCoro::Task<SingleDownload::Try> SingleDownload::Receive(HttpTransfer& transfer,
   attempt.result.code = RowCode::Cancelled;
   const HttpHead head = co_await transfer.Head();
   if (cancel_.Cancelled()) co_return attempt;
-  const QString host = HostOf(head.finalUrl.isEmpty() ? url : head.finalUrl);
+  const QString answered = head.finalUrl.isEmpty() ? url : head.finalUrl;
   const bool continues = head.status == kPartialContent && point.IsContinuedBy(head);
   if (head.status != kHttpOk && !continues) {
-    NoteRefusal(attempt, transfer.Failure(), head.status, host);
+    const HttpFailure failure = transfer.Failure();
+    NoteRefusal(attempt, failure, head.status, MissReasonOf(failure, head.status, answered));
     attempt.result.code = file.IsOpen() ? RowCode(RunTimeError::InputOutput) : RowCode::Fatal;
-    attempt.result.isGone = !file.IsOpen() && IsGone(head.status);
     const bool isRangeFault = head.status == kPartialContent || head.status == kRangeNotSatisfiable;
     if (isRangeFault && point.Written() > 0) {
       attempt.mayPass = true;  // from the start again
@@ -138,10 +138,9 @@ QCoro::Task<SingleDownload::Try> SingleDownload::Receive(HttpTransfer& transfer,
   if (!copied.Ok()) {
     NoteFault(attempt, copied);
   } else if (failure != HttpFailure::None) {
-    NoteRefusal(attempt, failure, head.status, host);
     attempt.result.code = RunTimeError::InputOutput;
-    const QString whole = point.Length() > 0 ? GroupedNumber(point.Length()) : u"?"_s;
-    attempt.result.reason += u"（%1 / %2 バイト）"_s.arg(GroupedNumber(point.Written()), whole);
+    const BytesReceived bytes{.received = point.Written(), .announced = point.Length()};
+    NoteRefusal(attempt, failure, head.status, MissReasonOf(failure, head.status, answered, bytes));
   } else {
     attempt.result.code = file.Keep();
   }
@@ -150,10 +149,10 @@ QCoro::Task<SingleDownload::Try> SingleDownload::Receive(HttpTransfer& transfer,
 
 // By the network or the server.
 void SingleDownload::NoteRefusal(Try& attempt, HttpFailure failure, int status,
-                                 const QString& host) {
+                                 const MissReason& reason) {
   attempt.refused = true;
   attempt.mayPass = MayPass(failure, status);
-  attempt.result.reason = WhyNoAnswer(failure, status, host);
+  attempt.result.reason = reason;
   if (failure == HttpFailure::NoDescriptor) UseFewerDescriptors();
 }
 
@@ -162,7 +161,7 @@ void SingleDownload::NoteFault(Try& attempt, const Outcome& fault) {
   attempt.result.code = fault.error;
   if (fault.error != RunTimeError::TooManyFiles) return;
   attempt.mayPass = true;
-  attempt.result.reason = fault.message;
+  attempt.result.reason = {MissKind::NotSaved, fault.message};
   UseFewerDescriptors();
 }
 

@@ -15,7 +15,7 @@
 #include "download/row_code.h"
 #include "download/speed_limit.h"
 #include "net/fetch_choices.h"
-#include "net/http_engine.h"
+#include "net/miss_reason.h"
 
 namespace zentorin {
 
@@ -23,8 +23,7 @@ class Activity;
 
 struct FileDownload {
   RowCode code = RowCode::Complete;
-  QString reason;        // why the address was not to be had
-  bool isGone = false;   // its server says so
+  MissReason reason;     // why the address was not to be had
   qint64 bytes = 0;      // size of the file after a complete download
   bool spoiled = false;  // what stood at the path holds bytes of a transfer without an end
 };
@@ -74,7 +73,7 @@ class SingleDownload {
   QCoro::Task<Try> Receive(HttpTransfer& transfer, QString url, Target& target);
   Outcome Place(const HttpHead& head, Target& target) const;
   QCoro::Task<Outcome> CopyBody(HttpTransfer& transfer, Target& target);
-  void NoteRefusal(Try& attempt, HttpFailure failure, int status, const QString& host);
+  void NoteRefusal(Try& attempt, HttpFailure failure, int status, const MissReason& reason);
   void NoteFault(Try& attempt, const Outcome& fault);
 
   HttpEngine& engine_;

@@ -19,10 +19,10 @@ QString FailureText(HttpFailure failure) {
       return u"ホスト名が見つかりません"_s;
     case HttpFailure::NoConnection:
       return u"接続できません"_s;
-    case HttpFailure::NoTrust:
-      return u"安全な接続を確立できません（証明書など）"_s;
     case HttpFailure::HostDown:
       return u"続けて接続できなかったため、しばらく要求しません"_s;
+    case HttpFailure::NoTrust:
+      return u"安全な接続を確立できません（証明書など）"_s;
     case HttpFailure::TimedOut:
       return u"時間内に応答がありません"_s;
     case HttpFailure::TooSlow:
@@ -48,9 +48,9 @@ QString FailureText(HttpFailure failure) {
 }  // namespace
 
 bool IsFinal(HttpFailure failure) {
-  return failure == HttpFailure::BadAddress || failure == HttpFailure::NoTrust ||
-         failure == HttpFailure::BadRedirect || failure == HttpFailure::TooLarge ||
-         failure == HttpFailure::HostDown || failure == HttpFailure::Cancelled;
+  return failure == HttpFailure::BadAddress || failure == HttpFailure::HostDown ||
+         failure == HttpFailure::NoTrust || failure == HttpFailure::BadRedirect ||
+         failure == HttpFailure::TooLarge || failure == HttpFailure::Cancelled;
 }
 
 bool IsGone(int httpStatus) {

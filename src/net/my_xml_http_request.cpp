@@ -162,10 +162,11 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWholeBody(QString url, CancelTok
   co_return page;
 }
 
-QCoro::Task<HttpHead> MyXMLHttpRequest::QueryHead(QString url, CancelToken cancel,
-                                                  seconds timeout) {
-  HttpHead head;
-  if (HostOf(url).isEmpty()) co_return head;
+QCoro::Task<HttpAnswer> MyXMLHttpRequest::QueryHead(QString url, CancelToken cancel,
+                                                    seconds timeout) {
+  HttpAnswer answer;
+  answer.failure = HttpFailure::BadAddress;
+  if (HostOf(url).isEmpty()) co_return answer;
   const seconds limit = timeout.count() == 0 ? kQueryTime : timeout;
   HttpRequest request;
   request.url = API_Web::SiteRootOf(url) + PathOf(url);
@@ -177,14 +178,16 @@ QCoro::Task<HttpHead> MyXMLHttpRequest::QueryHead(QString url, CancelToken cance
   // Connecting, sending and receiving have the limit each; beyond that it is a trickle.
   request.headTimeout = 3 * limit;
   const std::unique_ptr<HttpTransfer> transfer = engine_.Open(std::move(request));
-  head = co_await transfer->Head();
-  co_return head;
+  answer.head = co_await transfer->Head();
+  answer.failure = answer.head.status == 0 ? transfer->Failure() : HttpFailure::None;
+  co_return answer;
 }
 
 QCoro::Task<QString> MyXMLHttpRequest::QueryHeader(QString url, HeaderSelector selector,
                                                    CancelToken cancel, seconds timeout) {
-  const HttpHead head = co_await QueryHead(url, cancel, timeout);
-  co_return head.status == 0 ? QString() : HeaderText(head, selector).left(kMaxHeaderText);
+  const HttpAnswer answer = co_await QueryHead(url, cancel, timeout);
+  if (answer.head.status == 0) co_return QString();
+  co_return HeaderText(answer.head, selector).left(kMaxHeaderText);
 }
 
 }  // namespace zentorin

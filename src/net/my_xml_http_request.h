@@ -43,10 +43,11 @@ class MyXMLHttpRequest {
   // server may give at another moment, is asked for again.
   QCoro::Task<FetchedPage> FetchPageText(QString url, CancelToken cancel);
 
-  // Sends a whole GET and reads no body. Zero seconds mean 15.
-  QCoro::Task<HttpHead> QueryHead(QString url, CancelToken cancel,
-                                  std::chrono::seconds timeout = std::chrono::seconds(0));
-  // One header of it: at most 1024 characters, "" when it cannot be had.
+  // Sends a whole GET and reads no body; a failure is one of the head. Zero seconds mean 15.
+  QCoro::Task<HttpAnswer> QueryHead(QString url, CancelToken cancel,
+                                    std::chrono::seconds timeout = std::chrono::seconds(0));
+  // One header of it; nothing in the program calls it, kept to complete the query: at most 1024
+  // characters, "" when it cannot be had.
   QCoro::Task<QString> QueryHeader(QString url, HeaderSelector selector, CancelToken cancel,
                                    std::chrono::seconds timeout = std::chrono::seconds(0));
 

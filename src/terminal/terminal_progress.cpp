@@ -33,7 +33,8 @@ TerminalProgress::TerminalProgress(Workspace& workspace, AutoRun& autoRun, Termi
 void TerminalProgress::Close(const RunOutcome& outcome) {
   disconnect(&workspace_.activity, nullptr, this, nullptr);
   terminal_.EndRefresh();
-  terminal_.Line(SummaryOf(outcome));
+  const QStringList summary = SummaryOf(outcome).split(u'\n');
+  for (const QString& line : summary) terminal_.Line(line);
   for (const QString& folder : folders_.first(qMin(folders_.size(), kShownFolders))) {
     terminal_.Line(u"保存先: "_s + folder);
   }
@@ -82,10 +83,10 @@ void TerminalProgress::ShowRow(const FinishedRow& row) {
     }
   }
   lastRowText_ = row.text;
+  const QString& reason = row.outcome.reason.text;
   const bool asHoped =
       row.outcome.code == RowCode::Complete || row.outcome.code == RowCode::SkipExisting;
-  if (terminal_.IsTerminal() && asHoped) return;
-  const QString& reason = row.outcome.reason;
+  if (terminal_.IsTerminal() && asHoped && reason.isEmpty()) return;
   Print(row.text + u"  "_s + row.address + (reason.isEmpty() ? reason : u"  （%1）"_s.arg(reason)));
 }
 

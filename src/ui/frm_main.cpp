@@ -17,6 +17,7 @@
 #include "app/file_dialogs.h"
 #include "app/list_commands.h"
 #include "app/program_title.h"
+#include "app/run_summary.h"
 #include "app/workspace.h"
 #include "base/message_boxes.h"
 #include "download/stream_capture.h"
@@ -186,6 +187,12 @@ void frmMain::ConnectState() {
   connect(&workspace.urlList, &UrlList::CurrentListFileChanged, this,
           [this] { ShowTitle(ProgramTitle(context_.workspace.urlList.CurrentListFile())); });
   connect(&workspace.driver, &RunDriver::CloseRequested, this, &QWidget::close);
+  // The status line says how a run ended; what it came to is behind it until the next command.
+  connect(&workspace.driver, &RunDriver::RunEnded, status_.get(),
+          [this](const RunOutcome& outcome) { status_->SetDetails(SummaryOf(outcome)); });
+  connect(&workspace.driver, &RunDriver::RunningChanged, status_.get(), [this](bool running) {
+    if (running) status_->SetDetails({});
+  });
 }
 
 void frmMain::ConnectTray() {

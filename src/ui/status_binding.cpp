@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTextDocument>
 #include <QToolButton>
 #include <initializer_list>
 
@@ -89,8 +90,25 @@ void StatusBinding::Show() {
 void StatusBinding::ShowMessage() {
   const Message& message = activity_.Now().message;
   const QString& waiting = activity_.Now().waiting;
-  if (SetCaption(c_.lblStatus, waiting.isEmpty() ? message.text : waiting)) layout_.PlaceStatus();
+  if (SetCaption(c_.lblStatus, waiting.isEmpty() ? message.text : waiting)) {
+    layout_.PlaceStatus();
+    ShowDetails();
+  }
   if (message.tone != shownTone_) ShowMessageColour();
+}
+
+void StatusBinding::SetDetails(const QString& details) {
+  details_ = details;
+  ShowDetails();
+}
+
+// A fault without further words is repeated whole: the line may be too short for it.
+void StatusBinding::ShowDetails() {
+  const Message& message = activity_.Now().message;
+  QString text = details_;
+  if (text.isEmpty() && message.tone == Tone::Fault) text = message.text;
+  c_.lblStatus->setToolTip(text.isEmpty() ? text
+                                          : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));
 }
 
 void StatusBinding::ShowMessageColour() {

@@ -26,6 +26,9 @@ class StatusBinding : public QObject {
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
+  // Words behind the status line's own, shown as its tool tip; a text without mark-up.
+  void SetDetails(const QString& details);
+
  Q_SIGNALS:
   // Controls were shown, hidden or renamed: the window has to lay itself out again.
   void LayoutNeeded();
@@ -34,6 +37,7 @@ class StatusBinding : public QObject {
   void Show();
   void ShowMessage();
   void ShowMessageColour();
+  void ShowDetails();
   void ShowProgress();
   void ShowRowCount();
   void ShowBusy();
@@ -48,6 +52,7 @@ class StatusBinding : public QObject {
   MainControls& c_;
   MainLayout& layout_;
   JobBinding& job_;
+  QString details_;
   bool shownBusy_ = false;
   QPointer<QWidget> focusBefore_;  // had the focus when work began
   QPointer<QWidget> focusDuring_;  // got it from there

@@ -150,8 +150,8 @@ TEST_F(ProgramTest, DoesTheJobsOfAListAndWritesThemDown) {
   EXPECT_TRUE(home.Read("reglist.txt").startsWith("[sub url]\r\n"));
   EXPECT_TRUE(program.Errors().contains("[1/2] 曲 one\n"));
   EXPECT_TRUE(program.Errors().contains(
-      "ジョブ 2、ファイル 完了 3・失敗 0・スキップ 1、31 バイト\n保存先: " + home.Path("one") +
-      "\n"));
+      "ジョブ 2、ファイル 完了 3・失敗 0・スキップ 1、31 バイト（リンク切れ 1）\n保存先: " +
+      home.Path("one") + "\n"));
   EXPECT_EQ(program.Output(), QString());
 }
 
@@ -166,6 +166,7 @@ TEST_F(ProgramTest, EndsWithTwoWhenARowOrAJobFails) {
   home.Write(kList, ListOf({"none"}));
   EXPECT_EQ(program.Run({"-a", "-f", kList}), 2);
   EXPECT_TRUE(program.Errors().contains("URL が見つかりません！"));
+  EXPECT_TRUE(program.Errors().contains("\nルートURLが見つからないジョブ: 「曲 none」\n"));
 }
 
 TEST_F(ProgramTest, RefusesToStartWithAClearMessage) {
@@ -307,7 +308,7 @@ class ProgramPowerTest : public ProgramTest {
   PrivateBus services;
   const QString notice =
       "Notify(Zentorin,0,zentorin,一括ダウンロード,処理終了: ジョブ 1、"
-      "ファイル 完了 1・失敗 0・スキップ 1、10 バイト,,,-1)";
+      "ファイル 完了 1・失敗 0・スキップ 1、10 バイト（リンク切れ 1）,,,-1)";
 };
 
 TEST_F(ProgramPowerTest, ABatchWithoutADisplayEndsWithItsPowerActionAndItsExitStatus) {

@@ -137,7 +137,9 @@ TEST_F(Generator, PassesOverPagesThatCannotBeFetched) {
     EXPECT_TRUE(Generate().failed) << "one broke off";
     EXPECT_EQ(Links(), "a.mp3");
   }
-  EXPECT_TRUE(activity.Now().message.text.contains("http://h.test/cut.html（応答が途中で"));
+  EXPECT_TRUE(activity.Now().message.text.contains("http://h.test/cut.html（h.test: 応答が途中で"));
+  EXPECT_EQ(Generate(true).missing.Text(), "リンク切れ 1・途中で切断 1");
+  EXPECT_EQ(files.Reason(1), "h.test: HTTP 404");
   EXPECT_TRUE(messages.Texts().isEmpty());
 }
 
@@ -159,6 +161,8 @@ TEST_F(Generator, TellsOnceWhyThereIsNoList) {
     const ListOutcome outcome = Generate();
     EXPECT_EQ(outcome.refusal == ListOutcome::Refusal::NoRootUrl, *root == 0);
     EXPECT_EQ(outcome.failed, *root != 0);
+    EXPECT_EQ(outcome.rootMissing, QString(message).contains("見つかりません"));
+    EXPECT_EQ(outcome.missing.Text() == "正規表現で中止 1", QString(message).contains("正規表現"));
     ASSERT_EQ(messages.boxes.size(), 1U) << message;
     EXPECT_TRUE(messages.Texts()[0].startsWith(message)) << messages.Texts()[0].toStdString();
   }

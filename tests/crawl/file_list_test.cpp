@@ -85,12 +85,22 @@ TEST_F(FileListTest, RemovingAndReorderingKeepSelectionAndCurrentRowOnTheirRows)
     EXPECT_EQ(Print(list_), after) << before;
     EXPECT_EQ(list_.SelectedCount(), 0);
   }
-  Fill("a* b >c d*");
+  Fill("a* b >c d* e*");
+  list_.SetReason(1, "gone");
+  list_.SetReason(4, "lost");
+  list_.SetSelected(0, false);
+  list_.SetSelected(3, false);
+  list_.RemoveSelected();
+  list_.SetSelected(0, true);
+  list_.SetSelected(3, true);
   list_.Flush();
   const QPersistentModelIndex b = list_.index(1, FileListRow::Link);
   list_.Reorder({3, 2, 1, 0});
   EXPECT_EQ(Print(list_), "d* >c b a*");
   EXPECT_EQ(b.data().toString(), "b");
+  EXPECT_EQ(b.data(Qt::ToolTipRole).toString(), "gone");
+  list_.SetRow(2, Named("b"));
+  for (int row = 0; row < 4; ++row) EXPECT_EQ(list_.Reason(row), row == 2 ? "gone" : "");
 }
 
 TEST_F(FileListTest, TellsViewsOnlyOfRowsTheyKnowAndOnceThatItIsEmpty) {

@@ -145,10 +145,21 @@ TEST(RunSummary, CountsRowsByWhatBecameOfThem) {
     RowOutcome row;
     row.code = code;
     row.bytes = code == RowCode::Complete ? 1200 : 0;
+    if (code == RowCode::SkipNone) row.reason.kind = MissKind::Gone;
+    if (code == RowCode::Fatal) row.reason.kind = MissKind::NotRecorded;
     outcome.Add(row);
   }
+  RunOutcome batch;
+  for (int job = 0; job < 7; ++job) batch.rootsMissing += QString("サイト%1").arg(job);
+  for (int page = 0; page < 1000; ++page) batch.missing.Add(MissKind::HttpStatus);
+  batch.Add(outcome);
   EXPECT_EQ(SummaryOf(outcome),
-            "異常終了: ジョブ 0、ファイル 完了 1・失敗 3・スキップ 2、1,200 バイト");
+            "異常終了: ジョブ 0、ファイル 完了 1・失敗 3・スキップ 2、1,200 バイト"
+            "（リンク切れ 1・録画できない 1）");
+  EXPECT_EQ(SummaryOf(batch),
+            SummaryOf(outcome).replace("1・録", "1・HTTP エラー 1,000・録") +
+                "\nルートURLが見つからないジョブ: 「サイト0」「サイト1」「サイト2」"
+                "「サイト3」「サイト4」 ほか 2 件");
 }
 
 }  // namespace

@@ -93,6 +93,32 @@ TEST_F(WorkTest, AListIsGeneratedAndDownloadedByTwoClicks) {
   EXPECT_EQ(w->opener.opened.filter("text:log.txt:-- 2024/05/01").size(), 1);
 }
 
+TEST_F(WorkTest, ARowThatFailedSaysWhyUnderThePointer) {
+  server.Route("/b.mp3", Answer::Status(403));
+  StartWithJob();
+  w->Click("cmdGo_All_1");
+  ASSERT_TRUE(WaitForRest());
+  w->Click("cmdAllDownload_0");
+  ASSERT_TRUE(WaitForRest());
+  auto* list = w->Find<LineListView>("lstUrl_All");
+  const auto tipOver = [list](int row) {
+    const QPoint point(5, row * list->LineHeight() + 5);
+    QHelpEvent help(QEvent::ToolTip, point, list->viewport()->mapToGlobal(point));
+    QApplication::sendEvent(list->viewport(), &help);
+    return QToolTip::text();
+  };
+  tipOver(0);
+  EXPECT_EQ(list->toolTip(), "2個") << "a row that came leaves the tool tip to the list";
+  EXPECT_TRUE(tipOver(1).contains("site.test: HTTP 403")) << tipOver(1).toStdString();
+  EXPECT_TRUE(w->Find("lblStatus")->toolTip().contains("（HTTP エラー 1）"));
+  server.Route("/sub.html", Answer::Status(500));
+  w->workspace.job.Edit(TargetUrlItem::Depth, "2");
+  w->Click("cmdGo_All_1");
+  ASSERT_TRUE(WaitForRest());
+  EXPECT_EQ(w->Text("lblStatus"), "ファイルリストは完全ではありません（HTTP エラー 1）");
+  EXPECT_TRUE(w->Find("lblStatus")->toolTip().contains(w->Text("lblStatus")));
+}
+
 TEST_F(WorkTest, WorkLocksTheEditingSurfaceAndGivesTheFocusBack) {
   StartWithJob();
   w->Find("txtDescription")->setFocus();

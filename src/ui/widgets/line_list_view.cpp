@@ -4,10 +4,13 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFocusEvent>
+#include <QHelpEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QTextDocument>
+#include <QToolTip>
 #include <algorithm>
 
 namespace zentorin {
@@ -57,6 +60,16 @@ class LineDelegate : public QStyledItemDelegate {
                            selected ? QPalette::HighlightedText : QPalette::Text));
     PaintColumns(painter, item, ColumnTexts(index));
     painter->restore();
+  }
+
+  // A line without words of its own leaves the tool tip to the list.
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override {
+    const QString text = index.data(Qt::ToolTipRole).toString();
+    if (event->type() != QEvent::ToolTip || text.isEmpty()) return false;
+    QToolTip::showText(event->globalPos(), Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal),
+                       view->viewport(), option.rect);
+    return true;
   }
 
  private:
