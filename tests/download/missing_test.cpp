@@ -53,6 +53,7 @@ class MissingTest : public test::DownloadTest {
     job.Edit(TargetUrlItem::SubPattern, "href=\"(.+?\\.html)\"");
     job.Edit(TargetUrlItem::Depth, "1");
     job.EditFlag(TargetUrlItem::OverWrite, true);
+    workspace.choices.tries = 0;
     Restore();
   }
 
@@ -63,10 +64,12 @@ class MissingTest : public test::DownloadTest {
   }
 
   RunOutcome Batch() {
-    MyXMLHttpRequest http(engine);
-    FileListGenerator generator({http, activity, messages, workspace.clock, urlList, job, files});
+    const FetchChoices& choices = workspace.choices;
+    MyXMLHttpRequest http(engine, activity, choices);
+    FileListGenerator generator(
+        {http, activity, messages, workspace.clock, urlList, job, files, choices});
     const DownloadContext context{
-        {engine, http, activity, capture, workspace.drives, options, workspace.clock},
+        {engine, http, activity, capture, workspace.drives, options, workspace.clock, choices},
         messages,
         opener,
         log,
