@@ -78,15 +78,14 @@ QCoro::Task<std::optional<PageWalk::Step>> PageWalk::Next() {
   step = std::move(steps_.front());
   steps_.pop_front();
   if (!step->coming) heldAhead_ -= BytesOf(step->page);
-  roomCame_.Set();
+  TellRoom();
   co_return step;
 }
 
 QCoro::Task<FetchedPage> PageWalk::PageOf(Step& step) {
   if (!step.coming) co_return step.page;
-  const FetchedPage page = co_await *step.coming;
-  heldAhead_ -= BytesOf(page);
-  roomCame_.Set();
+  const FetchedPage page = co_await step.coming->Take();
+  TellRoom();
   co_return page;
 }
 
@@ -199,13 +198,48 @@ QCoro::Task<void> PageWalk::WaitForRoom() {
   }
 }
 
-QCoro::Task<FetchedPage> PageWalk::FetchAhead(QString address) {
-  ++onTheirWay_;
-  const FetchedPage page = co_await context_.http.FetchPageText(address, cancel_);
-  --onTheirWay_;
-  heldAhead_ += BytesOf(page);
+std::unique_ptr<PageWalk::Coming> PageWalk::FetchAhead(const QString& address) {
+  auto coming = std::make_unique<Coming>(*this);
+  coming->page = coming->Fetch(address);
+  return coming;
+}
+
+// The first ones go on first.
+void PageWalk::TellRoom() {
+  // By number: one that goes on may add steps.
+  for (size_t i = 0; i < steps_.size() && heldAhead_ < kMaxHeldAhead; ++i) {
+    if (steps_[i].coming) steps_[i].coming->LetRead();
+  }
   roomCame_.Set();
-  co_return page;
+}
+
+QCoro::Task<FetchedPage> PageWalk::Coming::Fetch(QString address) {
+  ++walk_.onTheirWay_;
+  const FetchedPage fetched =
+      co_await walk_.context_.http.FetchPageText(address, walk_.cancel_, this);
+  --walk_.onTheirWay_;
+  // From now on the text is held, not the bytes.
+  walk_.heldAhead_ += BytesOf(fetched) - held_;
+  held_ = BytesOf(fetched);
+  walk_.roomCame_.Set();
+  co_return fetched;
+}
+
+QCoro::Task<void> PageWalk::Coming::Pass(qsizetype bytes) {
+  held_ += bytes;
+  walk_.heldAhead_ += bytes;
+  while (!isTurn_ && walk_.heldAhead_ >= kMaxHeldAhead && !walk_.cancel_.Cancelled()) {
+    AsyncEvent::Waiter room = mayRead_.Wait();
+    co_await room;
+  }
+}
+
+QCoro::Task<FetchedPage> PageWalk::Coming::Take() {
+  isTurn_ = true;
+  mayRead_.Set();
+  const FetchedPage taken = co_await page;
+  walk_.heldAhead_ -= held_;
+  co_return taken;
 }
 
 void PageWalk::Emit(Step step) {

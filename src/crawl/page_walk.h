@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <deque>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -30,6 +31,25 @@ struct PageRecord {
 // no page that a walk without haste would not come to.
 class PageWalk {
  public:
+  // A page on its way. It is read while there is room, and in its turn anyway.
+  class Coming : public ReadGate {
+   public:
+    explicit Coming(PageWalk& walk) : walk_(walk) {}
+
+    QCoro::Task<void> Pass(qsizetype bytes) override;
+    QCoro::Task<FetchedPage> Fetch(QString address);
+    void LetRead() { mayRead_.Set(); }
+    QCoro::Task<FetchedPage> Take();
+
+    QCoro::Task<FetchedPage> page;
+
+   private:
+    PageWalk& walk_;
+    bool isTurn_ = false;
+    qsizetype held_ = 0;  // bytes that count into the walk's
+    AsyncEvent mayRead_;
+  };
+
   // What is to be done next, in the order of the walk.
   struct Step {
     enum class Kind {
@@ -42,7 +62,7 @@ class PageWalk {
     PageRecord record;
     double share = 0;  // of the root page's tags that are done; of Begin
     FetchedPage page;
-    std::optional<QCoro::Task<FetchedPage>> coming;  // the page, when it is still on its way
+    std::unique_ptr<Coming> coming;  // the page, when it is still on its way
   };
 
   // `fetchesLeaves`: whether pages whose links are not followed are needed at all.
@@ -75,7 +95,8 @@ class PageWalk {
   QCoro::Task<void> CollectLinks(Frame& frame);
   QCoro::Task<void> Leave();
   QCoro::Task<void> WaitForRoom();
-  QCoro::Task<FetchedPage> FetchAhead(QString address);
+  std::unique_ptr<Coming> FetchAhead(const QString& address);
+  void TellRoom();
   void Emit(Step step);
   bool OutsideRoot(const QString& link, const QString& baseDir) const;
 
@@ -92,7 +113,7 @@ class PageWalk {
   TimeSlice slice_;
 
   std::deque<Step> steps_;
-  qsizetype heldAhead_ = 0;  // bytes of the pages in steps_
+  qsizetype heldAhead_ = 0;  // bytes of the pages in steps_, as far as they have come
   int onTheirWay_ = 0;       // pages that are being fetched ahead
   bool ended_ = false;
   AsyncEvent stepCame_;

@@ -76,11 +76,12 @@ QByteArray HttpHead::Header(const char* name) const {
   return {};
 }
 
-QCoro::Task<void> ReadBody(HttpTransfer& transfer, HttpAnswer& answer) {
+QCoro::Task<void> ReadBody(HttpTransfer& transfer, HttpAnswer& answer, ReadGate* gate) {
   while (true) {
     const QByteArray block = co_await transfer.NextBlock();
     if (block.isEmpty()) break;
     answer.body += block;
+    if (gate != nullptr) co_await gate->Pass(block.size());
   }
   answer.failure = transfer.Failure();
 }

@@ -10,6 +10,7 @@
 #include <QCoro/QCoroTask>
 
 #include "base/cancel_token.h"
+#include "net/read_gate.h"
 
 namespace zentorin {
 
@@ -122,7 +123,7 @@ struct HttpAnswer {
 };
 
 // To its end; the head has come.
-QCoro::Task<void> ReadBody(HttpTransfer& transfer, HttpAnswer& answer);
+QCoro::Task<void> ReadBody(HttpTransfer& transfer, HttpAnswer& answer, ReadGate* gate = nullptr);
 QCoro::Task<HttpAnswer> FetchWhole(HttpEngine& engine, HttpRequest request);
 
 }  // namespace zentorin

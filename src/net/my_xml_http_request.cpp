@@ -56,12 +56,12 @@ FetchedPage PageOf(const HttpAnswer& answer, const CancelToken& cancel) {
 }
 
 // What is no page is left at its head.
-QCoro::Task<HttpAnswer> FetchPage(HttpEngine& engine, HttpRequest request) {
+QCoro::Task<HttpAnswer> FetchPage(HttpEngine& engine, HttpRequest request, ReadGate* gate) {
   const std::unique_ptr<HttpTransfer> transfer = engine.Open(std::move(request));
   HttpAnswer answer;
   answer.head = co_await transfer->Head();
   if (IsNoPage(answer.head)) co_return answer;
-  co_await ReadBody(*transfer, answer);
+  co_await ReadBody(*transfer, answer, gate);
   co_return answer;
 }
 
@@ -92,11 +92,12 @@ QString PathOf(const QString& url) {
 }
 
 // Another stage is the next try of a page that no answer came for.
-QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchPageText(QString url, CancelToken cancel) {
+QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchPageText(QString url, CancelToken cancel,
+                                                         ReadGate* gate) {
   SecondChances chances(choices_, activity_, cancel);
   FetchedPage longest;
   for (int stage = 0;;) {
-    FetchedPage page = co_await RunStage(stage, url, cancel);
+    FetchedPage page = co_await RunStage(stage, url, cancel, gate);
     if (page.isCutShort && page.text.size() >= longest.text.size()) longest = page;
     const bool hasNextStage = page.httpStatus == 0 && stage < kLastStage;
     if (!MayPass(page.failure, page.httpStatus)) co_return page;
@@ -107,15 +108,17 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchPageText(QString url, CancelToke
   }
 }
 
-QCoro::Task<FetchedPage> MyXMLHttpRequest::RunStage(int stage, QString url, CancelToken cancel) {
-  if (stage == 0) return LoadDocument(url, cancel);
-  if (stage == 1) return FetchWithXmlHttp(url, true, QByteArray(), cancel);
-  return FetchWholeBody(url, cancel);
+QCoro::Task<FetchedPage> MyXMLHttpRequest::RunStage(int stage, QString url, CancelToken cancel,
+                                                    ReadGate* gate) {
+  if (stage == 0) return LoadDocument(url, cancel, gate);
+  if (stage == 1) return FetchWithXmlHttp(url, true, QByteArray(), cancel, gate);
+  return FetchWholeBody(url, cancel, gate);
 }
 
-QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url, CancelToken cancel) {
+QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url, CancelToken cancel,
+                                                        ReadGate* gate) {
   HttpRequest request = PageRequest(url, cancel);
-  const HttpAnswer answer = co_await FetchPage(engine_, std::move(request));
+  const HttpAnswer answer = co_await FetchPage(engine_, std::move(request), gate);
   FetchedPage page = PageOf(answer, cancel);
   if (page.Ok()) {
     page.text = PageText(answer.head, answer.body);
@@ -125,7 +128,7 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::LoadDocument(QString url, CancelToken
 
 QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool decode,
                                                             QByteArray ifModifiedSince,
-                                                            CancelToken cancel) {
+                                                            CancelToken cancel, ReadGate* gate) {
   FetchedPage page;
   page.failure = HttpFailure::BadAddress;
   if (url.isEmpty()) co_return page;
@@ -133,7 +136,7 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool de
   request.headers.append(HttpHeader{.name = "If-Modified-Since", .value = ifModifiedSince});
   request.headers.append(
       HttpHeader{.name = "Content-Type", .value = "application/x-www-form-urlencoded"});
-  const HttpAnswer answer = co_await FetchPage(engine_, std::move(request));
+  const HttpAnswer answer = co_await FetchPage(engine_, std::move(request), gate);
   page = PageOf(answer, cancel);
   if (!page.Ok()) co_return page;
   if (decode) {
@@ -146,13 +149,14 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWithXmlHttp(QString url, bool de
   co_return page;
 }
 
-QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWholeBody(QString url, CancelToken cancel) {
+QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchWholeBody(QString url, CancelToken cancel,
+                                                          ReadGate* gate) {
   HttpRequest request = PageRequest(url, cancel);
   request.headers = ReloadHeaders();
   request.idleTimeout = kLastPageSilence;
   request.acceptCompressed = false;
   request.useSystemProxy = false;
-  const HttpAnswer answer = co_await FetchPage(engine_, std::move(request));
+  const HttpAnswer answer = co_await FetchPage(engine_, std::move(request), gate);
   FetchedPage page = PageOf(answer, cancel);
   if (!page.Ok()) co_return page;
   // The character set is worked out and then not used: the result is always the text that the

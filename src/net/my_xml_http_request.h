@@ -41,7 +41,8 @@ class MyXMLHttpRequest {
 
   // The stages below, one after the other while no answer comes. One that broke off, or that the
   // server may give at another moment, is asked for again.
-  QCoro::Task<FetchedPage> FetchPageText(QString url, CancelToken cancel);
+  // `gate`: of a page that is fetched ahead; it outlives the task.
+  QCoro::Task<FetchedPage> FetchPageText(QString url, CancelToken cancel, ReadGate* gate = nullptr);
 
   // Sends a whole GET and reads no body; a failure is one of the head. Zero seconds mean 15.
   QCoro::Task<HttpAnswer> QueryHead(QString url, CancelToken cancel,
@@ -51,13 +52,14 @@ class MyXMLHttpRequest {
   QCoro::Task<QString> QueryHeader(QString url, HeaderSelector selector, CancelToken cancel,
                                    std::chrono::seconds timeout = std::chrono::seconds(0));
 
-  QCoro::Task<FetchedPage> LoadDocument(QString url, CancelToken cancel);
+  QCoro::Task<FetchedPage> LoadDocument(QString url, CancelToken cancel, ReadGate* gate = nullptr);
   QCoro::Task<FetchedPage> FetchWithXmlHttp(QString url, bool decode, QByteArray ifModifiedSince,
-                                            CancelToken cancel);
-  QCoro::Task<FetchedPage> FetchWholeBody(QString url, CancelToken cancel);
+                                            CancelToken cancel, ReadGate* gate = nullptr);
+  QCoro::Task<FetchedPage> FetchWholeBody(QString url, CancelToken cancel,
+                                          ReadGate* gate = nullptr);
 
  private:
-  QCoro::Task<FetchedPage> RunStage(int stage, QString url, CancelToken cancel);
+  QCoro::Task<FetchedPage> RunStage(int stage, QString url, CancelToken cancel, ReadGate* gate);
 
   HttpEngine& engine_;
   Activity& activity_;

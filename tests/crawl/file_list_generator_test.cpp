@@ -269,6 +269,23 @@ TEST_F(Generator, FetchingAheadAsksForNothingElseAndChangesNoRow) {
   }
 }
 
+TEST_F(Generator, LargePagesThatComeEarlyWaitOnTheServerNotInMemory) {
+  constexpr qint64 kPageBytes = 9'000'000;
+  Page("/", "a.html b.html c.html d.html e.html");
+  qint64 mostAhead = 0;
+  for (const char* name : {"a", "b", "c", "d", "e"}) {
+    Answer page = Answer::Text(QByteArray("<a href=\"") + name + ".mp3\">");
+    page.generatedBytes = kPageBytes;
+    server.Route(QString("/%1.html").arg(name), page);
+  }
+  QObject::connect(&files, &FileList::rowsInserted, &server, [&] {
+    mostAhead = std::max(mostAhead, server.BodyBytesSent() - files.Count() * kPageBytes);
+  });
+  Generate();
+  EXPECT_EQ(Links(), "a.mp3 b.mp3 c.mp3 d.mp3 e.mp3");
+  EXPECT_LT(mostAhead, 3 * kPageBytes);
+}
+
 TEST_F(Generator, ADeadHostIsGivenUpAndALiveOneIsNot) {
   FakeWorkspace other(home, "dead.test::127.0.0.1:1," + server.ConnectTo());
   QByteArray links;

@@ -8,6 +8,8 @@
 #include "net/curl_http_engine.h"
 #include "net/host_book.h"
 #include "tests/support/loopback_server.h"
+#include "tests/support/temp_dir.h"
+#include "tests/support/test_certificate.h"
 
 namespace zentorin {
 namespace {
@@ -87,6 +89,27 @@ TEST_F(HttpEngineTest, EveryAnswerEndsInAClearOutcome) {
   EXPECT_EQ(Fetch("http://x.test/x").body, flood.body) << "not asked for: left as it is";
   CurlHttpEngine nowhere("::127.0.0.1:1,nonsense,a:b:c:d");
   EXPECT_EQ(QCoro::waitFor(FetchWhole(nowhere, Get("http://x.test/"))).failure, NoConnection);
+}
+
+TEST_F(HttpEngineTest, ASecureSiteIsTrustedByItsAuthorityAndMustEndWithAWord) {
+  LoopbackServer secure(LoopbackServer::Transport::Tls);
+  CurlHttpEngine there{secure.ConnectTo()};
+  Answer endless = Answer::Text("0123456789");
+  endless.contentLength = "";
+  secure.Route("/whole", endless.Ends(Ending::Close));
+  secure.Route("/cut", endless.Ends(Ending::CutOff, 10));
+  secure.Route("/counted", Answer::Text("0123456789").Ends(Ending::CutOff, 10));
+  const auto failureOf = [&](const char* url) {
+    return QCoro::waitFor(FetchWhole(there, Get(url))).failure;
+  };
+  EXPECT_EQ(failureOf("https://tls.test/whole"), HttpFailure::NoTrust);
+  const test::TempDir folder;
+  qputenv("SSL_CERT_FILE", folder.Write("ca.pem", test::kTestCertificate).toUtf8());
+  EXPECT_EQ(failureOf("https://tls.test/whole"), HttpFailure::None);
+  EXPECT_EQ(failureOf("https://tls.test/counted"), HttpFailure::None);
+  EXPECT_EQ(failureOf("https://tls.test/cut"), HttpFailure::CutOff);
+  EXPECT_EQ(failureOf("https://other.test/whole"), HttpFailure::NoTrust);
+  qunsetenv("SSL_CERT_FILE");
 }
 
 TEST_F(HttpEngineTest, OnlyHttpAddressesAreAskedAndOddCharactersAreEncoded) {

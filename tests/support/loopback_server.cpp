@@ -1,11 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/loopback_server.h"
 
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QSslKey>
+#include <QSslServer>
+#include <QSslSocket>
 #include <QTcpSocket>
 #include <QTimer>
 #include <algorithm>
 #include <limits>
 #include <numeric>
+
+#include <sys/socket.h>
+
+#include "tests/support/test_certificate.h"
 
 namespace zentorin::test {
 
@@ -29,6 +38,16 @@ ReceivedRequest ParseHead(const QByteArray& head) {
   }
   request.host = QString::fromLatin1(request.Header("Host")).toLower().section(u':', 0, 0);
   return request;
+}
+
+std::unique_ptr<QTcpServer> NewServer(LoopbackServer::Transport transport) {
+  if (transport == LoopbackServer::Transport::Plain) return std::make_unique<QTcpServer>();
+  QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+  configuration.setLocalCertificate(QSslCertificate(QByteArray(kTestCertificate)));
+  configuration.setPrivateKey(QSslKey(QByteArray(kTestKey), QSsl::Ec));
+  auto server = std::make_unique<QSslServer>();
+  server->setSslConfiguration(configuration);
+  return server;
 }
 
 }  // namespace
@@ -105,6 +124,11 @@ class LoopbackConnection : public QObject {
     }
     if (sent_ < last || ending == Answer::Ending::Stall) return;
     if (ending != Answer::Ending::Whole) {
+      const bool isTls = qobject_cast<QSslSocket*>(socket_) != nullptr;
+      if (isTls && ending == Answer::Ending::CutOff) {
+        socket_->flush();
+        ::shutdown(static_cast<int>(socket_->socketDescriptor()), SHUT_RDWR);
+      }
       socket_->disconnectFromHost();
       return;
     }
@@ -126,17 +150,17 @@ class LoopbackConnection : public QObject {
   qint64 sent_ = 0;
 };
 
-LoopbackServer::LoopbackServer() {
-  server_.setMaxPendingConnections(std::numeric_limits<int>::max());
-  server_.listen(QHostAddress::LocalHost);
-  connect(&server_, &QTcpServer::newConnection, this, [this] {
+LoopbackServer::LoopbackServer(Transport transport) : server_(NewServer(transport)) {
+  server_->setMaxPendingConnections(std::numeric_limits<int>::max());
+  server_->listen(QHostAddress::LocalHost);
+  connect(server_.get(), &QTcpServer::pendingConnectionAvailable, this, [this] {
     ++connections_;
-    new LoopbackConnection(*this, server_.nextPendingConnection());
+    new LoopbackConnection(*this, server_->nextPendingConnection());
   });
 }
 
 LoopbackServer::~LoopbackServer() {
-  server_.close();
+  server_->close();
   // They count into this object: gone before its members are.
   qDeleteAll(findChildren<LoopbackConnection*>());
 }
@@ -146,11 +170,11 @@ void LoopbackServer::Route(const QString& target, const Answer& answer) {
 }
 
 QString LoopbackServer::ConnectTo() const {
-  return u"::127.0.0.1:%1"_s.arg(server_.serverPort());
+  return u"::127.0.0.1:%1"_s.arg(server_->serverPort());
 }
 
 QString LoopbackServer::Url(const QString& target) const {
-  return u"http://127.0.0.1:%1%2"_s.arg(server_.serverPort()).arg(target);
+  return u"http://127.0.0.1:%1%2"_s.arg(server_->serverPort()).arg(target);
 }
 
 int LoopbackServer::Hits(const QString& target) const {

@@ -10,6 +10,7 @@
 #include <QTcpServer>
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace zentorin::test {
@@ -20,7 +21,7 @@ struct Answer {
   enum class Ending {
     Whole,   // all of the body, then the next request
     Close,   // all of the body, then the connection is closed
-    CutOff,  // closed after `endAfter` bytes of the body
+    CutOff,  // closed after `endAfter` bytes of the body; over TLS without a notice
     Stall,   // nothing more after `endAfter` bytes of the body, and not closed
     Silent,  // not a byte, and not closed
   };
@@ -92,7 +93,9 @@ class LoopbackServer : public QObject {
  public:
   using Handler = std::function<Answer(const ReceivedRequest&)>;
 
-  LoopbackServer();
+  enum class Transport { Plain, Tls };  // Tls: as tls.test, by test_certificate.h
+
+  explicit LoopbackServer(Transport transport = Transport::Plain);
   ~LoopbackServer() override;
 
   // `target`: "/path?query" for every host, or "host/path?query" for that host alone, which goes
@@ -125,7 +128,7 @@ class LoopbackServer : public QObject {
 
   Answer AnswerTo(const ReceivedRequest& request);
 
-  QTcpServer server_;
+  std::unique_ptr<QTcpServer> server_;
   QHash<QString, Handler> routes_;
   Handler fallback_;
   QList<ReceivedRequest> requests_;
