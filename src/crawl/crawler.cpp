@@ -73,11 +73,16 @@ QCoro::Task<void> Crawler::TakeStep(PageWalk& walk, PageWalk::Step& step) {
 
 // A page that cannot be fetched is passed over.
 QCoro::Task<void> Crawler::Take(PageRecord record, FetchedPage page) {
+  const bool isWhole = page.Ok() && !page.isCutShort;
+  MissReason missing;
+  // For a list of pages only those are fetched whose links are followed.
+  if (!isWhole && (extractor_ != nullptr || page.isCutShort)) {
+    missing = NoteMissing(record.address, page);
+  }
   if (extractor_ == nullptr) {
-    ListPage(record);
+    ListPage(record, missing.text);
     co_return;
   }
-  if (!page.Ok() || page.isCutShort) NoteMissing(record.address, page);
   if (page.Ok()) co_await extractor_->Extract(record.address, page);
 }
 

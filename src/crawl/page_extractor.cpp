@@ -146,7 +146,7 @@ void PageExtractor::AddRow(const Source& source, QString link, const QString& ad
   row.Set(FileListRow::Parent, source.url);
   row.Set(FileListRow::Address, address);
   context_.files.Append(row, true);
-  context_.files.SetReason(context_.files.Count() - 1, unknown.text);
+  context_.files.SetReason(context_.files.Count() - 1, unknown);
   context_.activity.SetFound(++rowCount_);
 }
 
