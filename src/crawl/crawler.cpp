@@ -71,19 +71,16 @@ QCoro::Task<void> Crawler::TakeStep(PageWalk& walk, PageWalk::Step& step) {
   co_await Take(step.record, page);
 }
 
-// A page that cannot be fetched is passed over.
+// A page that could not be fetched is passed over. Without an extractor pages need not be.
 QCoro::Task<void> Crawler::Take(PageRecord record, FetchedPage page) {
-  const bool isWhole = page.Ok() && !page.isCutShort;
+  const bool isMissing = extractor_ != nullptr && !page.Ok();
   MissReason missing;
-  // For a list of pages only those are fetched whose links are followed.
-  if (!isWhole && (extractor_ != nullptr || page.isCutShort)) {
-    missing = NoteMissing(record.address, page);
-  }
+  if (isMissing || page.isCutShort) missing = NoteMissing(record.address, page);
   if (extractor_ == nullptr) {
     ListPage(record, missing.text);
-    co_return;
+  } else if (page.Ok()) {
+    co_await extractor_->Extract(record.address, page);
   }
-  if (page.Ok()) co_await extractor_->Extract(record.address, page);
 }
 
 // A page that its server does not know is passed over in silence.

@@ -92,7 +92,10 @@ QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString pa
     request.alone = true;
     target.point.AskForRest(request);
     transfer = engine_.Open(std::move(request));
+    const Try last = std::move(attempt);
     attempt = co_await Receive(*transfer, url, target);
+    // That its host is given up meanwhile is no news.
+    if (transfer->Failure() == HttpFailure::HostDown) attempt.result.reason = last.result.reason;
   }
   FileDownload result = attempt.result;
   if (cancel_.Cancelled() && result.code != RowCode::Complete) result.code = RowCode::Cancelled;
