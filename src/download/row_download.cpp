@@ -168,14 +168,14 @@ std::optional<RowCode> RowDownload::Refusal(const QString& path) const {
 QCoro::Task<QString> RowDownload::StreamAddress(QString address, RowOutcome& outcome) {
   if (SuffixOf(address) != ".asx"_L1) co_return address;
   const FetchedPage page = co_await context_.http.FetchPageText(address, cancel_);
+  const QString named = page.Ok() ? API_Web::StreamLink(page.text) : QString();
+  if (!named.isEmpty()) co_return named;
   outcome.reason = MissReasonOf(page, address);
-  if (!page.Ok()) co_return QString();
-  const QString named = API_Web::StreamLink(page.text);
-  if (named.isEmpty()) {
+  if (outcome.reason.kind == MissKind::None && !cancel_.Cancelled()) {
     const QString why = u"ストリームのアドレスが書かれていません"_s;
     outcome.reason = {MissKind::NotRecorded, HostOf(address) + u": "_s + why};
   }
-  co_return named;
+  co_return QString();
 }
 
 QCoro::Task<RowCode> RowDownload::CaptureStream(QString address, RowOutcome& outcome) {

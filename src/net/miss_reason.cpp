@@ -105,7 +105,8 @@ MissReason MissReasonOf(HttpFailure failure, int httpStatus, const QString& url,
 }
 
 MissReason MissReasonOf(const FetchedPage& page, const QString& url) {
-  return MissReasonOf(page.failure, page.httpStatus, page.finalUrl.isEmpty() ? url : page.finalUrl);
+  const QString& answered = page.finalUrl.isEmpty() ? url : page.finalUrl;
+  return MissReasonOf(page.failure, page.httpStatus, answered, page.bytes);
 }
 
 void MissCounts::Add(const MissCounts& other) {

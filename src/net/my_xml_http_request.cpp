@@ -45,6 +45,14 @@ HttpRequest PageRequest(const QString& url, const CancelToken& cancel) {
   return request;
 }
 
+// A compressed answer announces another length than that of its text.
+BytesReceived BytesOf(const HttpAnswer& answer) {
+  BytesReceived bytes{.received = answer.body.size()};
+  const bool isPlain = answer.head.Header("Content-Encoding").isEmpty();
+  if (isPlain) bytes.announced = answer.head.Header("Content-Length").toLongLong();
+  return bytes;
+}
+
 // What an answer comes to before its text is looked at.
 FetchedPage PageOf(const HttpAnswer& answer, const CancelToken& cancel) {
   FetchedPage page;
@@ -52,6 +60,7 @@ FetchedPage PageOf(const HttpAnswer& answer, const CancelToken& cancel) {
   page.httpStatus = answer.head.status;
   page.finalUrl = answer.head.finalUrl;
   page.isCutShort = MayPass(page.failure, 0) && !answer.body.isEmpty();
+  if (page.httpStatus == kHttpOk && page.failure != HttpFailure::None) page.bytes = BytesOf(answer);
   return page;
 }
 

@@ -8,7 +8,7 @@
 #include <QCoro/QCoroTask>
 
 #include "net/fetch_choices.h"
-#include "net/http_engine.h"
+#include "net/miss_reason.h"
 
 namespace zentorin {
 
@@ -20,7 +20,8 @@ struct FetchedPage {
 
   bool isCutShort = false;  // `failure` says why
   HttpFailure failure = HttpFailure::None;
-  int httpStatus = 0;  // 0: no answer came
+  std::optional<BytesReceived> bytes;  // of a body that failed
+  int httpStatus = 0;                  // 0: no answer came
   QString text;
   QString finalUrl;
 };

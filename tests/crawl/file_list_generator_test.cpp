@@ -139,6 +139,7 @@ TEST_F(Generator, PassesOverPagesThatCannotBeFetched) {
   }
   EXPECT_TRUE(activity.Now().message.text.contains("http://h.test/cut.html（h.test: 応答が途中で"));
   EXPECT_EQ(Generate(true).missing.Text(), "リンク切れ 1・途中で切断 1");
+  EXPECT_TRUE(activity.Now().message.text.contains(" バイト）"));
   EXPECT_EQ(files.Reason(1), "h.test: HTTP 404");
   EXPECT_TRUE(messages.Texts().isEmpty());
 }

@@ -1,50 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <map>
 #include <tuple>
 
+#include "tests/crawl/memory_engine.h"
 #include "tests/download/download_fixture.h"
 
 namespace zentorin {
 namespace {
-
-struct Script {
-  HttpFailure failure = HttpFailure::None;
-  int status = 200;
-  QByteArray body;
-};
-
-// Answers from memory; what has no script is not there.
-class ScriptedEngine : public HttpEngine {
- public:
-  std::unique_ptr<HttpTransfer> Open(HttpRequest request) override {
-    const auto script = scripts.find(request.url);
-    return std::make_unique<Transfer>(
-        request.url, script == scripts.end() ? Script{.status = 404, .body = {}} : script->second);
-  }
-
-  std::map<QString, Script> scripts;
-
- private:
-  class Transfer : public HttpTransfer {
-   public:
-    Transfer(QString url, Script script) : url_(std::move(url)), script_(std::move(script)) {}
-
-    QCoro::Task<HttpHead> Head() override {
-      HttpHead head;
-      head.status = script_.status;
-      head.finalUrl = script_.status == 0 ? QString() : url_;
-      co_return head;
-    }
-    QCoro::Task<QByteArray> NextBlock() override {
-      co_return std::exchange(script_.body, QByteArray());
-    }
-    HttpFailure Failure() const override { return script_.failure; }
-
-   private:
-    QString url_;
-    Script script_;
-  };
-};
 
 // One job whose root page links to one page and to one file.
 class MissingTest : public test::DownloadTest {
@@ -54,27 +15,26 @@ class MissingTest : public test::DownloadTest {
     job.Edit(TargetUrlItem::Depth, "1");
     job.EditFlag(TargetUrlItem::OverWrite, true);
     workspace.choices.tries = 0;
-    Restore();
   }
 
-  void Restore() {
-    engine.scripts = {{kRoot, {.body = R"(<a href="/sub.html"><a href="/a.mp3">)"}},
-                      {kPage, {.body = "-"}},
-                      {kFile, {.body = "music"}}};
-  }
-
-  RunOutcome Batch() {
-    const FetchChoices& choices = workspace.choices;
-    MyXMLHttpRequest http(engine, activity, choices);
+  // With that answer for one address, whole answers for the others.
+  RunOutcome Batch(const QString& missed, const test::MemoryAnswer& answer) {
+    const QMap<QString, test::MemoryAnswer> site = {
+        {kRoot, QByteArray(R"(<a href="/sub.html"><a href="/a.mp3">)")},
+        {kPage, QByteArray("-")},
+        {kFile, QByteArray("music")}};
+    test::MemoryEngine engine(
+        [&](const QString& url) { return url == missed ? answer : site.value(url, answer); });
+    MyXMLHttpRequest http(engine, activity, workspace.choices);
     FileListGenerator generator(
-        {http, activity, messages, workspace.clock, urlList, job, files, choices});
-    const DownloadContext context{
-        {engine, http, activity, capture, workspace.drives, options, workspace.clock, choices},
-        messages,
-        opener,
-        log,
-        job,
-        files};
+        {http, activity, messages, workspace.clock, urlList, job, files, workspace.choices});
+    const DownloadContext context{{engine, http, activity, capture, workspace.drives, options,
+                                   workspace.clock, workspace.choices},
+                                  messages,
+                                  opener,
+                                  log,
+                                  job,
+                                  files};
     RunDriver own(context, urlList, generator, power);
     return QCoro::waitFor(own.BatchCommand());
   }
@@ -86,11 +46,10 @@ class MissingTest : public test::DownloadTest {
   const QString kRoot = "http://site.test/dir/index.html";
   const QString kPage = "http://site.test/sub.html";
   const QString kFile = "http://site.test/a.mp3";
-  ScriptedEngine engine;
 };
 
 TEST_F(MissingTest, NoFailureOfTheNetworkEndsWellAndEachIsCountedByItsKind) {
-  EXPECT_EQ(ExitStatusOf(Batch()), kExitDone);
+  EXPECT_EQ(ExitStatusOf(Batch({}, QByteArray())), kExitDone);
   using Case = std::tuple<HttpFailure, int, const char*>;
   for (const auto& [failure, status, kind] :
        {Case(HttpFailure::None, 403, "HTTP エラー"), Case(HttpFailure::None, 500, "HTTP エラー"),
@@ -106,9 +65,7 @@ TEST_F(MissingTest, NoFailureOfTheNetworkEndsWellAndEachIsCountedByItsKind) {
     const bool gone = QString(kind) == "リンク切れ";
     for (const QString& missed : {kRoot, kPage, kFile}) {
       SCOPED_TRACE((missed + u' ' + kind).toStdString());
-      Restore();
-      engine.scripts[missed] = {.failure = failure, .status = status, .body = {}};
-      outcome = Batch();
+      outcome = Batch(missed, {"", status, failure});
       const bool nobodysFault = gone && missed != kRoot;
       EXPECT_EQ(ExitStatusOf(outcome), nobodysFault ? kExitDone : kExitFailures);
       EXPECT_EQ(outcome.missing.Text(), QString(kind) + " 1");
