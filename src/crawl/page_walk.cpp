@@ -228,9 +228,14 @@ QCoro::Task<FetchedPage> PageWalk::Coming::Fetch(QString address) {
 QCoro::Task<void> PageWalk::Coming::Pass(qsizetype bytes) {
   held_ += bytes;
   walk_.heldAhead_ += bytes;
-  while (!isTurn_ && walk_.heldAhead_ >= kMaxHeldAhead && !walk_.cancel_.Cancelled()) {
+  // One of them reads on anyway: whoever takes the pages may wait for its connection.
+  const int most = walk_.context_.choices.connectionsPerHost - 1;
+  while (!isTurn_ && walk_.heldAhead_ >= kMaxHeldAhead && walk_.stopped_ < most &&
+         !walk_.cancel_.Cancelled()) {
+    ++walk_.stopped_;
     AsyncEvent::Waiter room = mayRead_.Wait();
     co_await room;
+    --walk_.stopped_;
   }
 }
 

@@ -115,6 +115,7 @@ class PageWalk {
   std::deque<Step> steps_;
   qsizetype heldAhead_ = 0;  // bytes of the pages in steps_, as far as they have come
   int onTheirWay_ = 0;       // pages that are being fetched ahead
+  int stopped_ = 0;          // of these, such as wait for room
   bool ended_ = false;
   AsyncEvent stepCame_;
   AsyncEvent roomCame_;

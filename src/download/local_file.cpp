@@ -122,6 +122,15 @@ void LocalFile::ApplyDate() const {
   ::futimens(file_.Number(), times.data());
 }
 
+// By errno. A folder that was deleted meanwhile is told in several ways.
+RowCode LocalFile::WhyNoName() const {
+  const int error = errno;
+  struct stat folder = {};
+  if (error == EEXIST) return RowCode::SkipExisting;
+  if (::fstat(folder_, &folder) == 0 && folder.st_nlink == 0) return RunTimeError::PathMissing;
+  return RunTimeErrorFromErrno(error);
+}
+
 // A write error that the system finds out only at the end takes a new file's name with it.
 RowCode LocalFile::Keep() {
   // Nothing of a longer try that broke off stays behind the one that is whole.
@@ -132,7 +141,7 @@ RowCode LocalFile::Keep() {
   struct stat status = {};
   bytes_ = isNew_ || ::fstat(file_.Number(), &status) != 0 ? position_ : status.st_size;
   if (isNew_ && hidden_.isEmpty() && !GiveName(file_.Number(), folder_, name_)) {
-    return errno == EEXIST ? RowCode(RowCode::SkipExisting) : RunTimeErrorFromErrno(errno);
+    return WhyNoName();
   }
   if (!file_.Close()) {
     const RunTimeError error = RunTimeErrorFromErrno(errno);
@@ -140,9 +149,7 @@ RowCode LocalFile::Keep() {
     return error;
   }
   if (hidden_.isEmpty()) return RowCode::Complete;
-  if (!Rename(folder_, hidden_, name_)) {
-    return errno == EEXIST ? RowCode(RowCode::SkipExisting) : RunTimeErrorFromErrno(errno);
-  }
+  if (!Rename(folder_, hidden_, name_)) return WhyNoName();
   hidden_.clear();
   return RowCode::Complete;
 }

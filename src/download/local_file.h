@@ -44,6 +44,7 @@ class LocalFile {
  private:
   int OpenNew();
   void ApplyDate() const;
+  RowCode WhyNoName() const;
 
   WriteCall write_;
   int folder_ = AT_FDCWD;

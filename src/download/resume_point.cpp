@@ -37,18 +37,21 @@ void ResumePoint::AskForRest(HttpRequest& request) const {
   request.headers.append({.name = "If-Range", .value = validator_});
 }
 
-bool ResumePoint::IsContinuedBy(const HttpHead& partial) const {
+bool ResumePoint::ContinueBy(const HttpHead& partial) {
   static const QRegularExpression form(uR"(\Abytes (\d{1,18})-(\d{1,18})/(\d{1,18}|\*)\z)"_s,
                                        QRegularExpression::CaseInsensitiveOption);
   const QString range = QString::fromLatin1(partial.Header("Content-Range")).trimmed();
   const QRegularExpressionMatch match = form.match(range);
   if (validator_.isEmpty() || !match.hasMatch()) return false;
   const QString total = match.captured(3);
-  const bool isSameLength = total == "*"_L1 || length_ == 0 || total.toLongLong() == length_;
+  const qint64 length = total == "*"_L1 ? length_ : total.toLongLong();
+  const bool isSameLength = length > 0 && (length_ == 0 || length == length_);
   const QByteArray validator = ValidatorOf(partial);
   const bool isSameVersion = validator.isEmpty() || validator == validator_;
-  return match.captured(1).toLongLong() == written_ && isSameLength && isSameVersion &&
-         partial.Header("Content-Encoding").isEmpty();
+  const bool fits = match.captured(1).toLongLong() == written_ && isSameLength && isSameVersion &&
+                    partial.Header("Content-Encoding").isEmpty();
+  if (fits) length_ = length;
+  return fits;
 }
 
 }  // namespace zentorin

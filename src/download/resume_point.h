@@ -21,7 +21,8 @@ class ResumePoint {
 
   // Asks for the rest where that is possible, for the whole else.
   void AskForRest(HttpRequest& request) const;
-  bool IsContinuedBy(const HttpHead& partial) const;
+  // Whether a partial answer goes on here. It may tell the length that the first one did not.
+  bool ContinueBy(const HttpHead& partial);
 
  private:
   qint64 written_ = 0;

@@ -52,7 +52,7 @@ HttpRequest SingleDownload::RequestFor(const QString& url) const {
 
 bool SingleDownload::AskEarly(const QString& url) {
   if (early_.size() >= maxEarly_ || cancel_.Cancelled()) return false;
-  if (early_.contains(url)) return true;
+  if (url == inHand_ || early_.contains(url)) return true;
   HttpRequest request = RequestFor(url);
   request.early = true;
   early_.emplace(url, engine_.Open(std::move(request)));
@@ -72,6 +72,7 @@ void SingleDownload::UseFewerDescriptors() {
 }
 
 QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString path, int folder) {
+  inHand_ = url;
   Target target{.path = path, .folder = folder, .file = LocalFile(write_), .point = {}};
   SecondChances chances(choices_, activity_, cancel_);
   std::unique_ptr<HttpTransfer> transfer = TakeEarly(url);
@@ -79,8 +80,7 @@ QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString pa
   if (!wasEarly) transfer = engine_.Open(RequestFor(url));
   Try attempt = co_await Receive(*transfer, url, target);
   while (!cancel_.Cancelled()) {
-    const bool asksAnew =
-        wasEarly && attempt.refused && attempt.result.reason.kind != MissKind::Gone;
+    const bool asksAnew = wasEarly && (attempt.mayPass || attempt.failure == HttpFailure::HostDown);
     if (!asksAnew && !(attempt.mayPass && chances.Left())) break;
     transfer.reset();
     if (!asksAnew) {
@@ -89,13 +89,17 @@ QCoro::Task<FileDownload> SingleDownload::DownloadToFile(QString url, QString pa
     }
     wasEarly = false;
     HttpRequest request = RequestFor(url);
-    request.alone = true;
+    // One that only had to make way does not send others away in turn.
+    request.alone = attempt.failure != HttpFailure::Dropped;
     target.point.AskForRest(request);
     transfer = engine_.Open(std::move(request));
     const Try last = std::move(attempt);
     attempt = co_await Receive(*transfer, url, target);
     // That its host is given up meanwhile is no news.
-    if (transfer->Failure() == HttpFailure::HostDown) attempt.result.reason = last.result.reason;
+    const bool isNews = last.failure == HttpFailure::Dropped || last.failure == HttpFailure::None;
+    if (attempt.failure == HttpFailure::HostDown && !isNews) {
+      attempt.result.reason = last.result.reason;
+    }
   }
   FileDownload result = attempt.result;
   if (cancel_.Cancelled() && result.code != RowCode::Complete) result.code = RowCode::Cancelled;
@@ -116,7 +120,7 @@ QCoro::Task<SingleDownload::Try> SingleDownload::Receive(HttpTransfer& transfer,
   const HttpHead head = co_await transfer.Head();
   if (cancel_.Cancelled()) co_return attempt;
   const QString answered = head.finalUrl.isEmpty() ? url : head.finalUrl;
-  const bool continues = head.status == kPartialContent && point.IsContinuedBy(head);
+  const bool continues = head.status == kPartialContent && point.ContinueBy(head);
   if (head.status != kHttpOk && !continues) {
     const HttpFailure failure = transfer.Failure();
     NoteRefusal(attempt, failure, head.status, MissReasonOf(failure, head.status, answered));
@@ -153,7 +157,7 @@ QCoro::Task<SingleDownload::Try> SingleDownload::Receive(HttpTransfer& transfer,
 // By the network or the server.
 void SingleDownload::NoteRefusal(Try& attempt, HttpFailure failure, int status,
                                  const MissReason& reason) {
-  attempt.refused = true;
+  attempt.failure = failure;
   attempt.mayPass = MayPass(failure, status);
   attempt.result.reason = reason;
   if (failure == HttpFailure::NoDescriptor) UseFewerDescriptors();

@@ -55,8 +55,8 @@ class SingleDownload {
   // One try of one file.
   struct Try {
     FileDownload result;
+    HttpFailure failure = HttpFailure::None;
     bool mayPass = false;  // another try may end better
-    bool refused = false;  // by the network or the server
   };
 
   HttpRequest RequestFor(const QString& url) const;
@@ -84,6 +84,7 @@ class SingleDownload {
   SpeedLimit speed_;
   std::map<QString, std::unique_ptr<HttpTransfer>> early_;  // by address
   size_t maxEarly_;
+  QString inHand_;  // the address of the file
   QByteArray wholeBody_;  // of the last HTTPDownloadFile()
 };
 

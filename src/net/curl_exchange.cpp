@@ -61,6 +61,13 @@ bool HasUnequalLengths(const HttpHead& head) {
   });
 }
 
+bool IsBeyondNumbers(const QByteArray& text) {
+  bool isNumber = false;
+  text.toLongLong(&isNumber);
+  return !isNumber && !text.isEmpty() &&
+         std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
+}
+
 bool HasLineBreak(const QByteArray& text) {
   return text.contains('\r') || text.contains('\n') || text.contains('\0');
 }
@@ -182,7 +189,19 @@ void CurlExchange::Finish(HttpFailure failure) {
     blocks_.clear();
     rest_.clear();
   }
-  if (!headIsFinal_) head_ = {};
+  if (headIsFinal_) return;
+  const bool wasLed = headBytes_ > 0 && easy_;
+  head_ = {};
+  if (wasLed) head_.finalUrl = Address();  // to what failed
+}
+
+// Without a redirect it stays as it was written, because it is compared as text.
+QString CurlExchange::Address() const {
+  long redirects = 0;
+  const char* address = nullptr;
+  curl_easy_getinfo(easy_.get(), CURLINFO_REDIRECT_COUNT, &redirects);
+  curl_easy_getinfo(easy_.get(), CURLINFO_EFFECTIVE_URL, &address);
+  return redirects > 0 ? QString::fromUtf8(address) : request_.url;
 }
 
 // A connection that is used again has no time of connecting, but one of sending.
@@ -337,15 +356,11 @@ bool CurlExchange::EndHead() {
   }
   if (HasUnequalLengths(head_)) return Refuse(HttpFailure::BadAnswer);
   headIsFinal_ = true;
-  long redirects = 0;
-  const char* address = nullptr;
   curl_off_t retryAfter = 0;
   curl_easy_getinfo(easy_.get(), CURLINFO_RETRY_AFTER, &retryAfter);
   head_.retryAfter = std::chrono::seconds(retryAfter);
-  curl_easy_getinfo(easy_.get(), CURLINFO_REDIRECT_COUNT, &redirects);
-  curl_easy_getinfo(easy_.get(), CURLINFO_EFFECTIVE_URL, &address);
-  // Without a redirect the address stays as it was written, because it is compared as text.
-  head_.finalUrl = redirects > 0 ? QString::fromUtf8(address) : request_.url;
+  if (IsBeyondNumbers(head_.Header("Retry-After"))) head_.retryAfter = std::chrono::hours(1);
+  head_.finalUrl = Address();
   return true;
 }
 

@@ -68,6 +68,7 @@ class CurlExchange {
   void FinishWith(CURLcode code);
   bool Answered() const { return headIsFinal_; }
   bool NeverConnected() const { return neverConnected_; }  // of a finished one
+  bool BrokeOffUnanswered() const { return failure_ == HttpFailure::CutOff && headBytes_ == 0; }
 
   bool IsWorthDraining() const;
   void StartDraining();
@@ -85,6 +86,7 @@ class CurlExchange {
   void SetRoute(curl_slist* connectTo);
   void SetHeaders();
   bool HasConnected() const;
+  QString Address() const;
   void WatchSecureEnd();
   bool EndsUnannounced() const;
   bool TakeHeaderLine(QByteArrayView line);

@@ -251,18 +251,19 @@ void CurlMultiLoop::Settle(const Exchange& exchange) {
   Learn(exchange);
 }
 
-// What an exchange tells of its host.
+// What an exchange tells of its host. What another one did that it was led to is not its affair.
 void CurlMultiLoop::Learn(const Exchange& exchange) {
   const auto now = std::chrono::steady_clock::now();
   const HttpFailure failure = exchange->Failure();
   const QString& host = exchange->Host();
   const bool boreMore = !hosts_.OneAtATime(host);
+  const bool isUnknown = failure == HttpFailure::NoConnection || failure == HttpFailure::NoName;
   if (exchange->Answered()) {
     hosts_.Answered(host, exchange->Head(), now);
-  } else if (failure == HttpFailure::NoConnection || failure == HttpFailure::NoName) {
-    hosts_.NotConnected(host, false, now);
-  } else if (failure == HttpFailure::TimedOut && exchange->NeverConnected()) {
-    hosts_.NotConnected(host, true, now);
+  } else if (exchange->NeverConnected() && (isUnknown || failure == HttpFailure::TimedOut)) {
+    hosts_.NotConnected(host, !isUnknown, now);
+  } else if (exchange->Request().early && exchange->BrokeOffUnanswered()) {
+    hosts_.RefusedEarly(host);
   }
   if (boreMore && hosts_.OneAtATime(host)) EndEarlyOnes(host);
 }

@@ -37,6 +37,7 @@ class HostBook {
   void Answered(const QString& host, const HttpHead& head, Time now);
   // A time-out counts as down at once: the system has tried to connect again and again in it.
   void NotConnected(const QString& host, bool timedOut, Time now);
+  void RefusedEarly(const QString& host) { hosts_[host].oneAtATime = true; }
 
  private:
   struct Host {

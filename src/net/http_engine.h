@@ -73,7 +73,7 @@ QString WhyNoAnswer(HttpFailure failure, int httpStatus, const QString& host);
 // Of the final answer, after redirects.
 struct HttpHead {
   int status = 0;    // 0 when no answer came
-  QString finalUrl;  // address of the final answer
+  QString finalUrl;  // address of the final answer, or of what failed behind a redirect
   QList<HttpHeader> headers;
   QByteArray rawHeaders;               // status line and headers as they came, line ends included
   std::chrono::seconds retryAfter{0};  // for how long the server wants to be left alone

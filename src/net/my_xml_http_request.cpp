@@ -110,8 +110,8 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchPageText(QString url, CancelToke
     if (page.isCutShort && page.text.size() >= longest.text.size()) longest = page;
     const bool hasNextStage = page.httpStatus == 0 && stage < kLastStage;
     if (!MayPass(page.failure, page.httpStatus)) co_return page;
-    bool goesOn = hasNextStage || chances.Left();
-    if (goesOn) goesOn = co_await chances.Pause();
+    bool goesOn = hasNextStage;
+    if (chances.Left()) goesOn = co_await chances.Pause();
     if (!goesOn) co_return longest.isCutShort && !cancel.Cancelled() ? longest : page;
     if (hasNextStage) ++stage;
   }
