@@ -14,6 +14,8 @@ RunTimeError RunTimeErrorFromErrno(int systemError) {
     case ENOSPC:
     case EDQUOT:
       return RunTimeError::DiskFull;
+    case EFBIG:
+      return RunTimeError::FileTooLarge;
     case EMFILE:
     case ENFILE:
       return RunTimeError::TooManyFiles;
@@ -26,7 +28,6 @@ RunTimeError RunTimeErrorFromErrno(int systemError) {
       return RunTimeError::PathMissing;
     case EISDIR:
     case ELOOP:
-    case EXDEV:
     case ENXIO:
     case ENODEV:
     case EBUSY:
@@ -59,6 +60,8 @@ QString Words(RunTimeError error) {
       return u"入出力エラーが発生しました"_s;
     case RunTimeError::DiskFull:
       return u"空き容量が不足しています"_s;
+    case RunTimeError::FileTooLarge:
+      return u"ファイルの大きさの上限を超えました"_s;
     case RunTimeError::TooManyFiles:
       return u"開けるファイルの数を超えました"_s;
     case RunTimeError::PermissionDenied:

@@ -12,6 +12,7 @@ enum class RunTimeError {
   BadFileName = 52,
   InputOutput = 57,
   DiskFull = 61,
+  FileTooLarge = 63,
   TooManyFiles = 67,
   PermissionDenied = 70,
   PathAccess = 75,  // is a directory, or cannot be accessed

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "base/wait.h"
 #include "crawl/file_list_generator.h"
 #include "crawl/page_extractor.h"
 #include "crawl/tag_splitter.h"
@@ -59,6 +60,7 @@ PageWalk::PageWalk(const CrawlContext& context, Pattern& subPages, QString start
       subPages_(subPages),
       startAddress_(std::move(startAddress)),
       fetchesLeaves_(fetchesLeaves),
+      sharesConnections_(context.job.Flag(TargetUrlItem::DispModify)),
       cancel_(std::move(cancel)) {}
 
 void PageWalk::Start(const QString& rootUrl, const FetchedPage& page) {
@@ -78,14 +80,14 @@ QCoro::Task<std::optional<PageWalk::Step>> PageWalk::Next() {
   step = std::move(steps_.front());
   steps_.pop_front();
   if (!step->coming) heldAhead_ -= BytesOf(step->page);
-  TellRoom();
+  roomCame_.Set();
   co_return step;
 }
 
 QCoro::Task<FetchedPage> PageWalk::PageOf(Step& step) {
   if (!step.coming) co_return step.page;
   const FetchedPage page = co_await step.coming->Take();
-  TellRoom();
+  roomCame_.Set();
   co_return page;
 }
 
@@ -106,6 +108,8 @@ QCoro::Task<void> PageWalk::Walk(QString rootUrl, FetchedPage page) {
     if (slice_.Over()) co_await slice_.Rest();
   }
   path_.clear();
+  // Pages that turned out to be known under another address.
+  for (const auto& [address, coming] : guessed_) co_await coming->Take();
   ended_ = true;
   stepCame_.Set();
 }
@@ -115,8 +119,9 @@ QCoro::Task<void> PageWalk::Follow(Link link) {
   if (OutsideRoot(DecodeReferences(link.text), frame.baseDir)) co_return;
   Step step;
   step.record.address = API_Web::AddressOf(frame.baseDir, link.text);
-  if (visited_.AnyEndsWith(step.record.address)) co_return;
+  if (IsVisited(step.record.address)) co_return;
   visited_.Add(step.record.address);
+  visitedAddresses_.insert(step.record.address);
   step.record.link = link.text;
   step.record.baseDir = frame.baseDir;
   step.record.parent = frame.record.address;
@@ -135,7 +140,9 @@ QCoro::Task<void> PageWalk::Follow(Link link) {
     Emit(std::move(step));
     co_return;
   }
-  const FetchedPage page = co_await context_.http.FetchPageText(step.record.address, cancel_);
+  const std::unique_ptr<Coming> coming = FetchAhead(step.record.address);
+  Guess();
+  const FetchedPage page = co_await coming->Take();
   if (cancel_.Cancelled()) co_return;
   if (page.Ok()) {
     co_await Enter(step.record, page);
@@ -191,26 +198,47 @@ QCoro::Task<void> PageWalk::Leave() {
 }
 
 QCoro::Task<void> PageWalk::WaitForRoom() {
-  while (!cancel_.Cancelled() && (heldAhead_ >= kMaxHeldAhead || steps_.size() >= kMaxStepsAhead ||
-                                  onTheirWay_ >= context_.choices.connectionsPerHost)) {
+  const auto isFull = [this] {
+    const bool holdsMuch = heldAhead_ >= kMaxHeldAhead || steps_.size() >= kMaxStepsAhead;
+    // Steps are taken and pages come; nothing else makes room.
+    return (holdsMuch && !steps_.empty()) || onTheirWay_ >= MostOnTheirWay();
+  };
+  while (!cancel_.Cancelled() && isFull()) {
     AsyncEvent::Waiter room = roomCame_.Wait();
     co_await room;
   }
 }
 
+bool PageWalk::IsVisited(const QString& address) {
+  if (!visited_.AnyEndsWith(address)) return false;
+  if (!visitedAddresses_.contains(address)) hasVariants_ = true;
+  return true;
+}
+
+// Asks for the next links of the page in hand while it is open what lies below the present one.
+// They will be come to, here or further down, unless another address counts as theirs.
+void PageWalk::Guess() {
+  constexpr qsizetype kEnoughPages = 20;
+  if (hasVariants_ || visitedAddresses_.size() < kEnoughPages) return;
+  const Frame& frame = path_.back();
+  for (size_t i = frame.next; i < frame.links.size(); ++i) {
+    if (onTheirWay_ >= MostOnTheirWay() || heldAhead_ >= kMaxHeldAhead) return;
+    const QString& link = frame.links[i].text;
+    const QString address = API_Web::AddressOf(frame.baseDir, link);
+    if (guessed_.contains(address) || OutsideRoot(DecodeReferences(link), frame.baseDir)) continue;
+    if (!IsVisited(address)) guessed_.emplace(address, FetchAhead(address));
+  }
+}
+
+int PageWalk::MostOnTheirWay() const {
+  return sharesConnections_ ? 1 : context_.choices.connectionsPerHost;
+}
+
 std::unique_ptr<PageWalk::Coming> PageWalk::FetchAhead(const QString& address) {
+  if (auto guessed = guessed_.extract(address)) return std::move(guessed.mapped());
   auto coming = std::make_unique<Coming>(*this);
   coming->page = coming->Fetch(address);
   return coming;
-}
-
-// The first ones go on first.
-void PageWalk::TellRoom() {
-  // By number: one that goes on may add steps.
-  for (size_t i = 0; i < steps_.size() && heldAhead_ < kMaxHeldAhead; ++i) {
-    if (steps_[i].coming) steps_[i].coming->LetRead();
-  }
-  roomCame_.Set();
 }
 
 QCoro::Task<FetchedPage> PageWalk::Coming::Fetch(QString address) {
@@ -228,20 +256,15 @@ QCoro::Task<FetchedPage> PageWalk::Coming::Fetch(QString address) {
 QCoro::Task<void> PageWalk::Coming::Pass(qsizetype bytes) {
   held_ += bytes;
   walk_.heldAhead_ += bytes;
-  // One of them reads on anyway: whoever takes the pages may wait for its connection.
-  const int most = walk_.context_.choices.connectionsPerHost - 1;
-  while (!isTurn_ && walk_.heldAhead_ >= kMaxHeldAhead && walk_.stopped_ < most &&
-         !walk_.cancel_.Cancelled()) {
-    ++walk_.stopped_;
-    AsyncEvent::Waiter room = mayRead_.Wait();
-    co_await room;
-    --walk_.stopped_;
-  }
+  // Never a stop: somebody may wait for this page's connection.
+  constexpr std::chrono::milliseconds kPause(500);
+  const bool isPressing = isTurn_ || walk_.sharesConnections_;
+  if (isPressing || walk_.heldAhead_ < kMaxHeldAhead) co_return;
+  co_await SleepUnlessCancelled(walk_.cancel_, kPause);
 }
 
 QCoro::Task<FetchedPage> PageWalk::Coming::Take() {
   isTurn_ = true;
-  mayRead_.Set();
   const FetchedPage taken = co_await page;
   walk_.heldAhead_ -= held_;
   co_return taken;

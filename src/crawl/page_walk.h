@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <deque>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -31,14 +33,13 @@ struct PageRecord {
 // no page that a walk without haste would not come to.
 class PageWalk {
  public:
-  // A page on its way. It is read while there is room, and in its turn anyway.
+  // A page on its way. While too much is held it is read slowly, but in its turn it is not.
   class Coming : public ReadGate {
    public:
     explicit Coming(PageWalk& walk) : walk_(walk) {}
 
     QCoro::Task<void> Pass(qsizetype bytes) override;
     QCoro::Task<FetchedPage> Fetch(QString address);
-    void LetRead() { mayRead_.Set(); }
     QCoro::Task<FetchedPage> Take();
 
     QCoro::Task<FetchedPage> page;
@@ -47,7 +48,6 @@ class PageWalk {
     PageWalk& walk_;
     bool isTurn_ = false;
     qsizetype held_ = 0;  // bytes that count into the walk's
-    AsyncEvent mayRead_;
   };
 
   // What is to be done next, in the order of the walk.
@@ -96,7 +96,9 @@ class PageWalk {
   QCoro::Task<void> Leave();
   QCoro::Task<void> WaitForRoom();
   std::unique_ptr<Coming> FetchAhead(const QString& address);
-  void TellRoom();
+  void Guess();
+  bool IsVisited(const QString& address);
+  int MostOnTheirWay() const;
   void Emit(Step step);
   bool OutsideRoot(const QString& link, const QString& baseDir) const;
 
@@ -104,9 +106,12 @@ class PageWalk {
   Pattern& subPages_;
   QString startAddress_;
   bool fetchesLeaves_;
+  bool sharesConnections_;  // with whoever takes the pages and asks for the headers of files
   CancelToken cancel_;
 
   SuffixIndex visited_;
+  QSet<QString> visitedAddresses_;
+  bool hasVariants_ = false;  // two addresses counted as one page
   // From the root to the page in hand. No recursion: a chain may be as long as the depth typed.
   std::vector<Frame> path_;
   qsizetype heldCharacters_ = 0;  // page texts in path_
@@ -115,7 +120,7 @@ class PageWalk {
   std::deque<Step> steps_;
   qsizetype heldAhead_ = 0;  // bytes of the pages in steps_, as far as they have come
   int onTheirWay_ = 0;       // pages that are being fetched ahead
-  int stopped_ = 0;          // of these, such as wait for room
+  std::map<QString, std::unique_ptr<Coming>> guessed_;  // by address, for links that come later
   bool ended_ = false;
   AsyncEvent stepCame_;
   AsyncEvent roomCame_;

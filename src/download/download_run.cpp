@@ -121,7 +121,7 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
     activity.SetBytes(0);
     activity.SetAddress(CutForDisplay(address));
     QCoro::Task<RowOutcome> fetch = download_->Fetch(address, row[FileListRow::Date]);
-    AskAhead(rows, index);
+    AskAhead(rows);
     const RowOutcome outcome = co_await fetch;
     const int place = rows.Find(row);
     row.Set(FileListRow::Date, outcome.date);
@@ -142,11 +142,13 @@ QCoro::Task<bool> DownloadRun::TakeRow(RowCursor& rows, int index) {
 }
 
 // Sends requests of the rows to come, as far as more of them can wait for their turn.
-void DownloadRun::AskAhead(RowCursor& rows, int current) {
-  constexpr int kReach = 50;
-  for (int row = rows.NextAhead(); row >= 0; row = rows.NextAhead()) {
-    const bool isNear = row - current <= kReach;
-    if (isNear && download_->AskEarly(RowAddress(context_.files.Row(row), root_))) continue;
+void DownloadRun::AskAhead(RowCursor& rows) {
+  constexpr int kLooks = 50;
+  for (int look = 0; look < kLooks; ++look) {
+    const int next = rows.NextAhead();
+    if (next < 0) return;
+    const FileListRow& row = context_.files.Row(next);
+    if (download_->AskEarly(RowAddress(row, root_), row[FileListRow::Date])) continue;
     rows.StepBack();
     return;
   }

@@ -53,7 +53,7 @@ class DownloadRun {
   QCoro::Task<void> TellNothingSelected();
   QCoro::Task<void> WalkRows();
   QCoro::Task<bool> TakeRow(RowCursor& rows, int index);
-  void AskAhead(RowCursor& rows, int current);
+  void AskAhead(RowCursor& rows);
   void PassOver(int index, const QString& address);
   bool Report(const RowOutcome& row, const QString& address);
   QCoro::Task<void> TellFatal(RowOutcome row);

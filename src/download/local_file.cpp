@@ -69,7 +69,9 @@ Outcome LocalFile::Open(const QString& path, int folder) {
   isNew_ = !isThere;
   if (isNew_) {
     const int error = OpenNew();
-    return error == 0 ? Outcome() : Outcome::OfErrno(error, path);
+    if (error == 0) return {};
+    return IsFolderGone() ? Outcome::Of(RunTimeError::PathMissing, path)
+                          : Outcome::OfErrno(error, path);
   }
   if (!S_ISREG(status.st_mode)) return Outcome::Of(RunTimeError::PathAccess, path);
   file_ = OpenAt(folder_, name_, O_NOFOLLOW);
@@ -122,13 +124,16 @@ void LocalFile::ApplyDate() const {
   ::futimens(file_.Number(), times.data());
 }
 
-// By errno. A folder that was deleted meanwhile is told in several ways.
-RowCode LocalFile::WhyNoName() const {
-  const int error = errno;
+// The system tells it in several ways.
+bool LocalFile::IsFolderGone() const {
   struct stat folder = {};
-  if (error == EEXIST) return RowCode::SkipExisting;
-  if (::fstat(folder_, &folder) == 0 && folder.st_nlink == 0) return RunTimeError::PathMissing;
-  return RunTimeErrorFromErrno(error);
+  return ::fstat(folder_, &folder) == 0 && folder.st_nlink == 0;
+}
+
+RowCode LocalFile::WhyNoName() const {
+  if (errno == EEXIST) return RowCode::SkipExisting;
+  const RunTimeError error = RunTimeErrorFromErrno(errno);
+  return IsFolderGone() ? RunTimeError::PathMissing : error;
 }
 
 // A write error that the system finds out only at the end takes a new file's name with it.

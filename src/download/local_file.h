@@ -44,7 +44,8 @@ class LocalFile {
  private:
   int OpenNew();
   void ApplyDate() const;
-  RowCode WhyNoName() const;
+  bool IsFolderGone() const;
+  RowCode WhyNoName() const;  // by errno
 
   WriteCall write_;
   int folder_ = AT_FDCWD;

@@ -115,9 +115,9 @@ QCoro::Task<RowOutcome> RowDownload::TakeRow(QString address, QString date) {
   co_return outcome;
 }
 
-bool RowDownload::AskEarly(const QString& address) {
-  if (context_.options.addDate || IsStreamSuffix(SuffixOf(address))) return true;
-  const QString name = NameOf({}, address);
+bool RowDownload::AskEarly(const QString& address, const QString& date) {
+  if (IsStreamSuffix(SuffixOf(address)) || (NeedsDate() && !ParseDateText(date))) return true;
+  const QString name = NameOf(PrefixOf(date), address);
   if (name.isEmpty()) return true;
   QString folder = saveFolder_.Path();
   if (job_.treeFolder) folder += u'/' + SubFolder(address).replace(u'\\', u'/');
@@ -216,8 +216,7 @@ QCoro::Task<RowCode> RowDownload::CaptureStream(QString address, RowOutcome& out
 // the time that the file list shows; when no answer came, the outcome says why.
 QCoro::Task<QString> RowDownload::DatePrefix(QString address, RowOutcome& outcome) {
   QString& date = outcome.date;
-  const QString& format = context_.options.addDateFormat;
-  if (!context_.options.addDate || format.isEmpty()) co_return QString();
+  if (!NeedsDate()) co_return QString();
   if (date.isEmpty() || date == "-"_L1) {
     const HttpAnswer answer = co_await context_.http.QueryHead(address, cancel_);
     const HttpHead& head = answer.head;
@@ -228,9 +227,16 @@ QCoro::Task<QString> RowDownload::DatePrefix(QString address, RowOutcome& outcom
     if (!modified) co_return QString();
     date = DisplayClock::TextOf(context_.clock.Shown(*modified));
   }
-  const auto known = ParseDateText(date);
-  if (!known) co_return QString();
-  co_return FormatDate(*known, format);
+  co_return PrefixOf(date);
+}
+
+bool RowDownload::NeedsDate() const {
+  return context_.options.addDate && !context_.options.addDateFormat.isEmpty();
+}
+
+QString RowDownload::PrefixOf(const QString& date) const {
+  const auto known = NeedsDate() ? ParseDateText(date) : std::nullopt;
+  return known ? FormatDate(*known, context_.options.addDateFormat) : QString();
 }
 
 }  // namespace zentorin

@@ -68,8 +68,9 @@ class RowDownload {
   QCoro::Task<RowOutcome> Fetch(QString address, QString date);
 
   // Sends the request of a row to come ahead of its turn, when it looks as if it will be fetched: a
-  // plain file that is not there yet, whose name hangs on no date. False when no more can wait.
-  bool AskEarly(const QString& address);
+  // plain file that is not there yet, whose name hangs on no date that is still to be asked for.
+  // False when no more can wait.
+  bool AskEarly(const QString& address, const QString& date);
 
  private:
   QCoro::Task<RowOutcome> TakeRow(QString address, QString date);
@@ -78,6 +79,8 @@ class RowDownload {
   QCoro::Task<QString> StreamAddress(QString address, RowOutcome& outcome);
   QCoro::Task<QString> DatePrefix(QString address, RowOutcome& outcome);
   std::optional<RowCode> Refusal(const QString& path) const;
+  bool NeedsDate() const;
+  QString PrefixOf(const QString& date) const;
   QString SubFolder(const QString& address) const;  // below the save folder, in its own form
   QString NameOf(const QString& prefix, const QString& address) const;
 

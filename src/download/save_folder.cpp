@@ -77,8 +77,9 @@ int OpenBelow(const QString& top, const QString& path, Descriptor& folder) {
     folder = Descriptor(static_cast<int>(opened));
     return 0;
   }
-  if (errno != ENOSYS && errno != EPERM) return errno;
-  folder = Descriptor(path, kFlags);  // a system without that call
+  // A system without that call; an absolute link, which was looked at before and stays inside.
+  if (errno != ENOSYS && errno != EPERM && errno != EXDEV) return errno;
+  folder = Descriptor(path, kFlags);
   return folder.Number() < 0 ? errno : 0;
 }
 

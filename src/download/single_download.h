@@ -84,7 +84,7 @@ class SingleDownload {
   SpeedLimit speed_;
   std::map<QString, std::unique_ptr<HttpTransfer>> early_;  // by address
   size_t maxEarly_;
-  QString inHand_;  // the address of the file
+  QString inHand_;        // the address of the file
   QByteArray wholeBody_;  // of the last HTTPDownloadFile()
 };
 

@@ -2,6 +2,7 @@
 #include "net/curl_exchange.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <utility>
 
@@ -295,12 +296,14 @@ int CurlExchange::OnTrace(CURL* /*easy*/, curl_infotype type, char* bytes, size_
   return 0;
 }
 
-// A body without a length that a secure connection ended without a word.
+// An answer without a length that a secure connection ended without a word.
 bool CurlExchange::EndsUnannounced() const {
   const char* scheme = nullptr;
   curl_easy_getinfo(easy_.get(), CURLINFO_SCHEME, &scheme);
   const bool isSecure = scheme != nullptr && qstricmp(scheme, "https") == 0;
-  return isSecure && !closedWell_ && bodyBytes_ > 0 && head_.Header("Content-Length").isNull() &&
+  constexpr std::array kBodiless = {204, 304};
+  const bool hasBody = std::ranges::find(kBodiless, head_.status) == kBodiless.end();
+  return isSecure && !closedWell_ && hasBody && head_.Header("Content-Length").isNull() &&
          !head_.Header("Transfer-Encoding").toLower().contains("chunked");
 }
 

@@ -239,7 +239,8 @@ void CurlMultiLoop::End(const Exchange& exchange, HttpFailure failure) {
 
 // A finished exchange gives its handle back and its host learns of it.
 void CurlMultiLoop::Settle(const Exchange& exchange) {
-  if (exchange->Draining()) --drains_;
+  const bool hasTold = exchange->Draining();
+  if (hasTold) --drains_;
   hosts_.Closed(exchange->Host(), exchange->Request());
   running_.erase(exchange->Handle());
   curl_multi_remove_handle(multi_.get(), exchange->Handle());
@@ -248,7 +249,7 @@ void CurlMultiLoop::Settle(const Exchange& exchange) {
     curl_easy_reset(handle.get());
     idle_.push_back(std::move(handle));
   }
-  Learn(exchange);
+  if (!hasTold) Learn(exchange);
 }
 
 // What an exchange tells of its host. What another one did that it was led to is not its affair.

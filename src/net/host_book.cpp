@@ -31,8 +31,8 @@ HostBook::Entry HostBook::Ask(const QString& host, const HttpRequest& request, T
   // Early requests never take the last connection away from one that is read.
   const bool keepsOneHere = request.early && known.open == known.early;
   const bool keepsOneInAll = request.early && open_ == early_;
-  const bool fits = known.open + (keepsOneHere ? 1 : 0) < limit &&
-                    open_ + (keepsOneInAll ? 1 : 0) < kMaxConnections;
+  const bool fits =
+      known.open + (keepsOneHere ? 1 : 0) < limit && open_ + (keepsOneInAll ? 1 : 0) < MostInAll();
   return fits ? Entry::Now : Entry::Later;
 }
 
@@ -88,6 +88,13 @@ void HostBook::NotConnected(const QString& host, bool timedOut, Time now) {
   known.oneAtATime = true;
   known.misses = timedOut ? kMaxMisses : known.misses + 1;
   if (known.misses >= kMaxMisses) known.downUntil = now + kDownTime;
+}
+
+// One may be chance.
+void HostBook::RefusedEarly(const QString& host) {
+  constexpr int kMaxRefusals = 3;
+  Host& known = hosts_[host];
+  if (++known.refusals >= kMaxRefusals) known.oneAtATime = true;
 }
 
 }  // namespace zentorin

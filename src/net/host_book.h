@@ -37,7 +37,7 @@ class HostBook {
   void Answered(const QString& host, const HttpHead& head, Time now);
   // A time-out counts as down at once: the system has tried to connect again and again in it.
   void NotConnected(const QString& host, bool timedOut, Time now);
-  void RefusedEarly(const QString& host) { hosts_[host].oneAtATime = true; }
+  void RefusedEarly(const QString& host);  // a connection was closed before a word of an answer
 
  private:
   struct Host {
@@ -45,12 +45,14 @@ class HostBook {
     int early = 0;  // of the open ones
     int alone = 0;
     int misses = 0;
+    int refusals = 0;  // of early requests
     bool oneAtATime = false;
     Time pausedUntil;
     Time downUntil;
   };
 
   const Host& Of(const QString& host) const;
+  int MostInAll() const { return perHost_ == 1 ? 1 : kMaxConnections; }
 
   int perHost_ = 6;
   int open_ = 0;

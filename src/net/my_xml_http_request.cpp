@@ -104,15 +104,18 @@ QString PathOf(const QString& url) {
 QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchPageText(QString url, CancelToken cancel,
                                                          ReadGate* gate) {
   SecondChances chances(choices_, activity_, cancel);
+  chances.AllowForCompany();
   FetchedPage longest;
   for (int stage = 0;;) {
     FetchedPage page = co_await RunStage(stage, url, cancel, gate);
     if (page.isCutShort && page.text.size() >= longest.text.size()) longest = page;
     const bool hasNextStage = page.httpStatus == 0 && stage < kLastStage;
-    if (!MayPass(page.failure, page.httpStatus)) co_return page;
-    bool goesOn = hasNextStage;
-    if (chances.Left()) goesOn = co_await chances.Pause();
-    if (!goesOn) co_return longest.isCutShort && !cancel.Cancelled() ? longest : page;
+    bool goesOn = MayPass(page.failure, page.httpStatus) && (hasNextStage || chances.Left());
+    if (goesOn && chances.Left()) goesOn = co_await chances.Pause();
+    if (!goesOn) {
+      const bool isWhole = page.Ok() && !page.isCutShort;
+      co_return isWhole || !longest.isCutShort || cancel.Cancelled() ? page : longest;
+    }
     if (hasNextStage) ++stage;
   }
 }
@@ -190,10 +193,19 @@ QCoro::Task<HttpAnswer> MyXMLHttpRequest::QueryHead(QString url, CancelToken can
   request.idleTimeout = limit;
   // Connecting, sending and receiving have the limit each; beyond that it is a trickle.
   request.headTimeout = 3 * limit;
-  const std::unique_ptr<HttpTransfer> transfer = engine_.Open(std::move(request));
-  answer.head = co_await transfer->Head();
-  answer.failure = answer.head.status == 0 ? transfer->Failure() : HttpFailure::None;
-  co_return answer;
+  SecondChances chances(choices_, activity_, cancel);
+  chances.AllowForCompany();
+  while (true) {
+    std::unique_ptr<HttpTransfer> transfer = engine_.Open(request);
+    answer.head = co_await transfer->Head();
+    answer.failure = answer.head.status == 0 ? transfer->Failure() : HttpFailure::None;
+    const bool mayPass = answer.failure != HttpFailure::TimedOut &&  // long enough for a date
+                         MayPass(answer.failure, answer.head.status);
+    if (!mayPass || !chances.Left()) co_return answer;
+    transfer.reset();
+    const bool undisturbed = co_await chances.Pause();
+    if (!undisturbed) co_return answer;
+  }
 }
 
 QCoro::Task<QString> MyXMLHttpRequest::QueryHeader(QString url, HeaderSelector selector,

@@ -7,7 +7,7 @@
 
 namespace zentorin {
 
-// Lets an answer that is read ahead of its turn wait while too much of others is held.
+// Slows an answer down that is read ahead of its turn, while too much of others is held.
 class ReadGate {
  public:
   ReadGate() = default;

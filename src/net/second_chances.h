@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
+
 #include <QCoro/QCoroTask>
 
 #include "base/cancel_token.h"
@@ -15,9 +17,12 @@ class Activity;
 class SecondChances {
  public:
   SecondChances(const FetchChoices& choices, Activity& activity, CancelToken cancel)
-      : choices_(choices), activity_(activity), cancel_(std::move(cancel)) {}
+      : choices_(choices), activity_(activity), cancel_(std::move(cancel)), most_(choices.tries) {}
 
-  bool Left() const { return used_ < choices_.tries; }
+  // What was asked beside other requests gets one in any case: they may have been in its way.
+  void AllowForCompany() { most_ = std::max(most_, choices_.connectionsPerHost > 1 ? 1 : 0); }
+
+  bool Left() const { return used_ < most_; }
   int Used() const { return used_; }
   QCoro::Task<bool> Pause();  // false when it was cancelled
 
@@ -25,6 +30,7 @@ class SecondChances {
   const FetchChoices& choices_;
   Activity& activity_;
   CancelToken cancel_;
+  int most_;
   int used_ = 0;
 };
 

@@ -153,6 +153,15 @@ TEST_F(DownloadRunTest, NoRowIsWorseForHavingBeenAskedEarly) {
                 test::LoopbackServer::GeneratedBytes(0, 600'000));
     }
   }
+  // What is refused for good is asked for once, and nobody else twice for its sake.
+  server.SetFallback([&](const test::ReceivedRequest& request) {
+    return request.target == "/5" ? Answer::Status(403) : Answer::Text("x");
+  });
+  files.ClearFileList();
+  for (int row = 0; row < 30; ++row) Add("http://t.test/" + QString::number(row));
+  const qsizetype before = server.Requests().size();
+  RunRows();
+  EXPECT_EQ(server.Requests().size() - before, 30);
   server.SetFallback([&](const test::ReceivedRequest&) { return Answer::Status(503); });
   home.Write("save/0", "old");
   EXPECT_EQ(MarkOf("http://s.test/0") + home.Read("save/0"), "?old");

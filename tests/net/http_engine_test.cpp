@@ -98,6 +98,7 @@ TEST_F(HttpEngineTest, ASecureSiteIsTrustedByItsAuthorityAndMustEndWithAWord) {
   endless.contentLength = "";
   secure.Route("/whole", endless.Ends(Ending::Close));
   secure.Route("/cut", endless.Ends(Ending::CutOff, 10));
+  secure.Route("/empty", endless.Ends(Ending::CutOff, 0));
   secure.Route("/counted", Answer::Text("0123456789").Ends(Ending::CutOff, 10));
   const auto failureOf = [&](const char* url) {
     return QCoro::waitFor(FetchWhole(there, Get(url))).failure;
@@ -108,6 +109,7 @@ TEST_F(HttpEngineTest, ASecureSiteIsTrustedByItsAuthorityAndMustEndWithAWord) {
   EXPECT_EQ(failureOf("https://tls.test/whole"), HttpFailure::None);
   EXPECT_EQ(failureOf("https://tls.test/counted"), HttpFailure::None);
   EXPECT_EQ(failureOf("https://tls.test/cut"), HttpFailure::CutOff);
+  EXPECT_EQ(failureOf("https://tls.test/empty"), HttpFailure::CutOff);
   EXPECT_EQ(failureOf("https://other.test/whole"), HttpFailure::NoTrust);
   qunsetenv("SSL_CERT_FILE");
 }
@@ -285,6 +287,14 @@ TEST_F(HttpEngineTest, AHostThatIsNotThereIsGivenUpForAWhile) {
     EXPECT_EQ(QCoro::waitFor(FetchWhole(nowhere, request)).failure, failure);
   }
   EXPECT_EQ(QCoro::waitFor(FetchWhole(nowhere, Get("http://live.test/"))).head.status, 404);
+  server.Route("/led", Answer::Redirect("http://dead2.test/"));
+  CurlHttpEngine partly("dead2.test::127.0.0.1:1," + server.ConnectTo());
+  for (int i = 0; i < HostBook::kMaxMisses; ++i) {
+    const HttpAnswer led = QCoro::waitFor(FetchWhole(partly, Get("http://live.test/led")));
+    EXPECT_EQ(led.failure, HttpFailure::NoConnection);
+    EXPECT_EQ(led.head.finalUrl, "http://dead2.test/");
+  }
+  EXPECT_EQ(QCoro::waitFor(FetchWhole(partly, Get("http://live.test/"))).head.status, 404);
   HostBook book;
   const HttpRequest request;
   const HostBook::Time now{};
