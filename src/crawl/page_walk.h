@@ -30,7 +30,8 @@ struct PageRecord {
 };
 
 // Finds the pages of a site depth first and fetches them ahead of whoever takes them. It asks for
-// no page that a walk without haste would not come to.
+// no page that a walk without haste would not come to. What stands behind a page whose links are
+// still unknown is asked for only on a site whose first pages write each address in one way.
 class PageWalk {
  public:
   // A page on its way. While too much is held it is read slowly, but in its turn it is not.
