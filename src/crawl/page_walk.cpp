@@ -74,7 +74,7 @@ QCoro::Task<std::optional<PageWalk::Step>> PageWalk::Next() {
   }
   std::optional<Step> step;
   if (steps_.empty()) {
-    co_await *walk_;
+    co_await walk_;
     co_return step;
   }
   step = std::move(steps_.front());

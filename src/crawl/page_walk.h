@@ -125,7 +125,7 @@ class PageWalk {
   bool ended_ = false;
   AsyncEvent stepCame_;
   AsyncEvent roomCame_;
-  std::optional<QCoro::Task<void>> walk_;
+  QCoro::Task<void> walk_;
 };
 
 }  // namespace zentorin

@@ -16,7 +16,7 @@ constexpr double kMaxLength = 9e15;
 
 // A weak tag promises no equal bytes.
 QByteArray ValidatorOf(const HttpHead& head) {
-  const QByteArray tag = head.Header("ETag");
+  QByteArray tag = head.Header("ETag");
   if (tag.size() > 2 && tag.startsWith('"') && tag.endsWith('"')) return tag;
   return tag.isEmpty() ? head.Header("Last-Modified") : QByteArray();
 }

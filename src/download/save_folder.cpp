@@ -91,8 +91,8 @@ SaveFolder::SaveFolder(QString path, const QString& programFolder)
                        QFileInfo(programFolder).canonicalFilePath()) {}
 
 SaveFolder::Made SaveFolder::Make(const QString& subFolder) {
-  if (last_ && lastSubFolder_ == subFolder && IsStillThere()) return *last_;
-  last_.reset();
+  if (lastSubFolder_ == subFolder && IsStillThere()) return last_;
+  folder_ = Descriptor();
   Made made{.outcome = MakeWithParents(path_), .path = path_};
   if (made.outcome.Ok() && !subFolder.isEmpty()) {
     made.path += u'/' + QString(subFolder).replace(u'\\', u'/');
@@ -101,6 +101,7 @@ SaveFolder::Made SaveFolder::Make(const QString& subFolder) {
   if (!made.outcome.Ok()) return made;
   const int error = OpenBelow(path_, made.path, folder_);
   if (error != 0) {
+    folder_ = Descriptor();
     made.outcome = Outcome::OfErrno(error, made.path);
     made.refused = true;
     return made;
@@ -123,13 +124,13 @@ Outcome SaveFolder::MakeBelow(const QString& path, bool& refused) const {
 bool SaveFolder::IsStillThere() const {
   struct stat now = {};
   struct stat opened = {};
-  return ::stat(QFile::encodeName(last_->path).constData(), &now) == 0 &&
+  return ::stat(QFile::encodeName(last_.path).constData(), &now) == 0 &&
          ::fstat(folder_.Number(), &opened) == 0 && now.st_ino == opened.st_ino &&
          now.st_dev == opened.st_dev;
 }
 
 Outcome SaveFolder::Allows(const QString& path) const {
-  const Outcome allowed = AllowsIn(path);
+  Outcome allowed = AllowsIn(path);
   if (!allowed.Ok()) return allowed;
   return StaysInside(path_, path) ? Outcome() : Outcome::Of(RunTimeError::PathAccess, path);
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QString>
-#include <optional>
 
 #include <fcntl.h>
 
@@ -41,9 +40,9 @@ class SaveFolder {
 
   QString path_;
   bool isProgramFolder_;
-  std::optional<Made> last_;
+  Made last_;
   QString lastSubFolder_;
-  Descriptor folder_;  // of last_
+  Descriptor folder_;  // of last_; none is open when that failed
 };
 
 }  // namespace zentorin

@@ -287,6 +287,7 @@ void CurlExchange::WatchSecureEnd() {
 
 // libcurl takes the end of a TLS connection for the end of a body without a length, whether the
 // server has announced it or somebody has cut the line.
+// NOLINTNEXTLINE(readability-non-const-parameter): the parameters are libcurl's
 int CurlExchange::OnTrace(CURL* /*easy*/, curl_infotype type, char* bytes, size_t size,
                           void* exchange) {
   constexpr size_t kAlertBytes = 2;

@@ -120,8 +120,8 @@ QCoro::Task<FetchedPage> MyXMLHttpRequest::FetchPageText(QString url, CancelToke
   }
 }
 
-QCoro::Task<FetchedPage> MyXMLHttpRequest::RunStage(int stage, QString url, CancelToken cancel,
-                                                    ReadGate* gate) {
+QCoro::Task<FetchedPage> MyXMLHttpRequest::RunStage(int stage, const QString& url,
+                                                    const CancelToken& cancel, ReadGate* gate) {
   if (stage == 0) return LoadDocument(url, cancel, gate);
   if (stage == 1) return FetchWithXmlHttp(url, true, QByteArray(), cancel, gate);
   return FetchWholeBody(url, cancel, gate);

@@ -60,7 +60,8 @@ class MyXMLHttpRequest {
                                           ReadGate* gate = nullptr);
 
  private:
-  QCoro::Task<FetchedPage> RunStage(int stage, QString url, CancelToken cancel, ReadGate* gate);
+  QCoro::Task<FetchedPage> RunStage(int stage, const QString& url, const CancelToken& cancel,
+                                    ReadGate* gate);
 
   HttpEngine& engine_;
   Activity& activity_;

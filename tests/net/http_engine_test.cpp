@@ -232,6 +232,7 @@ TEST_F(HttpEngineTest, SoManyRequestsAtATimeAndOneIsKeptForWhatIsRead) {
   std::vector<std::unique_ptr<HttpTransfer>> early;
   HttpRequest request = Get("http://x.test/early");
   request.early = true;
+  early.reserve(60);
   for (int i = 0; i < 20; ++i) early.push_back(engine.Open(request));
   QCoro::waitFor(early.front()->Head());
   for (const char* host : {"y", "z"}) {
@@ -267,6 +268,7 @@ TEST_F(HttpEngineTest, AHostThatAsksForAPauseIsLeftAloneAndAskedOneByOne) {
   timer.start();
   EXPECT_EQ(Fetch("http://x.test/a").head.status, 503);
   std::vector<QCoro::Task<HttpAnswer>> answers;
+  answers.reserve(4);
   for (int i = 0; i < 4; ++i) answers.push_back(FetchWhole(engine, Get("http://x.test/b")));
   for (auto& answer : answers) EXPECT_EQ(QCoro::waitFor(answer).body.size(), 200'000);
   EXPECT_GE(timer.elapsed(), 1000);
