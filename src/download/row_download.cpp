@@ -96,7 +96,11 @@ QCoro::Task<RowOutcome> RowDownload::TakeRow(QString address, QString date) {
   outcome.date = date;
   const QString subFolder = SubFolder(address);
   outcome.folderPrefix = FolderPrefix(job_.savePath, subFolder);
-  const SaveFolder::Made made = saveFolder_.Make(subFolder);
+  SaveFolder::Made made = saveFolder_.Make(subFolder);
+  if (made.outcome.error == RunTimeError::TooManyFiles) {
+    download_.UseFewerDescriptors();
+    made = saveFolder_.Make(subFolder);
+  }
   if (!made.outcome.Ok()) {
     outcome.code = made.refused ? RowCode(made.outcome.error) : RowCode::FolderNotCreated;
     outcome.folderOutcome = made.outcome;

@@ -46,6 +46,7 @@ class SingleDownload {
   // for having been asked early is asked anew then. False when no more can wait.
   bool AskEarly(const QString& url);
   void DropEarly(const QString& url) { early_.erase(url); }
+  void UseFewerDescriptors();  // fewer wait from now on, and none that do
 
   // Nothing in the program calls it; kept as the whole-body way, with no progress and no outcome.
   // Writes nothing when the headers contain "404 Not Found", or the answer is broken or too long.
@@ -61,7 +62,6 @@ class SingleDownload {
 
   HttpRequest RequestFor(const QString& url) const;
   std::unique_ptr<HttpTransfer> TakeEarly(const QString& url);
-  void UseFewerDescriptors();
   // Where a body goes, and how far it has come.
   struct Target {
     QString path;
